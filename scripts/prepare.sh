@@ -1,0 +1,31 @@
+# Sourced by run and test: packages that are missing, and the build folder.
+
+QUORL_BUILD="${QUORL_BUILD:-build/release}"
+QUORL_BIN="$PWD/$QUORL_BUILD/bin"
+
+PACKAGES=(
+  g++ python3 cmake ninja-build pkg-config ccache lld
+  libfmt-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libcairo2-dev libzstd-dev libxxhash-dev
+  libboost-dev libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev fonts-dejavu-core
+)
+
+prepare_packages() {
+  local missing=()
+  for package in "${PACKAGES[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed' || missing+=("$package")
+  done
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  echo "Installing: ${missing[*]}"
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+build_targets() {
+  export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
+  if [ ! -f "$QUORL_BUILD/build.ninja" ]; then
+    cmake -S . -B "$QUORL_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
+  fi
+  cmake --build "$QUORL_BUILD" --parallel "$(nproc)" --target "$@"
+}

@@ -1,0 +1,1 @@
+extern "C" int somethingElse() { return 1; }
