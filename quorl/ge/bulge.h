@@ -1,0 +1,20 @@
+// The bulge of a polyline segment, and the arc that it stands for.
+#pragma once
+
+#include "quorl/ge/circ_arc3d.h"
+
+namespace ZnGe {
+
+// The arc from start to end whose quarter span has the tangent |bulge|. A positive bulge runs
+// counterclockwise about the normal; for a negative one the arc has the opposite normal, so that it still
+// runs from start to end. The arc's reference vector points to its start, which has the angle 0. False, with
+// the arc untouched, when the bulge is 0 or not finite, the points are equal, or the chord isn't
+// perpendicular to the normal (by tol).
+bool arcFromBulge(const ZnGePoint3d& start, const ZnGePoint3d& end, double bulge, const ZnGeVector3d& normal,
+                  ZnGeCircArc3d& arc, const ZnGeTol& tol = ZnGeContext::gTol);
+
+// Positive when the arc's normal and the given one point the same way, negative otherwise. A closed circle
+// has no bulge: the result is infinite.
+double bulgeOf(const ZnGeCircArc3d& arc, const ZnGeVector3d& normal);
+
+} // namespace ZnGe

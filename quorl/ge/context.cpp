@@ -1,0 +1,3 @@
+#include "quorl/ge/context.h"
+
+constinit ZnGeTol ZnGeContext::gTol;
