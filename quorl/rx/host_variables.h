@@ -1,0 +1,6 @@
+// The variables that the host itself offers.
+#pragma once
+
+class ZnRxVariablesDictionary;
+
+void addHostVariables(ZnRxVariablesDictionary& dictionary);

@@ -1,0 +1,141 @@
+#include "quorl/rx/class.h"
+
+#include <gtest/gtest.h>
+
+#include "quorl/rx/class_members.h"
+
+namespace {
+
+// Classes of one test, gone at its end in the order given.
+class TestClasses {
+public:
+  ~TestClasses() {
+    for (auto name = names_.rbegin(); name != names_.rend(); ++name)
+      deleteZnRxClass(znrxFindZnRxClass(*name));
+  }
+  ZnRxClass* add(const wchar_t* name, const wchar_t* parent) {
+    names_.emplace_back(name);
+    return newZnRxClass(name, parent);
+  }
+
+private:
+  std::vector<ZnString> names_;
+};
+
+struct Extension : ZnRxObject {};
+
+TEST(Class, DerivationFollowsTheParents) {
+  TestClasses classes;
+  const ZnRxClass* shape = classes.add(L"TShape", L"ZnRxObject");
+  const ZnRxClass* round = classes.add(L"TRound", L"TShape");
+  const ZnRxClass* circle = classes.add(L"TCircle", L"TRound");
+  const ZnRxClass* square = classes.add(L"TSquare", L"TShape");
+  struct Case {
+    const ZnRxClass* derived;
+    const ZnRxClass* ancestor;
+    bool derives;
+  };
+  const Case cases[] = {
+      {circle, circle, true},  {circle, round, true},
+      {circle, shape, true},   {circle, ZnRxObject::desc(), true},
+      {square, round, false},  {round, circle, false},
+      {circle, square, false}, {shape, nullptr, false},
+      {nullptr, shape, false},
+  };
+  for (const Case& c : cases) EXPECT_EQ(ZnRxClass::isDerivedFrom(c.derived, c.ancestor), c.derives);
+}
+
+TEST(Class, AParentMayComeLate) {
+  TestClasses classes;
+  const ZnRxClass* leaf = classes.add(L"TLeaf", L"TBranch");
+  const ZnRxClass* branch = classes.add(L"TBranch", L"TTrunk");
+  const ZnRxClass* trunk = classes.add(L"TTrunk", L"ZnRxObject");
+  EXPECT_FALSE(leaf->isDerivedFrom(trunk));
+  znrxBuildClassHierarchy();
+  EXPECT_EQ(leaf->parent(), branch);
+  EXPECT_TRUE(leaf->isDerivedFrom(trunk));
+  EXPECT_TRUE(leaf->isDerivedFrom(ZnRxObject::desc()));
+  EXPECT_FALSE(trunk->isDerivedFrom(leaf));
+}
+
+TEST(Class, ADeletedParentLeavesNoTrace) {
+  TestClasses classes;
+  ZnRxClass* parent = newZnRxClass(L"TParent", L"ZnRxObject");
+  Extension extension;
+  parent->addX(ZnRxObject::desc(), &extension);
+  ZnRxClass* child = classes.add(L"TChild", L"TParent");
+  EXPECT_EQ(child->queryX(ZnRxObject::desc()), &extension);
+  deleteZnRxClass(parent);
+  EXPECT_EQ(child->parent(), nullptr);
+  EXPECT_EQ(child->queryX(ZnRxObject::desc()), nullptr);
+  EXPECT_EQ(znrxFindZnRxClass(L"TParent"), nullptr);
+
+  // A class of the name comes back: the child is its child again.
+  ZnRxClass* again = classes.add(L"TParent", L"ZnRxObject");
+  znrxBuildClassHierarchy();
+  EXPECT_TRUE(child->isDerivedFrom(again));
+}
+
+TEST(Class, NamesAreTakenOnce) {
+  TestClasses classes;
+  ZnRxClass* first = classes.add(L"TOnly", L"ZnRxObject");
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(newZnRxClass(L"TOnly", L"ZnRxObject"), nullptr);
+  EXPECT_EQ(newZnRxClass(L"", L"ZnRxObject"), nullptr);
+  EXPECT_EQ(newZnRxClass(nullptr, nullptr), nullptr);
+  EXPECT_EQ(znrxFindZnRxClass(ZnString(L"TOnly")), first);
+  EXPECT_EQ(znrxFindZnRxClass(L"tonly"), nullptr);
+}
+
+TEST(Class, RegistrationDataIsKept) {
+  ZnRxClass* cls = newZnRxClass(
+      L"TBody", L"ZnRxObject", 33, 427, 1153, []() -> ZnRxObject* { return new Extension; }, L"TBODY",
+      L"ZnDbTest");
+  ASSERT_NE(cls, nullptr);
+  EXPECT_EQ(cls->version(), 33);
+  EXPECT_EQ(cls->maintenanceVersion(), 427);
+  EXPECT_EQ(cls->proxyFlags(), 1153);
+  EXPECT_EQ(cls->tdocName(), L"TBODY");
+  EXPECT_EQ(cls->appName(), L"ZnDbTest");
+  EXPECT_FALSE(cls->isAbstract());
+  const std::unique_ptr<ZnRxObject> made(cls->create());
+  EXPECT_NE(dynamic_cast<Extension*>(made.get()), nullptr);
+  deleteZnRxClass(cls);
+  EXPECT_EQ(ZnRxObject::desc()->create(), nullptr);
+}
+
+TEST(Class, ExtensionsAreInheritedFromTheNearest) {
+  TestClasses classes;
+  ZnRxClass* protocol = classes.add(L"TProtocol", L"ZnRxObject");
+  ZnRxClass* base = classes.add(L"TBase", L"ZnRxObject");
+  ZnRxClass* middle = classes.add(L"TMiddle", L"TBase");
+  ZnRxClass* last = classes.add(L"TLast", L"TMiddle");
+  Extension ofBase, ofMiddle, other;
+  EXPECT_EQ(base->addX(protocol, &ofBase), nullptr);
+  EXPECT_EQ(last->queryX(protocol), &ofBase);
+  EXPECT_EQ(middle->addX(protocol, &other), nullptr);
+  EXPECT_EQ(middle->addX(protocol, &ofMiddle), &other);
+  EXPECT_EQ(last->queryX(protocol), &ofMiddle);
+  EXPECT_EQ(base->queryX(protocol), &ofBase);
+  EXPECT_EQ(last->getX(protocol), nullptr);
+  EXPECT_EQ(last->delX(protocol), nullptr);
+  EXPECT_EQ(middle->delX(protocol), &ofMiddle);
+  EXPECT_EQ(last->queryX(protocol), &ofBase);
+  EXPECT_EQ(last->queryX(base), nullptr);
+}
+
+TEST(Class, TheWatcherHearsOfComingsAndGoings) {
+  struct Watcher : ZnRxClassWatcher {
+    std::string heard;
+    void hierarchyBuilt() override { heard += "built;"; }
+    void classToBeDeleted(const ZnRxClass* cls) override { heard += "delete " + cls->name().utf8() + ";"; }
+  } watcher;
+  znrxSetClassWatcher(&watcher);
+  ZnRxClass* cls = newZnRxClass(L"TWatched", L"ZnRxObject");
+  znrxBuildClassHierarchy();
+  deleteZnRxClass(cls);
+  znrxSetClassWatcher(nullptr);
+  EXPECT_EQ(watcher.heard, "built;delete TWatched;");
+}
+
+} // namespace

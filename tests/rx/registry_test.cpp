@@ -1,0 +1,102 @@
+#include "quorl/rx/registry.h"
+
+#include <gtest/gtest.h>
+
+#include "quorl/rx/class_dictionary.h"
+#include "quorl/rx/dynamic_linker.h"
+#include "quorl/rx/services.h"
+
+namespace {
+
+// Counts those that live.
+struct Counted : ZnRxObject {
+  explicit Counted(int& living)
+      : living_(living) {
+    ++living_;
+  }
+  ~Counted() override { --living_; }
+  int& living_;
+};
+
+TEST(Dictionary, OwnershipDecidesWhoDeletes) {
+  for (const bool owns : {true, false}) {
+    int living = 0;
+    auto* first = new Counted(living);
+    auto* second = new Counted(living);
+    {
+      ZnRxDictionary dictionary(owns);
+      EXPECT_EQ(dictionary.atPut(L"a", first), Quorl::eOk);
+      EXPECT_EQ(dictionary.atPut(L"a", first), Quorl::eOk);
+      EXPECT_EQ(living, 2);
+      EXPECT_EQ(dictionary.atPut(L"a", second), Quorl::eOk);
+      EXPECT_EQ(living, owns ? 1 : 2);
+      EXPECT_EQ(dictionary.atPut(L"b", new Counted(living)), Quorl::eOk);
+      delete dictionary.remove(L"b");
+      EXPECT_EQ(dictionary.numEntries(), 1);
+    }
+    EXPECT_EQ(living, owns ? 0 : 2);
+    if (owns) continue;
+    delete first;
+    delete second;
+  }
+}
+
+TEST(Dictionary, KeepsTheOrderOfInsertion) {
+  ZnRxObject x, y, z;
+  ZnRxDictionary dictionary;
+  dictionary.atPut(L"zeta", &x);
+  dictionary.atPut(L"alpha", &y);
+  dictionary.atPut(L"mid", &z);
+  dictionary.atPut(L"zeta", &z);
+  dictionary.remove(L"alpha");
+  dictionary.atPut(L"alpha", &x);
+  std::string walk;
+  for (const auto& [name, object] : dictionary.entries())
+    walk += name.utf8() + (object == &x ? "=x;" : object == &y ? "=y;" : "=z;");
+  EXPECT_EQ(walk, "zeta=z;mid=z;alpha=x;");
+  EXPECT_EQ(dictionary.at(L"Zeta"), nullptr);
+  EXPECT_EQ(dictionary.remove(L"absent"), nullptr);
+  EXPECT_EQ(dictionary.atPut(L"", &x), Quorl::eInvalidInput);
+  EXPECT_EQ(dictionary.atPut(L"null", nullptr), Quorl::eInvalidInput);
+  EXPECT_FALSE(dictionary.has(L"null"));
+}
+
+TEST(Registry, HoldsTheHostsObjects) {
+  ZnRxDictionary* registry = znrxSysRegistry();
+  EXPECT_NE(ZnRxDynamicLinker::cast(registry->at(L"DynamicLinker")), nullptr);
+  EXPECT_NE(ZnRxDictionary::cast(registry->at(L"ServiceDictionary")), nullptr);
+  EXPECT_NE(ZnRxClassDictionary::cast(registry->at(L"ClassDictionary")), nullptr);
+  EXPECT_EQ(ZnRxClassDictionary::cast(registry->at(L"ServiceDictionary")), nullptr);
+}
+
+TEST(Registry, ServicesComeAndGo) {
+  EXPECT_FALSE(znrxServiceIsRegistered(L"TestService"));
+  ZnRxService* service = znrxRegisterService(L"TestService");
+  ASSERT_NE(service, nullptr);
+  EXPECT_EQ(service->name(), L"TestService");
+  EXPECT_EQ(znrxRegisterService(L"TestService"), service);
+  EXPECT_NE(znrxRegisterService(L"OtherService"), service);
+  EXPECT_EQ(znrxRegisterService(L""), nullptr);
+  EXPECT_TRUE(znrxServiceIsRegistered(L"TestService"));
+  auto* services = ZnRxDictionary::cast(znrxSysRegistry()->at(L"ServiceDictionary"));
+  EXPECT_EQ(services->remove(L"TestService"), service);
+  delete service;
+  delete services->remove(L"OtherService");
+  EXPECT_FALSE(znrxServiceIsRegistered(L"TestService"));
+}
+
+TEST(Registry, TheClassDictionaryIsAViewOnTheClasses) {
+  auto* classes = ZnRxDictionary::cast(znrxSysRegistry()->at(L"ClassDictionary"));
+  const int before = classes->numEntries();
+  ZnRxClass* cls = newZnRxClass(L"TViewed", L"ZnRxObject");
+  EXPECT_EQ(classes->at(L"TViewed"), cls);
+  EXPECT_EQ(classes->numEntries(), before + 1);
+  EXPECT_EQ(classes->entries().back().second, cls);
+  EXPECT_EQ(classes->atPut(L"TOther", cls), Quorl::eNotProvided);
+  EXPECT_EQ(classes->remove(L"TViewed"), cls);
+  EXPECT_EQ(znrxFindZnRxClass(L"TViewed"), nullptr);
+  EXPECT_EQ(classes->remove(L"TViewed"), nullptr);
+  delete cls;
+}
+
+} // namespace
