@@ -1,0 +1,209 @@
+#include "quorl/db/database.h"
+
+#include <algorithm>
+#include <map>
+
+#include "quorl/db/block_table.h"
+#include "quorl/db/database_reactor.h"
+#include "quorl/db/database_version.h"
+#include "quorl/db/dictionary.h"
+#include "quorl/db/event_reactor.h"
+#include "quorl/db/host_services.h"
+#include "quorl/db/layer_table.h"
+#include "quorl/db/linetype_table.h"
+#include "quorl/db/object_access.h"
+#include "quorl/db/transaction.h"
+#include "quorl/db/undo.h"
+
+using Quorl::ErrorStatus;
+
+ZnRxClass* ZnDbDatabase::gpDesc = nullptr;
+void ZnDbDatabase::rxInit() {
+  if (!gpDesc) gpDesc = newZnRxClass(className(), L"ZnRxObject");
+}
+static const bool registeredDatabase = (ZnDbDatabase::rxInit(), true);
+
+// Slots stand in blocks that never move, so that an id can hold an address; blocks are found by handle.
+struct ZnDbDatabase::SlotTable {
+  static constexpr std::uint64_t kBlock = 256;
+  std::map<std::uint64_t, std::unique_ptr<ZnDbStub[]>> blocks;
+  std::uint64_t lastNumber = ~0ull;
+  ZnDbStub* lastBlock = nullptr;
+
+  ZnDbStub* find(std::uint64_t handle, bool create) {
+    const std::uint64_t number = handle / kBlock;
+    if (number != lastNumber || !lastBlock) {
+      auto found = blocks.find(number);
+      if (found == blocks.end()) {
+        if (!create) return nullptr;
+        found = blocks.emplace(number, std::make_unique<ZnDbStub[]>(kBlock)).first;
+      }
+      lastNumber = number;
+      lastBlock = found->second.get();
+    }
+    return &lastBlock[handle % kBlock];
+  }
+
+  template<class Call>
+  void forEach(Call&& call) {
+    for (auto& [number, block] : blocks)
+      for (std::uint64_t i = 0; i < kBlock; ++i)
+        if (block[i].object) call(block[i]);
+  }
+};
+
+ZnDbDatabase::ZnDbDatabase(bool buildDefaults)
+    : slots_(std::make_unique<SlotTable>()), savedByVersion_(Quorl::kFileVersion),
+      savedByMaintenanceVersion_(Quorl::kFileMaintenanceVersion), undo_(std::make_unique<ZnDbUndoRecorder>(*this)),
+      transactions_(std::make_unique<ZnDbTransactionManager>(*this)) {
+  if (buildDefaults) {
+    zndbBuildDefaults(*this);
+    undo_->clear();
+  }
+  ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.databaseConstructed(this); });
+}
+
+ZnDbDatabase::~ZnDbDatabase() {
+  ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.databaseToBeDestroyed(this); });
+  const std::vector<ZnDbDatabaseReactor*> now = reactors_;
+  for (ZnDbDatabaseReactor* reactor : now) reactor->goodbye(this);
+  ZnDbHostApplicationServices* services = zndbHostApplicationServices();
+  if (services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
+  undo_->clear();
+  // Links first: an object may not take down its links on one that is gone already.
+  slots_->forEach([](ZnDbStub& stub) { stub.object->detachLinks(); });
+  slots_->forEach([](ZnDbStub& stub) { delete std::exchange(stub.object, nullptr); });
+}
+
+ErrorStatus ZnDbDatabase::addObject(ZnDbObject* object, ZnDbObjectId owner, ZnDbObjectId& id) {
+  if (!object) return Quorl::eNullObjectPointer;
+  if (object->database()) return Quorl::eAlreadyInDatabase;
+  if (object->isA()->isAbstract()) return Quorl::eWrongObjectClass;
+  ZnDbStub* stub = slots_->find(nextHandle_, true);
+  stub->handle = nextHandle_++;
+  stub->database = this;
+  stub->object = object;
+  stub->objectClass = object->isA();
+  stub->writers = 1;
+  ZnDbObjectAccess::setStub(object, stub);
+  ZnDbObjectAccess::setOwner(object, owner);
+  ZnDbObjectAccess::setNew(object);
+  ++objectCount_;
+  undo_->keepCreation(object);
+  id = ZnDbObjectId(stub);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbDatabase::getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHandle handle, std::uint32_t /*extra*/) {
+  id.setNull();
+  if (handle.isNull()) return Quorl::eNullObjectId;
+  ZnDbStub* stub = slots_->find(handle.value, create);
+  if (!stub || (!stub->object && !create)) return Quorl::eKeyNotFound;
+  if (!stub->database) {
+    stub->database = this;
+    stub->handle = handle.value;
+    nextHandle_ = std::max(nextHandle_, handle.value + 1);
+  }
+  id = ZnDbObjectId(stub);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbDatabase::installObject(ZnDbObjectId id, ZnDbObject* object) {
+  if (!id.stub() || id.database() != this || !object) return Quorl::eInvalidInput;
+  if (id.isValid()) return Quorl::eDuplicateKey;
+  id.stub()->object = object;
+  id.stub()->objectClass = object->isA();
+  ZnDbObjectAccess::setStub(object, id.stub());
+  ++objectCount_;
+  return Quorl::eOk;
+}
+
+ZnDbObject* ZnDbDatabase::replaceObject(ZnDbObjectId id, ZnDbObject* object) {
+  ZnDbStub* stub = id.stub();
+  ZnDbObject* before = stub->object;
+  if (!stub->erased) before->detachLinks();
+  ZnDbObjectAccess::setStub(before, nullptr);
+  stub->object = object;
+  stub->objectClass = object->isA();
+  ZnDbObjectAccess::setStub(object, stub);
+  return before;
+}
+
+std::vector<ZnDbObjectId> ZnDbDatabase::allObjectIds() const {
+  std::vector<ZnDbObjectId> ids;
+  ids.reserve(objectCount_);
+  slots_->forEach([&](ZnDbStub& stub) { ids.push_back(ZnDbObjectId(&stub)); });
+  return ids;
+}
+
+void ZnDbDatabase::setHandseed(ZnDbHandle next) { nextHandle_ = std::max(nextHandle_, next.value); }
+
+ErrorStatus ZnDbDatabase::getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClass* recordClass, ZnDbOpenMode mode) {
+  table = nullptr;
+  for (const ZnDbObjectId id : {blockTableId_, layerTableId_, linetypeTableId_, dimStyleTableId_}) {
+    if (!id.isValid()) continue;
+    const auto* candidate = static_cast<const ZnDbSymbolTable*>(id.stub()->object);
+    if (candidate->recordClass() == recordClass) return zndbOpenObject(table, id, mode);
+  }
+  return Quorl::eKeyNotFound;
+}
+
+ZnDbObjectId ZnDbDatabase::getLayoutDictionary() const {
+  ZnDbObjectId id;
+  ZnDbHolder<ZnDbDictionary> named(namedObjectsDictionaryId_);
+  if (named.isOpen()) named->getAt(L"QUORL_LAYOUT", id);
+  return id;
+}
+
+ZnDbDatabase::HeaderIds ZnDbDatabase::headerIds() const {
+  return {blockTableId_, layerTableId_,   linetypeTableId_, dimStyleTableId_, namedObjectsDictionaryId_,
+          modelSpaceId_, paperSpaceId_,   currentSpaceId_,  clayer_,          celtype_,
+          dimstyle_,     layerZero_,      byLayerLinetype_, byBlockLinetype_, continuousLinetype_};
+}
+
+void ZnDbDatabase::setHeaderIds(const HeaderIds& ids) {
+  blockTableId_ = ids.blockTable;
+  layerTableId_ = ids.layerTable;
+  linetypeTableId_ = ids.linetypeTable;
+  dimStyleTableId_ = ids.dimStyleTable;
+  namedObjectsDictionaryId_ = ids.namedObjects;
+  modelSpaceId_ = ids.modelSpace;
+  paperSpaceId_ = ids.paperSpace;
+  currentSpaceId_ = ids.currentSpace;
+  clayer_ = ids.clayer;
+  celtype_ = ids.celtype;
+  dimstyle_ = ids.dimstyle;
+  layerZero_ = ids.layerZero;
+  byLayerLinetype_ = ids.byLayer;
+  byBlockLinetype_ = ids.byBlock;
+  continuousLinetype_ = ids.continuous;
+}
+
+bool ZnDbDatabase::isUndoing() const { return undo_->isUndoing(); }
+
+void ZnDbDatabase::addReactor(ZnDbDatabaseReactor* reactor) {
+  if (std::find(reactors_.begin(), reactors_.end(), reactor) == reactors_.end()) reactors_.push_back(reactor);
+}
+
+void ZnDbDatabase::removeReactor(ZnDbDatabaseReactor* reactor) {
+  reactors_.erase(std::remove(reactors_.begin(), reactors_.end(), reactor), reactors_.end());
+}
+
+void ZnDbDatabase::setOriginalFileSavedBy(int version, int maintenance) {
+  savedByVersion_ = version;
+  savedByMaintenanceVersion_ = maintenance;
+}
+
+std::vector<ZnString> ZnDbDatabase::audit(bool fix) {
+  std::vector<ZnString> faults;
+  for (const ZnDbObjectId id : allObjectIds()) {
+    if (id.isErased()) continue;
+    if (!fix) {
+      id.stub()->object->audit(faults, false);
+      continue;
+    }
+    ZnDbHolder<ZnDbObject> object;
+    if (object.openForWrite(id, false, true) == Quorl::eOk) object->audit(faults, true);
+  }
+  return faults;
+}

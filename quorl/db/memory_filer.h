@@ -1,0 +1,121 @@
+// Filers in memory: an object's fields as bytes for undo, cloning and comparison, and the walk over its ids.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "quorl/db/filer.h"
+
+// Writes to and reads from a string of bytes. Ids and atoms stand in them as addresses, so the bytes are good
+// within this process only.
+class ZnDbMemoryFiler : public ZnDbFiler {
+public:
+  explicit ZnDbMemoryFiler(Kind kind, ZnDbDatabase* database = nullptr) : kind_(kind), database_(database) {}
+
+  Kind kind() const override { return kind_; }
+  Quorl::ErrorStatus status() const override { return status_; }
+  void setStatus(Quorl::ErrorStatus status) override { status_ = status; }
+  ZnDbDatabase* database() const override { return database_; }
+
+  const std::string& bytes() const { return bytes_; }
+  std::string takeBytes() { return std::move(bytes_); }
+  // Reads these bytes from the start.
+  void setBytes(std::string bytes);
+  void rewind();
+  void reserve(size_t count) { bytes_.reserve(count); }
+
+  void wrBool(bool value) override { put(value); }
+  void wrInt8(std::int8_t value) override { put(value); }
+  void wrInt16(std::int16_t value) override { put(value); }
+  void wrInt32(std::int32_t value) override { put(value); }
+  void wrInt64(std::int64_t value) override { put(value); }
+  void wrDouble(double value) override { put(value); }
+  void wrString(const ZnString& value) override;
+  void wrAtom(ZnAtom value) override { put(value.address()); }
+  void wrBytes(const void* bytes, size_t count) override;
+  void wrSoftPointerId(ZnDbObjectId id) override { put(id.stub()); }
+  void wrHardPointerId(ZnDbObjectId id) override { put(id.stub()); }
+  void wrSoftOwnershipId(ZnDbObjectId id) override { put(id.stub()); }
+  void wrHardOwnershipId(ZnDbObjectId id) override { put(id.stub()); }
+
+  bool rdBool() override { return take<bool>(); }
+  std::int8_t rdInt8() override { return take<std::int8_t>(); }
+  std::int16_t rdInt16() override { return take<std::int16_t>(); }
+  std::int32_t rdInt32() override { return take<std::int32_t>(); }
+  std::int64_t rdInt64() override { return take<std::int64_t>(); }
+  double rdDouble() override { return take<double>(); }
+  ZnString rdString() override;
+  ZnAtom rdAtom() override { return ZnAtom::fromAddress(take<const ZnAtom::Entry*>()); }
+  std::string rdBytes() override;
+  ZnDbObjectId rdSoftPointerId() override { return translated(readId(), false); }
+  ZnDbObjectId rdHardPointerId() override { return translated(readId(), false); }
+  ZnDbObjectId rdSoftOwnershipId() override { return translated(readId(), true); }
+  ZnDbObjectId rdHardOwnershipId() override { return translated(readId(), true); }
+  size_t remaining() const override { return bytes_.size() - at_; }
+
+protected:
+  // What an id that is read becomes; the base leaves it as it is.
+  virtual ZnDbObjectId translated(ZnDbObjectId id, bool /*owned*/) const { return id; }
+
+private:
+  ZnDbObjectId readId() { return ZnDbObjectId(take<ZnDbStub*>()); }
+  template<class T>
+  void put(const T& value) {
+    bytes_.append(reinterpret_cast<const char*>(&value), sizeof(T));
+  }
+  template<class T>
+  T take();
+
+  Kind kind_;
+  ZnDbDatabase* database_;
+  Quorl::ErrorStatus status_ = Quorl::eOk;
+  std::string bytes_;
+  size_t at_ = 0;
+};
+
+// Collects the ids that an object's fields name, by kind of reference; everything else is dropped.
+class ZnDbIdCollector : public ZnDbFiler {
+public:
+  std::vector<ZnDbObjectId> softPointers, hardPointers, softOwned, hardOwned;
+
+  Kind kind() const override { return kIds; }
+  Quorl::ErrorStatus status() const override { return Quorl::eOk; }
+  void setStatus(Quorl::ErrorStatus) override {}
+  ZnDbDatabase* database() const override { return nullptr; }
+  void clear();
+
+  void wrBool(bool) override {}
+  void wrInt8(std::int8_t) override {}
+  void wrInt16(std::int16_t) override {}
+  void wrInt32(std::int32_t) override {}
+  void wrInt64(std::int64_t) override {}
+  void wrDouble(double) override {}
+  void wrString(const ZnString&) override {}
+  void wrAtom(ZnAtom) override {}
+  void wrBytes(const void*, size_t) override {}
+  void wrSoftPointerId(ZnDbObjectId id) override { keep(softPointers, id); }
+  void wrHardPointerId(ZnDbObjectId id) override { keep(hardPointers, id); }
+  void wrSoftOwnershipId(ZnDbObjectId id) override { keep(softOwned, id); }
+  void wrHardOwnershipId(ZnDbObjectId id) override { keep(hardOwned, id); }
+
+  // It never gives anything back.
+  bool rdBool() override { return false; }
+  std::int8_t rdInt8() override { return 0; }
+  std::int16_t rdInt16() override { return 0; }
+  std::int32_t rdInt32() override { return 0; }
+  std::int64_t rdInt64() override { return 0; }
+  double rdDouble() override { return 0.0; }
+  ZnString rdString() override { return {}; }
+  ZnAtom rdAtom() override { return {}; }
+  std::string rdBytes() override { return {}; }
+  ZnDbObjectId rdSoftPointerId() override { return {}; }
+  ZnDbObjectId rdHardPointerId() override { return {}; }
+  ZnDbObjectId rdSoftOwnershipId() override { return {}; }
+  ZnDbObjectId rdHardOwnershipId() override { return {}; }
+  size_t remaining() const override { return 0; }
+
+private:
+  static void keep(std::vector<ZnDbObjectId>& list, ZnDbObjectId id) {
+    if (!id.isNull()) list.push_back(id);
+  }
+};

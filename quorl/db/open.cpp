@@ -1,0 +1,91 @@
+#include "quorl/db/open.h"
+
+#include "quorl/db/entity.h"
+#include "quorl/db/layer_table.h"
+#include "quorl/db/object_access.h"
+
+using Quorl::ErrorStatus;
+
+ErrorStatus ZnDbObjectAccess::exists(ZnDbObjectId id, bool openErased) {
+  if (id.isNull()) return Quorl::eNullObjectId;
+  if (!id.isValid()) return Quorl::ePermanentlyErased;
+  if (id.isErased() && !openErased) return Quorl::eWasErased;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbObjectAccess::notLocked(const ZnDbObject* object) {
+  const auto* entity = ZnDbEntity::cast(object);
+  if (!entity || !entity->layerId().isValid()) return Quorl::eOk;
+  const auto* layer = ZnDbLayerTableRecord::cast(entity->layerId().stub()->object);
+  return layer && layer->isLocked() ? Quorl::eOnLockedLayer : Quorl::eOk;
+}
+
+namespace {
+
+ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode, bool openErased, bool evenIfLocked) {
+  object = nullptr;
+  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk) return status;
+  ZnDbStub* stub = id.stub();
+  switch (mode) {
+  case ZnDbOpenMode::kForRead:
+    if (stub->writers) return Quorl::eWasOpenForWrite;
+    ++stub->readers;
+    break;
+  case ZnDbOpenMode::kForWrite:
+    if (stub->writers) return Quorl::eWasOpenForWrite;
+    if (stub->readers) return Quorl::eWasOpenForRead;
+    if (!evenIfLocked && ZnDbObjectAccess::notLocked(stub->object) != Quorl::eOk) return Quorl::eOnLockedLayer;
+    ++stub->writers;
+    break;
+  case ZnDbOpenMode::kForNotify:
+    // Looks on while others have it open as they like; counted as a reader that hinders nobody.
+    if (stub->writers == 0) ++stub->readers;
+    break;
+  }
+  object = stub->object;
+  return Quorl::eOk;
+}
+
+}  // namespace
+
+ErrorStatus zndbOpenObject(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode, bool openErased) {
+  return openStrictly(object, id, mode, openErased, false);
+}
+
+ErrorStatus zndbForceOpenObjectOnLockedLayer(ZnDbObject*& object, ZnDbObjectId id) {
+  return openStrictly(object, id, ZnDbOpenMode::kForWrite, false, true);
+}
+
+ErrorStatus accessZnDbObjectForRead(ZnDbObject*& object, ZnDbObjectId id, const ZnRxClass* cls, bool openErased) {
+  object = nullptr;
+  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk) return status;
+  if (cls && !id.isDerivedFrom(cls)) return Quorl::eWrongObjectClass;
+  ++id.stub()->readers;
+  object = id.stub()->object;
+  return Quorl::eOk;
+}
+
+ErrorStatus accessZnDbObjectForWrite(ZnDbObject*& object, ZnDbObjectId id, const ZnRxClass* cls, bool openErased,
+                                     bool evenIfLocked, int ownReaders) {
+  object = nullptr;
+  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk) return status;
+  if (cls && !id.isDerivedFrom(cls)) return Quorl::eWrongObjectClass;
+  ZnDbStub* stub = id.stub();
+  if (!stub->writers && !stub->evaluating && stub->readers > ownReaders) return Quorl::eWasOpenForRead;
+  if (!evenIfLocked && ZnDbObjectAccess::notLocked(stub->object) != Quorl::eOk) return Quorl::eOnLockedLayer;
+  ++stub->writers;
+  object = stub->object;
+  return Quorl::eOk;
+}
+
+void revertZnDbObjectFromWrite(ZnDbObject* object) {
+  ZnDbStub* stub = ZnDbObjectAccess::stub(object);
+  QUORL_ASSERT(stub && stub->writers > 0);
+  if (--stub->writers == 0) ZnDbObjectAccess::finishWrite(object);
+}
+
+void endZnDbObjectRead(ZnDbObject* object) {
+  ZnDbStub* stub = ZnDbObjectAccess::stub(object);
+  QUORL_ASSERT(stub && stub->readers > 0);
+  --stub->readers;
+}

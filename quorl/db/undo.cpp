@@ -1,0 +1,188 @@
+#include "quorl/db/undo.h"
+
+#include "quorl/db/database.h"
+#include "quorl/db/memory_filer.h"
+#include "quorl/db/object_access.h"
+
+using Quorl::ErrorStatus;
+
+// One change. State: the object's fields and erased mark as they were. Creation: the object came into being
+// (or, in a redo list, is to come back). Header: a value outside of objects.
+struct ZnDbUndoRecorder::Record {
+  enum Kind { kState, kCreation, kHeader } kind = kState;
+  ZnDbObjectId id;
+  bool erased = false;
+  std::string bytes;
+  std::function<void()> exchange;
+};
+
+struct ZnDbUndoRecorder::Step {
+  ZnString label;
+  std::vector<Record> records;
+};
+
+ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database) : database_(database) {}
+
+ZnDbUndoRecorder::~ZnDbUndoRecorder() = default;
+
+void ZnDbUndoRecorder::startStep(const ZnString& label) {
+  ++stamp_;
+  if (!done_.empty() && done_.back().records.empty())
+    done_.back().label = label;
+  else
+    done_.push_back({label, {}});
+}
+
+bool ZnDbUndoRecorder::canUndo() const { return undoDepth() > 0; }
+
+bool ZnDbUndoRecorder::canRedo() const { return !undone_.empty(); }
+
+size_t ZnDbUndoRecorder::undoDepth() const {
+  return done_.size() - (!done_.empty() && done_.back().records.empty() ? 1 : 0);
+}
+
+// A first change opens a step of its own where none was begun, and makes redoing impossible.
+void ZnDbUndoRecorder::begin() {
+  if (done_.empty()) done_.push_back({});
+  undone_.clear();
+}
+
+void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
+  ZnDbStub* stub = ZnDbObjectAccess::stub(object);
+  if (!recording_ || undoing_ || stub->undoStamp == stamp_) return;
+  begin();
+  stub->undoStamp = stamp_;
+  ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
+  object->bdocOutFields(filer);
+  done_.back().records.push_back({Record::kState, object->objectId(), stub->erased, filer.takeBytes(), {}});
+}
+
+void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
+  if (!recording_ || undoing_) return;
+  begin();
+  ZnDbObjectAccess::stub(object)->undoStamp = stamp_;
+  done_.back().records.push_back({Record::kCreation, object->objectId(), true, {}, {}});
+}
+
+void ZnDbUndoRecorder::keepHeader(std::function<void()> exchange) {
+  if (!recording_ || undoing_) return;
+  begin();
+  Record record;
+  record.kind = Record::kHeader;
+  record.exchange = std::move(exchange);
+  done_.back().records.push_back(std::move(record));
+}
+
+namespace {
+
+// The owner's list of members follows the object's owner id.
+void moveMembership(ZnDbObjectId member, ZnDbObjectId from, ZnDbObjectId to) {
+  if (from == to) return;
+  if (from.isValid()) from.stub()->object->memberRemoved(member);
+  if (to.isValid()) to.stub()->object->memberAdded(member);
+}
+
+}  // namespace
+
+// Puts the record's state in place and keeps what stood there as the inverse.
+void ZnDbUndoRecorder::restore(Record& record, std::vector<Record>& inverse) {
+  if (record.kind == Record::kHeader) {
+    record.exchange();
+    inverse.push_back(std::move(record));
+    return;
+  }
+  ZnDbStub* stub = record.id.stub();
+  ZnDbObject* object = stub->object;
+  const bool wasErased = stub->erased;
+  if (record.kind == Record::kCreation) {
+    inverse.push_back({Record::kCreation, record.id, wasErased, {}, {}});
+    ZnDbObjectAccess::markErased(object, record.erased);
+    ZnDbObjectAccess::tellErased(object);
+    return;
+  }
+  ZnDbMemoryFiler now(ZnDbFiler::kUndo, &database_);
+  object->bdocOutFields(now);
+  inverse.push_back({Record::kState, record.id, wasErased, now.takeBytes(), {}});
+  const ZnDbObjectId ownerBefore = object->ownerId();
+  if (!wasErased) object->detachLinks();
+  ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
+  filer.setBytes(std::move(record.bytes));
+  // Reading the old fields is no change of its own: nobody is told of it here.
+  ++stub->writers;
+  object->modified_ = true;
+  const ErrorStatus status = object->bdocInFields(filer);
+  object->modified_ = false;
+  --stub->writers;
+  QUORL_ASSERT(status == Quorl::eOk);
+  moveMembership(record.id, ownerBefore, object->ownerId());
+  if (!wasErased && !record.erased) object->attachLinks();
+  ZnDbObjectAccess::markErased(object, record.erased);
+  if (wasErased != record.erased)
+    ZnDbObjectAccess::tellErased(object);
+  else
+    ZnDbObjectAccess::tellModified(object, true);
+}
+
+// Backwards, so that each object meets the world in which its state was kept.
+void ZnDbUndoRecorder::apply(std::vector<Record>& records, std::vector<Record>& inverse) {
+  undoing_ = true;
+  for (size_t i = records.size(); i-- > 0;) restore(records[i], inverse);
+  undoing_ = false;
+  ++stamp_;
+}
+
+ErrorStatus ZnDbUndoRecorder::undo() {
+  while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
+  if (done_.empty()) return Quorl::eNothingToUndo;
+  Step step = std::move(done_.back());
+  done_.pop_back();
+  Step back{step.label, {}};
+  apply(step.records, back.records);
+  undone_.push_back(std::move(back));
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbUndoRecorder::redo() {
+  if (undone_.empty()) return Quorl::eNothingToUndo;
+  while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
+  Step step = std::move(undone_.back());
+  undone_.pop_back();
+  Step back{step.label, {}};
+  apply(step.records, back.records);
+  done_.push_back(std::move(back));
+  startStep();
+  return Quorl::eOk;
+}
+
+size_t ZnDbUndoRecorder::mark() const {
+  size_t count = 0;
+  for (const Step& step : done_) count += step.records.size();
+  return count;
+}
+
+void ZnDbUndoRecorder::rollBackTo(size_t mark) {
+  size_t count = this->mark();
+  while (count > mark && !done_.empty()) {
+    std::vector<Record>& records = done_.back().records;
+    const size_t take = std::min(records.size(), count - mark);
+    std::vector<Record> tail(std::make_move_iterator(records.end() - static_cast<std::ptrdiff_t>(take)),
+                             std::make_move_iterator(records.end()));
+    records.resize(records.size() - take);
+    std::vector<Record> dropped;
+    apply(tail, dropped);
+    count -= take;
+    if (records.empty() && count > mark) done_.pop_back();
+  }
+}
+
+void ZnDbUndoRecorder::setRecording(bool on) {
+  if (recording_ == on) return;
+  recording_ = on;
+  clear();
+}
+
+void ZnDbUndoRecorder::clear() {
+  done_.clear();
+  undone_.clear();
+  ++stamp_;
+}

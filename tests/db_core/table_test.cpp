@@ -1,0 +1,137 @@
+#include "db_core/small_drawing.h"
+#include "quorl/db/layer_table.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+
+class Tables : public SmallDrawing {
+protected:
+  ErrorStatus addLayer(const wchar_t* name, ZnDbObjectId& id) {
+    ZnDbHolder<ZnDbLayerTable> table;
+    EXPECT_EQ(table.openForWrite(db.layerTableId()), Quorl::eOk);
+    auto* layer = new ZnDbLayerTableRecord;
+    ErrorStatus status = layer->setName(name);
+    if (status == Quorl::eOk) status = table->add(id, layer);
+    if (status == Quorl::eOk)
+      layer->close();
+    else
+      delete layer;
+    return status;
+  }
+  ZnDbObjectId layerAt(const wchar_t* name) {
+    ZnDbObjectId id;
+    ZnDbHolder<ZnDbLayerTable>(db.layerTableId())->getIdAt(name, id);
+    return id;
+  }
+};
+
+TEST_F(Tables, NamesOfRecords) {
+  struct Case {
+    const wchar_t* name;
+    ErrorStatus expected;
+  };
+  const Case cases[] = {
+      {L"Center Lines", Quorl::eOk}, {L"center LINES", Quorl::eDuplicateKey}, {L"0", Quorl::eDuplicateKey},
+      {L"", Quorl::eInvalidName},    {L"a/b", Quorl::eInvalidName},           {L" lead", Quorl::eInvalidName},
+      {L"a=b", Quorl::eInvalidName}, {L"Mittellinien \u00dc", Quorl::eOk},    {L"tab\t", Quorl::eInvalidName},
+  };
+  for (const Case& c : cases) {
+    ZnDbObjectId id;
+    EXPECT_EQ(addLayer(c.name, id), c.expected) << ZnString(c.name).utf8();
+    if (c.expected == Quorl::eOk) EXPECT_EQ(layerAt(c.name), id);
+  }
+  EXPECT_FALSE(layerAt(L"MITTELLINIEN \u00fc").isNull());
+  EXPECT_TRUE(layerAt(L"never named").isNull());
+}
+
+TEST_F(Tables, RenamingErasingAndUndoKeepTheIndex) {
+  ZnDbObjectId id, second;
+  ASSERT_EQ(addLayer(L"A", id), Quorl::eOk);
+  db.undoRecorder().startStep();
+  {
+    ZnDbHolder<ZnDbLayerTableRecord> layer;
+    ASSERT_EQ(layer.openForWrite(id), Quorl::eOk);
+    EXPECT_EQ(layer->setName(L"0"), Quorl::eDuplicateKey);
+    ASSERT_EQ(layer->setName(L"B"), Quorl::eOk);
+  }
+  EXPECT_TRUE(layerAt(L"A").isNull());
+  EXPECT_EQ(layerAt(L"b"), id);
+  ASSERT_EQ(db.undoRecorder().undo(), Quorl::eOk);
+  EXPECT_EQ(layerAt(L"A"), id);
+  EXPECT_TRUE(layerAt(L"B").isNull());
+  erase(id);
+  EXPECT_TRUE(layerAt(L"A").isNull()) << "an erased record counts as not found";
+  ASSERT_EQ(addLayer(L"A", second), Quorl::eOk);
+  EXPECT_EQ(layerAt(L"A"), second);
+}
+
+TEST_F(Tables, AnonymousBlocksGetFreshNames) {
+  const ZnDbObjectId first = addBlock(L"*U"), second = addBlock(L"*u");
+  ZnDbHolder<ZnDbBlockTableRecord> a(first), b(second);
+  EXPECT_FALSE(a->name().equalsNoCase(b->name()));
+  EXPECT_TRUE(a->isAnonymous());
+  ZnDbHolder<ZnDbBlockTableRecord> space(db.modelSpaceId());
+  EXPECT_FALSE(space->isAnonymous());
+  EXPECT_TRUE(space->isLayout());
+}
+
+TEST_F(Tables, BlocksKnowTheirReferences) {
+  const ZnDbObjectId inner = addBlock(L"Inner"), outer = addBlock(L"Outer");
+  addCircle(0.0, 1.0, inner);
+  const ZnDbObjectId nested = addReference(inner, outer);
+  const ZnDbObjectId shown = addReference(outer);
+  const auto references = [&](ZnDbObjectId block, bool directOnly) {
+    ZnArray<ZnDbObjectId> ids;
+    EXPECT_EQ(ZnDbHolder<ZnDbBlockTableRecord>(block)->getBlockReferenceIds(ids, directOnly), Quorl::eOk);
+    return ids;
+  };
+  EXPECT_EQ(references(inner, true), (ZnArray<ZnDbObjectId>{nested}));
+  EXPECT_EQ(references(inner, false), (ZnArray<ZnDbObjectId>{nested, shown}));
+  erase(nested);
+  EXPECT_TRUE(references(inner, true).isEmpty());
+  erase(nested, false);
+  EXPECT_EQ(references(inner, true).length(), 1);
+  {
+    ZnDbHolder<ZnDbBlockReference> reference;
+    ASSERT_EQ(reference.openForWrite(nested), Quorl::eOk);
+    const ZnDbObjectId other = addBlock(L"Other");
+    ASSERT_EQ(reference->setBlockTableRecord(other), Quorl::eOk);
+    EXPECT_EQ(references(other, true).length(), 1);
+  }
+  EXPECT_TRUE(references(inner, true).isEmpty());
+}
+
+TEST_F(Tables, ABlockNeverContainsItself) {
+  const ZnDbObjectId inner = addBlock(L"Inner"), outer = addBlock(L"Outer");
+  addReference(inner, outer);
+  ZnDbHolder<ZnDbBlockTableRecord> record;
+  ASSERT_EQ(record.openForWrite(inner), Quorl::eOk);
+  for (const ZnDbObjectId target : {inner, outer}) {
+    auto* reference = new ZnDbBlockReference(ZnGePoint3d(), target);
+    EXPECT_EQ(record->appendZnDbEntity(reference), Quorl::eInvalidOwner);
+    delete reference;
+  }
+}
+
+TEST_F(Tables, DictionaryEntries) {
+  ZnDbHolder<ZnDbDictionary> named;
+  ASSERT_EQ(named.openForWrite(db.namedObjectsDictionaryId()), Quorl::eOk);
+  const int before = named->numEntries();
+  ZnDbObjectId first, second, found;
+  auto* entry = new ZnDbDictionary;
+  ASSERT_EQ(named->setAt(L"Entry", entry, first), Quorl::eOk);
+  entry->close();
+  EXPECT_EQ(named->getAt(L"ENTRY", found), Quorl::eOk);
+  EXPECT_EQ(found, first);
+  auto* replacing = new ZnDbDictionary;
+  ASSERT_EQ(named->setAt(L"entry", replacing, second), Quorl::eOk);
+  replacing->close();
+  EXPECT_TRUE(first.isErased());
+  EXPECT_EQ(named->numEntries(), before + 1);
+  EXPECT_EQ(named->remove(L"Entry"), Quorl::eOk);
+  EXPECT_EQ(named->remove(L"Entry"), Quorl::eKeyNotFound);
+  EXPECT_EQ(named->getAt(L"Entry", found), Quorl::eKeyNotFound);
+}
+
+}  // namespace

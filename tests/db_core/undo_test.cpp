@@ -1,0 +1,140 @@
+#include <rapidcheck.h>
+
+#include "db_core/small_drawing.h"
+#include "quorl/db/transaction.h"
+
+namespace {
+
+class Undoing : public SmallDrawing {
+protected:
+  ZnDbUndoRecorder& undo() { return db.undoRecorder(); }
+};
+
+TEST_F(Undoing, TakesBackCreationChangeAndErasing) {
+  undo().startStep();
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  const std::string created = dump();
+  undo().startStep();
+  setRadius(id, 2.0);
+  const std::string changed = dump();
+  undo().startStep();
+  erase(id);
+  const std::string erased = dump();
+  ASSERT_NE(created, changed);
+
+  EXPECT_EQ(undo().undo(), Quorl::eOk);
+  EXPECT_EQ(dump(), changed);
+  EXPECT_EQ(undo().undo(), Quorl::eOk);
+  EXPECT_EQ(dump(), created);
+  EXPECT_EQ(undo().undo(), Quorl::eOk);
+  EXPECT_TRUE(id.isErased());
+  EXPECT_EQ(undo().undo(), Quorl::eNothingToUndo);
+  EXPECT_EQ(undo().redo(), Quorl::eOk);
+  EXPECT_EQ(dump(), created);
+  EXPECT_EQ(undo().redo(), Quorl::eOk);
+  EXPECT_EQ(undo().redo(), Quorl::eOk);
+  EXPECT_EQ(dump(), erased);
+  EXPECT_EQ(undo().redo(), Quorl::eNothingToUndo);
+}
+
+TEST_F(Undoing, AChangeForgetsWhatCouldBeRedone) {
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  undo().startStep();
+  setRadius(id, 2.0);
+  ASSERT_EQ(undo().undo(), Quorl::eOk);
+  undo().startStep();
+  EXPECT_TRUE(undo().canRedo()) << "a step without a change changes nothing";
+  setRadius(id, 3.0);
+  EXPECT_FALSE(undo().canRedo());
+}
+
+TEST_F(Undoing, OneStepKeepsTheFirstStateOnly) {
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  undo().startStep();
+  for (double radius : {2.0, 3.0, 4.0}) setRadius(id, radius);
+  EXPECT_EQ(undo().undo(), Quorl::eOk);
+  EXPECT_EQ(radiusOf(id), 1.0);
+}
+
+TEST_F(Undoing, TransactionsNest) {
+  struct Case {
+    bool keepInner, keepOuter;
+    double expected;
+  };
+  const Case cases[] = {{true, true, 3.0}, {false, true, 2.0}, {true, false, 1.0}, {false, false, 1.0}};
+  for (const Case& c : cases) {
+    const ZnDbObjectId id = addCircle(0.0, 1.0);
+    {
+      ZnDbTransaction outer(db);
+      setRadius(id, 2.0);
+      {
+        ZnDbTransaction inner(db);
+        setRadius(id, 3.0);
+        if (c.keepInner) EXPECT_EQ(inner.end(), Quorl::eOk);
+      }
+      if (c.keepOuter) EXPECT_EQ(outer.end(), Quorl::eOk);
+    }
+    EXPECT_EQ(radiusOf(id), c.expected);
+    EXPECT_EQ(db.transactionManager().numActiveTransactions(), 0);
+  }
+  EXPECT_EQ(db.transactionManager().endTransaction(), Quorl::eNoTransaction);
+  EXPECT_EQ(db.transactionManager().abortTransaction(), Quorl::eNoTransaction);
+}
+
+TEST_F(Undoing, MovedEntitiesReturnToTheirBlock) {
+  const ZnDbObjectId block = addBlock(L"B");
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  undo().startStep();
+  {
+    ZnDbHolder<ZnDbBlockTableRecord> record;
+    ASSERT_EQ(record.openForWrite(block), Quorl::eOk);
+    ASSERT_EQ(record->assumeOwnershipOf(ZnArray<ZnDbObjectId>{id}), Quorl::eOk);
+  }
+  const auto holds = [&](ZnDbObjectId owner) {
+    const auto& ids = ZnDbHolder<ZnDbBlockTableRecord>(owner)->entityIds();
+    return std::count(ids.begin(), ids.end(), id);
+  };
+  EXPECT_EQ(holds(block), 1);
+  EXPECT_EQ(holds(db.modelSpaceId()), 0);
+  ASSERT_EQ(undo().undo(), Quorl::eOk);
+  EXPECT_EQ(holds(block), 0);
+  EXPECT_EQ(holds(db.modelSpaceId()), 1);
+}
+
+// Random edits: going back and forth through the whole history meets the same drawings again.
+TEST(UndoHistory, IsTheSameBothWays) {
+  struct Drawing : SmallDrawing {
+    void TestBody() override {}
+    using SmallDrawing::addCircle, SmallDrawing::setRadius, SmallDrawing::radiusOf, SmallDrawing::erase, SmallDrawing::dump, SmallDrawing::db;
+  };
+  const bool held = rc::check("undo and redo retrace every step", [] {
+    Drawing drawing;
+    std::vector<ZnDbObjectId> circles{drawing.addCircle(0.0, 1.0)};
+    drawing.db.undoRecorder().clear();
+    std::vector<std::string> seen{drawing.dump()};
+    const auto edits = *rc::gen::nonEmpty<std::vector<std::pair<unsigned char, unsigned char>>>();
+    for (const auto& [kind, which] : edits) {
+      drawing.db.undoRecorder().startStep();
+      const ZnDbObjectId id = circles[which % circles.size()];
+      if (kind % 3 == 0)
+        circles.push_back(drawing.addCircle(which, 1.0 + kind));
+      else if (kind % 3 == 1 && !id.isErased())
+        drawing.setRadius(id, drawing.radiusOf(id) + 1.0);
+      else
+        drawing.erase(id, !id.isErased());
+      seen.push_back(drawing.dump());
+    }
+    ZnDbUndoRecorder& undo = drawing.db.undoRecorder();
+    for (size_t i = seen.size(); i-- > 1;) {
+      RC_ASSERT(undo.undo() == Quorl::eOk);
+      RC_ASSERT(drawing.dump() == seen[i - 1]);
+    }
+    for (size_t i = 1; i < seen.size(); ++i) {
+      RC_ASSERT(undo.redo() == Quorl::eOk);
+      RC_ASSERT(drawing.dump() == seen[i]);
+    }
+  });
+  EXPECT_TRUE(held);
+}
+
+}  // namespace

@@ -1,0 +1,89 @@
+#include "db_core/small_drawing.h"
+#include "quorl/db/database_reactor.h"
+#include "quorl/db/object_reactor.h"
+#include "quorl/db/watch_link.h"
+
+namespace {
+
+class Watching : public SmallDrawing {};
+
+struct Listener : ZnDbObjectReactor {
+  void openedForModify(const ZnDbObject*) override { told += 'o'; }
+  void modified(const ZnDbObject*) override { told += 'm'; }
+  void modifiedUndone(const ZnDbObject*) override { told += 'u'; }
+  void erased(const ZnDbObject*, bool erasing) override { told += erasing ? 'e' : 'b'; }
+  std::string told;
+};
+
+struct DrawingListener : ZnDbDatabaseReactor {
+  void objectAppended(ZnDbDatabase*, const ZnDbObject*) override { told += 'a'; }
+  void objectModified(ZnDbDatabase*, const ZnDbObject* object) override { told += object->isUndoing() ? 'u' : 'm'; }
+  void objectErased(ZnDbDatabase*, const ZnDbObject*, bool erasing) override { told += erasing ? 'e' : 'b'; }
+  std::string told;
+};
+
+TEST_F(Watching, ReactorsHearAtTheCloseThatEndsTheChanges) {
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  Listener listener;
+  {
+    ZnDbHolder<ZnDbCircle> circle;
+    ASSERT_EQ(circle.openForWrite(id), Quorl::eOk);
+    circle->addReactor(&listener);
+    circle->addReactor(&listener);
+    circle->setRadius(2.0);
+    {
+      ZnDbHolder<ZnDbCircle> inner;
+      ASSERT_EQ(inner.openForWrite(id), Quorl::eOk);
+      inner->setRadius(3.0);
+    }
+    EXPECT_EQ(listener.told, "o") << "an inner writer does not end the change";
+  }
+  EXPECT_EQ(listener.told, "om");
+  { ZnDbHolder<ZnDbCircle> circle; circle.openForWrite(id); }
+  EXPECT_EQ(listener.told, "om") << "opening without a change is no change";
+  db.undoRecorder().startStep();
+  erase(id);
+  ASSERT_EQ(db.undoRecorder().undo(), Quorl::eOk);
+  EXPECT_EQ(listener.told, "omoeb");
+  ZnDbHolder<ZnDbCircle>(id)->removeReactor(&listener);
+}
+
+TEST_F(Watching, DrawingReactors) {
+  DrawingListener listener;
+  db.addReactor(&listener);
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  EXPECT_EQ(std::count(listener.told.begin(), listener.told.end(), 'a'), 1);
+  db.undoRecorder().startStep();
+  listener.told.clear();
+  setRadius(id, 2.0);
+  EXPECT_EQ(listener.told, "m");
+  ASSERT_EQ(db.undoRecorder().undo(), Quorl::eOk);
+  EXPECT_EQ(listener.told, "mu");
+  db.removeReactor(&listener);
+  setRadius(id, 5.0);
+  EXPECT_EQ(listener.told, "mu");
+}
+
+TEST_F(Watching, RingsKeepTheOrderOfComing) {
+  const ZnDbObjectId watched = addCircle(0.0, 1.0);
+  const ZnDbObjectId a = addCircle(1.0, 1.0), b = addCircle(2.0, 1.0), c = addCircle(3.0, 1.0);
+  const auto ring = [&] {
+    std::vector<ZnDbObjectId> ids;
+    const ZnDbWatchLink* first = watched.stub()->watchers;
+    for (const ZnDbWatchLink* link = first; link; link = link->next == first ? nullptr : link->next)
+      ids.push_back(link->watcher);
+    return ids;
+  };
+  auto first = std::make_unique<ZnDbWatchLink>(a, watched);
+  auto second = std::make_unique<ZnDbWatchLink>(b, watched);
+  auto third = std::make_unique<ZnDbWatchLink>(c, watched);
+  EXPECT_EQ(ring(), (std::vector{a, b, c}));
+  second.reset();
+  EXPECT_EQ(ring(), (std::vector{a, c}));
+  first.reset();
+  EXPECT_EQ(ring(), (std::vector{c}));
+  third.reset();
+  EXPECT_TRUE(ring().empty());
+}
+
+}  // namespace
