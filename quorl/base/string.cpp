@@ -4,8 +4,8 @@
 #include <cwchar>
 #include <cwctype>
 #include <locale.h>
-#include <wctype.h>
 #include <vector>
+#include <wctype.h>
 
 #include "quorl/base/resource.h"
 
@@ -192,8 +192,7 @@ ZnString handleText(ZnDbHandle handle) {
 
 namespace Quorl {
 
-wchar_t foldCase(wchar_t c) {
-  if (c < 128) return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c;
+wchar_t foldWide(wchar_t c) {
   // Not the process's locale, which is "C" unless somebody asks for more and would fold nothing here.
   static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   return static_cast<wchar_t>(towlower_l(static_cast<wint_t>(c), unicode));

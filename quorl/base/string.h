@@ -106,5 +106,9 @@ ZnString handleText(ZnDbHandle handle);
 namespace Quorl {
 std::string toUtf8(std::wstring_view text);
 std::wstring fromUtf8(std::string_view bytes);
-wchar_t foldCase(wchar_t c);
+wchar_t foldWide(wchar_t c); // for characters above 127
+inline wchar_t foldCase(wchar_t c) {
+  if (c < 128) return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c;
+  return foldWide(c);
+}
 } // namespace Quorl

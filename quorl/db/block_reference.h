@@ -18,14 +18,14 @@ public:
   // The transform from the block's coordinates to those of the block that the reference stands in. It is
   // kept as given, so that mirroring and skew survive; the rest is read from it.
   const ZnGeMatrix3d& blockTransform() const { return transform_; }
-  Quorl::ErrorStatus setBlockTransform(const ZnGeMatrix3d& transform);  // eDegenerateGeometry when singular
+  Quorl::ErrorStatus setBlockTransform(const ZnGeMatrix3d& transform); // eDegenerateGeometry when singular
   ZnGePoint3d position() const;
   Quorl::ErrorStatus setPosition(const ZnGePoint3d& position);
-  ZnGeVector3d normal() const;     // unit z axis
+  ZnGeVector3d normal() const; // unit z axis
   // Angle of the x axis from the entity plane's x axis, about the normal, in 0 to two pi.
   double rotation() const;
   Quorl::ErrorStatus setRotation(double angle);
-  ZnGeVector3d scaleFactors() const;  // lengths of the axes; y is negative for a mirrored transform
+  ZnGeVector3d scaleFactors() const; // lengths of the axes; y is negative for a mirrored transform
 
   Quorl::ErrorStatus transformBy(const ZnGeMatrix3d& transform) override;
   Quorl::ErrorStatus getGeomExtents(ZnGeBoundBlock3d& extents) const override;
@@ -53,6 +53,6 @@ private:
   friend class ZnDbBlockTableRecord;
   ZnDbObjectId blockRecord_;
   ZnGeMatrix3d transform_;
-  class ZnDbBlockTableRecord* linkedRecord_ = nullptr;  // whose list of references holds this one
+  class ZnDbBlockTableRecord* linkedRecord_ = nullptr; // whose list of references holds this one
   int linkedAt_ = -1;
 };

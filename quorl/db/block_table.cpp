@@ -29,7 +29,7 @@ bool wouldContain(ZnDbObjectId block, ZnDbObjectId containing, int depth = 0) {
   return false;
 }
 
-}  // namespace
+} // namespace
 
 const ZnRxClass* ZnDbBlockTable::recordClass() const { return ZnDbBlockTableRecord::desc(); }
 
@@ -113,7 +113,8 @@ ErrorStatus ZnDbBlockTableRecord::getGeomExtents(ZnGeBoundBlock3d& extents) cons
     if (id.isErased()) continue;
     const auto* entity = ZnDbEntity::cast(id.stub()->object);
     ZnGeBoundBlock3d box;
-    if (entity && entity->visibility() == ZnDb::kVisible && entity->getGeomExtents(box) == Quorl::eOk) sum.addBox(box);
+    if (entity && entity->visibility() == ZnDb::kVisible && entity->getGeomExtents(box) == Quorl::eOk)
+      sum.addBox(box);
   }
   if (sum.isEmpty()) return Quorl::eNothingToDo;
   extents = sum;
@@ -128,19 +129,22 @@ ErrorStatus ZnDbBlockTableRecord::subErase(bool erasing) {
   }
   for (const ZnDbObjectId id : erasedWithBlock_) {
     ZnDbHolder<ZnDbObject> entity;
-    if (entity.openForWrite(id, true, true) == Quorl::eOk && entity->isErased() != erasing) entity->erase(erasing);
+    if (entity.openForWrite(id, true, true) == Quorl::eOk && entity->isErased() != erasing)
+      entity->erase(erasing);
   }
   if (!erasing) erasedWithBlock_.clear();
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbBlockTableRecord::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocOutFields(filer); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocOutFields(filer); status != Quorl::eOk)
+    return status;
   filer.wrInt16(kVersion);
   filer.wrBool(external_);
   filer.wrSoftPointerId(layoutId_);
   if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  const auto live = std::count_if(entities_.begin(), entities_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
+  const auto live =
+      std::count_if(entities_.begin(), entities_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
   filer.wrInt32(static_cast<std::int32_t>(live));
   for (const ZnDbObjectId id : entities_)
     if (!id.isErased()) filer.wrHardOwnershipId(id);
@@ -148,7 +152,8 @@ ErrorStatus ZnDbBlockTableRecord::bdocOutFields(ZnDbFiler& filer) const {
 }
 
 ErrorStatus ZnDbBlockTableRecord::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocInFields(filer); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocInFields(filer); status != Quorl::eOk)
+    return status;
   if (filer.rdInt16() > kVersion) return Quorl::eNewerVersion;
   external_ = filer.rdBool();
   layoutId_ = filer.rdSoftPointerId();
@@ -159,7 +164,8 @@ ErrorStatus ZnDbBlockTableRecord::bdocInFields(ZnDbFiler& filer) {
 }
 
 ErrorStatus ZnDbBlockTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocOutFields(filer); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocOutFields(filer); status != Quorl::eOk)
+    return status;
   filer.wrSubclassMarker(className());
   filer.wrBool(290, external_);
   if (!layoutId_.isNull()) filer.wrId(330, layoutId_);
@@ -169,7 +175,8 @@ ErrorStatus ZnDbBlockTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
 }
 
 ErrorStatus ZnDbBlockTableRecord::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocInFields(filer); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocInFields(filer); status != Quorl::eOk)
+    return status;
   if (!filer.atSubclassData(className())) return filer.status();
   entities_.clear();
   ZnDbTdocItem item;
@@ -197,14 +204,16 @@ void ZnDbBlockTableRecord::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbSymbolTableRecord::audit(faults, fix);
   for (size_t i = 0; i < entities_.size(); ++i) {
     const ZnDbObjectId id = entities_[i];
-    if (id.isValid() && id.isDerivedFrom(ZnDbEntity::desc()) && id.stub()->object->ownerId() == objectId()) continue;
-    faults.push_back(L"block " + name() + L": entry " + handleText(id.handle()) + L" is no entity of this block");
+    if (id.isValid() && id.isDerivedFrom(ZnDbEntity::desc()) && id.stub()->object->ownerId() == objectId())
+      continue;
+    faults.push_back(L"block " + name() + L": entry " + handleText(id.handle()) +
+                     L" is no entity of this block");
     if (fix) entities_.erase(entities_.begin() + static_cast<std::ptrdiff_t>(i--));
   }
 }
 
-ZnDbBlockTableRecordIterator::ZnDbBlockTableRecordIterator(const ZnDbBlockTableRecord& record, bool atBeginning,
-                                                           bool skipDeleted)
+ZnDbBlockTableRecordIterator::ZnDbBlockTableRecordIterator(const ZnDbBlockTableRecord& record,
+                                                           bool atBeginning, bool skipDeleted)
     : ids_(record.entityIds()) {
   start(atBeginning, skipDeleted);
 }

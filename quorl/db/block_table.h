@@ -23,7 +23,8 @@ class ZnDbBlockTableRecord : public ZnDbSymbolTableRecord {
 
 public:
   // Entities. appendZnDbEntity takes ownership of an entity in no database and leaves it open for write.
-  // eAlreadyInDatabase, eNotInDatabase (this record), eInvalidOwner for a reference that would contain itself.
+  // eAlreadyInDatabase, eNotInDatabase (this record), eInvalidOwner for a reference that would contain
+  // itself.
   Quorl::ErrorStatus appendZnDbEntity(ZnDbObjectId& id, ZnDbEntity* entity);
   Quorl::ErrorStatus appendZnDbEntity(ZnDbEntity* entity);
   // Moves entities of other records of this database into this one; their ids stay.
@@ -41,7 +42,7 @@ public:
   // Of the direct references that are not erased; only is set when it is exactly one.
   int countReferences(ZnDbObjectId& only) const;
 
-  bool isAnonymous() const;   // the name begins with "*" and it is no layout
+  bool isAnonymous() const; // the name begins with "*" and it is no layout
   bool isLayout() const { return !layoutId_.isNull(); }
   bool isFromExternalReference() const { return external_; }
   void setIsFromExternalReference(bool external) { external_ = external; }

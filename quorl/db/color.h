@@ -36,11 +36,13 @@ public:
   enum Method : std::uint8_t { kByLayer = 0, kByBlock = 1, kByAlpha = 2 };
 
   ZnCmTransparency() = default;
-  explicit ZnCmTransparency(std::uint8_t alpha) : method_(kByAlpha), alpha_(alpha) {}
+  explicit ZnCmTransparency(std::uint8_t alpha)
+      : method_(kByAlpha)
+      , alpha_(alpha) {}
 
   Method method() const { return method_; }
   void setMethod(Method method) { method_ = method; }
-  std::uint8_t alpha() const { return method_ == kByAlpha ? alpha_ : 255; }  // 255 is opaque
+  std::uint8_t alpha() const { return method_ == kByAlpha ? alpha_ : 255; } // 255 is opaque
 
   std::uint32_t packed() const { return static_cast<std::uint32_t>(method_) << 8 | alpha_; }
   static ZnCmTransparency fromPacked(std::uint32_t packed);

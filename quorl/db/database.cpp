@@ -44,8 +44,7 @@ struct ZnDbDatabase::SlotTable {
     return &lastBlock[handle % kBlock];
   }
 
-  template<class Call>
-  void forEach(Call&& call) {
+  template<class Call> void forEach(Call&& call) {
     for (auto& [number, block] : blocks)
       for (std::uint64_t i = 0; i < kBlock; ++i)
         if (block[i].object) call(block[i]);
@@ -53,9 +52,11 @@ struct ZnDbDatabase::SlotTable {
 };
 
 ZnDbDatabase::ZnDbDatabase(bool buildDefaults)
-    : slots_(std::make_unique<SlotTable>()), savedByVersion_(Quorl::kFileVersion),
-      savedByMaintenanceVersion_(Quorl::kFileMaintenanceVersion), undo_(std::make_unique<ZnDbUndoRecorder>(*this)),
-      transactions_(std::make_unique<ZnDbTransactionManager>(*this)) {
+    : slots_(std::make_unique<SlotTable>())
+    , savedByVersion_(Quorl::kFileVersion)
+    , savedByMaintenanceVersion_(Quorl::kFileMaintenanceVersion)
+    , undo_(std::make_unique<ZnDbUndoRecorder>(*this))
+    , transactions_(std::make_unique<ZnDbTransactionManager>(*this)) {
   if (buildDefaults) {
     zndbBuildDefaults(*this);
     undo_->clear();
@@ -94,7 +95,8 @@ ErrorStatus ZnDbDatabase::addObject(ZnDbObject* object, ZnDbObjectId owner, ZnDb
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbDatabase::getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHandle handle, std::uint32_t /*extra*/) {
+ErrorStatus ZnDbDatabase::getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHandle handle,
+                                          std::uint32_t /*extra*/) {
   id.setNull();
   if (handle.isNull()) return Quorl::eNullObjectId;
   ZnDbStub* stub = slots_->find(handle.value, create);
@@ -138,7 +140,8 @@ std::vector<ZnDbObjectId> ZnDbDatabase::allObjectIds() const {
 
 void ZnDbDatabase::setHandseed(ZnDbHandle next) { nextHandle_ = std::max(nextHandle_, next.value); }
 
-ErrorStatus ZnDbDatabase::getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClass* recordClass, ZnDbOpenMode mode) {
+ErrorStatus ZnDbDatabase::getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClass* recordClass,
+                                         ZnDbOpenMode mode) {
   table = nullptr;
   for (const ZnDbObjectId id : {blockTableId_, layerTableId_, linetypeTableId_, dimStyleTableId_}) {
     if (!id.isValid()) continue;
@@ -156,9 +159,9 @@ ZnDbObjectId ZnDbDatabase::getLayoutDictionary() const {
 }
 
 ZnDbDatabase::HeaderIds ZnDbDatabase::headerIds() const {
-  return {blockTableId_, layerTableId_,   linetypeTableId_, dimStyleTableId_, namedObjectsDictionaryId_,
-          modelSpaceId_, paperSpaceId_,   currentSpaceId_,  clayer_,          celtype_,
-          dimstyle_,     layerZero_,      byLayerLinetype_, byBlockLinetype_, continuousLinetype_};
+  return {blockTableId_, layerTableId_, linetypeTableId_, dimStyleTableId_, namedObjectsDictionaryId_,
+          modelSpaceId_, paperSpaceId_, currentSpaceId_,  clayer_,          celtype_,
+          dimstyle_,     layerZero_,    byLayerLinetype_, byBlockLinetype_, continuousLinetype_};
 }
 
 void ZnDbDatabase::setHeaderIds(const HeaderIds& ids) {

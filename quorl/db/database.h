@@ -34,7 +34,8 @@ public:
   Quorl::ErrorStatus addObject(ZnDbObject* object, ZnDbObjectId owner, ZnDbObjectId& id);
   // The id of a handle. Without create a handle that names nothing gives eKeyNotFound; with it a slot
   // without object is made, which a reader fills. extra is for the caller's bookkeeping and not looked at.
-  Quorl::ErrorStatus getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHandle handle, std::uint32_t extra = 0);
+  Quorl::ErrorStatus getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHandle handle,
+                                     std::uint32_t extra = 0);
   // For readers: puts an object, read later, into a slot without one; the drawing owns it. eDuplicateKey.
   Quorl::ErrorStatus installObject(ZnDbObjectId id, ZnDbObject* object);
   // Puts another object in the place of a closed one, whose fields the caller has carried over; gives back
@@ -42,7 +43,7 @@ public:
   ZnDbObject* replaceObject(ZnDbObjectId id, ZnDbObject* object);
   // All slots with an object, erased ones too, in order of handles.
   std::vector<ZnDbObjectId> allObjectIds() const;
-  size_t objectCount() const { return objectCount_; }  // not erased
+  size_t objectCount() const { return objectCount_; } // not erased
   ZnDbHandle handseed() const { return ZnDbHandle(nextHandle_); }
   void setHandseed(ZnDbHandle next);
 
@@ -75,7 +76,7 @@ public:
   Quorl::ErrorStatus setLtscale(double scale);
   const ZnGeMatrix3d& ucsMatrix() const { return ucsMatrix_; }
   void setUcsMatrix(const ZnGeMatrix3d& ucs) { ucsMatrix_ = ucs; }
-  int insertionUnits() const { return insertionUnits_; }  // 4 is millimetres, 1 inches, 0 none
+  int insertionUnits() const { return insertionUnits_; } // 4 is millimetres, 1 inches, 0 none
   void setInsertionUnits(int units) { insertionUnits_ = units; }
 
   // Variables of drawing scope, see ZnRxVariableStore. A change is undoable and told to the reactors.
@@ -85,7 +86,8 @@ public:
 
   // Linetypes and lineweights
   // Loads a linetype by name ("*" for all) from a linetype file on the resource or file path. eNotFound for
-  // the file, eKeyNotFound for the name, eDuplicateKey when it is there already, eInvalidInput for a bad line.
+  // the file, eKeyNotFound for the name, eDuplicateKey when it is there already, eInvalidInput for a bad
+  // line.
   Quorl::ErrorStatus loadLineTypeFile(const ZnString& name, const ZnString& file);
   static ZnDb::LineWeight getNearestLineWeight(int hundredthsOfMm);
 
@@ -101,7 +103,8 @@ public:
   void removeReactor(ZnDbDatabaseReactor* reactor);
   const std::vector<ZnDbDatabaseReactor*>& reactors() const { return reactors_; }
 
-  // Undo. Steps are begun by startUndoStep; everything until the next begins to one step. Recording starts on.
+  // Undo. Steps are begun by startUndoStep; everything until the next begins to one step. Recording starts
+  // on.
   ZnDbUndoRecorder& undoRecorder() { return *undo_; }
   ZnDbTransactionManager& transactionManager() { return *transactions_; }
   bool isUndoing() const;

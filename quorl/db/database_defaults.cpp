@@ -10,8 +10,7 @@
 namespace {
 
 // Objects of a new drawing can't be refused by anything but a bug.
-template<class T>
-ZnDbObjectId added(ZnDbDatabase& database, T* object, ZnDbObjectId owner) {
+template<class T> ZnDbObjectId added(ZnDbDatabase& database, T* object, ZnDbObjectId owner) {
   ZnDbObjectId id;
   QUORL_ASSERT(database.addObject(object, owner, id) == Quorl::eOk);
   object->close();
@@ -47,7 +46,7 @@ void addLayout(ZnDbObjectId dictionaryId, const wchar_t* name, ZnDbObjectId bloc
   record->setLayoutId(id);
 }
 
-}  // namespace
+} // namespace
 
 void zndbBuildDefaults(ZnDbDatabase& database) {
   ZnDbDatabase::HeaderIds ids;

@@ -42,7 +42,7 @@ const ZnString& ltscaleName() {
   return name;
 }
 
-}  // namespace
+} // namespace
 
 void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
   if (reactors_.empty()) return;
@@ -53,8 +53,8 @@ void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
 }
 
 // Header ids change alike: the record must be of the right class, the old value is kept, watchers are told.
-ErrorStatus ZnDbDatabase::changeHeaderId(ZnDbObjectId ZnDbDatabase::*place, ZnDbObjectId id, const ZnRxClass* cls,
-                                         const wchar_t* name) {
+ErrorStatus ZnDbDatabase::changeHeaderId(ZnDbObjectId ZnDbDatabase::*place, ZnDbObjectId id,
+                                         const ZnRxClass* cls, const wchar_t* name) {
   if (id.isErased() || id.database() != this || !id.isDerivedFrom(cls)) return Quorl::eInvalidInput;
   if (this->*place == id) return Quorl::eOk;
   noteHeaderChange(name, true);

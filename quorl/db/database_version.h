@@ -6,7 +6,7 @@ class ZnDbDatabase;
 namespace Quorl {
 constexpr int kFileVersion = 33;
 constexpr int kFileMaintenanceVersion = 427;
-}  // namespace Quorl
+} // namespace Quorl
 
 // Gives an empty drawing its tables, standard records, spaces and layouts.
 void zndbBuildDefaults(ZnDbDatabase& database);

@@ -20,7 +20,8 @@ ZnDbDeepCloneOwnerFinder ownerFinder = nullptr;
 class TranslatingFiler : public ZnDbMemoryFiler {
 public:
   TranslatingFiler(ZnDbDatabase* destination, const ZnDbIdMapping& mapping)
-      : ZnDbMemoryFiler(kClone, destination), mapping_(mapping) {}
+      : ZnDbMemoryFiler(kClone, destination)
+      , mapping_(mapping) {}
 
 protected:
   ZnDbObjectId translated(ZnDbObjectId id, bool owned) const override {
@@ -42,7 +43,10 @@ struct Clone {
 class DeepCloner {
 public:
   DeepCloner(ZnDbDatabase& source, ZnDbDatabase& destination, ZnDbObjectId owner, ZnDbIdMapping& mapping)
-      : source_(source), destination_(destination), owner_(owner), mapping_(mapping) {}
+      : source_(source)
+      , destination_(destination)
+      , owner_(owner)
+      , mapping_(mapping) {}
 
   ErrorStatus run(const ZnArray<ZnDbObjectId>& objects) {
     ZnRxEvent& events = ZnRxEvent::instance();
@@ -158,7 +162,8 @@ private:
     if (ownerFinder)
       if (const ZnDbObjectId found = ownerFinder(original, mapping_, owner_); !found.isNull()) return found;
     if (!crossing()) return original->ownerId();
-    return clone.original.isDerivedFrom(ZnDbSymbolTableRecord::desc()) ? destinationTable(clone.original) : owner_;
+    return clone.original.isDerivedFrom(ZnDbSymbolTableRecord::desc()) ? destinationTable(clone.original)
+                                                                       : owner_;
   }
 
   void settle() {
@@ -190,7 +195,7 @@ private:
   std::vector<Clone> clones_;
 };
 
-}  // namespace
+} // namespace
 
 void zndbSetDeepCloneCollector(ZnDbDeepCloneCollector newCollector) { collector = newCollector; }
 

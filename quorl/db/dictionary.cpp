@@ -66,7 +66,8 @@ int ZnDbDictionary::numEntries() const {
 ErrorStatus ZnDbDictionary::subErase(bool erasing) {
   for (const Entry& e : entries_) {
     ZnDbHolder<ZnDbObject> object;
-    if (object.openForWrite(e.id, true) == Quorl::eOk && object->isErased() != erasing) object->erase(erasing);
+    if (object.openForWrite(e.id, true) == Quorl::eOk && object->isErased() != erasing)
+      object->erase(erasing);
   }
   return Quorl::eOk;
 }
@@ -129,7 +130,8 @@ void ZnDbDictionary::audit(std::vector<ZnString>& faults, bool fix) {
   for (size_t i = 0; i < entries_.size(); ++i) {
     const ZnDbObjectId id = entries_[i].id;
     if (id.isValid() && id.stub()->object->ownerId() == objectId()) continue;
-    faults.push_back(L"dictionary " + handleText(handle()) + L": entry " + entries_[i].name + L" names no object of it");
+    faults.push_back(L"dictionary " + handleText(handle()) + L": entry " + entries_[i].name +
+                     L" names no object of it");
     if (fix) entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i--));
   }
 }

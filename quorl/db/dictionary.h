@@ -16,7 +16,7 @@ public:
   // Adds an object in no database, which is open for write until closed; an entry of that name is replaced
   // and its object erased.
   Quorl::ErrorStatus setAt(const ZnString& name, ZnDbObject* object, ZnDbObjectId& id);
-  Quorl::ErrorStatus remove(const ZnString& name);  // erases the object as well
+  Quorl::ErrorStatus remove(const ZnString& name); // erases the object as well
   bool has(const ZnString& name) const;
   int numEntries() const;
 
@@ -24,7 +24,7 @@ public:
     ZnString name;
     ZnDbObjectId id;
   };
-  const std::vector<Entry>& entries() const { return entries_; }  // in order of addition, erased ones too
+  const std::vector<Entry>& entries() const { return entries_; } // in order of addition, erased ones too
 
   Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
   Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;

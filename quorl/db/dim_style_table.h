@@ -14,14 +14,14 @@ class ZnDbDimStyleTableRecord : public ZnDbSymbolTableRecord {
   ZNRX_DECLARE_MEMBERS(ZnDbDimStyleTableRecord)
 
 public:
-  double dimscale() const { return values_.scale; }  // overall factor
-  double dimexo() const { return values_.exo; }      // gap between an edge and its extension line
-  double dimexe() const { return values_.exe; }      // extension line beyond the dimension line
-  double dimasz() const { return values_.asz; }      // arrow length
-  double dimtxt() const { return values_.txt; }      // text height
-  double dimgap() const { return values_.gap; }      // between text and dimension line
-  double dimlfac() const { return values_.lfac; }    // factor on measured lengths
-  int dimdec() const { return static_cast<int>(values_.dec); }         // decimals
+  double dimscale() const { return values_.scale; }            // overall factor
+  double dimexo() const { return values_.exo; }                // gap between an edge and its extension line
+  double dimexe() const { return values_.exe; }                // extension line beyond the dimension line
+  double dimasz() const { return values_.asz; }                // arrow length
+  double dimtxt() const { return values_.txt; }                // text height
+  double dimgap() const { return values_.gap; }                // between text and dimension line
+  double dimlfac() const { return values_.lfac; }              // factor on measured lengths
+  int dimdec() const { return static_cast<int>(values_.dec); } // decimals
   // eOutOfRange for a negative length, or a factor of 0.
   Quorl::ErrorStatus setDimscale(double value);
   Quorl::ErrorStatus setDimexo(double value);

@@ -13,7 +13,9 @@ class ZnDbEntity;
 class ZnDbSubentRef {
 public:
   ZnDbSubentRef() = default;
-  ZnDbSubentRef(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent) : entity_(entity), subent_(subent) {}
+  ZnDbSubentRef(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent)
+      : entity_(entity)
+      , subent_(subent) {}
 
   const ZnDbCompoundObjectId& entity() const { return entity_; }
   const ZnDbSubentId& subentId() const { return subent_; }
@@ -56,8 +58,10 @@ class ZnDbVertexRef : public ZnDbSubentRef {
 public:
   ZnDbVertexRef() = default;
   explicit ZnDbVertexRef(const ZnDbFullSubentPath& path);
-  ZnDbVertexRef(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent) : ZnDbSubentRef(entity, subent) {}
-  explicit ZnDbVertexRef(const ZnGePoint3d& fixed) : fixed_(fixed) {}
+  ZnDbVertexRef(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent)
+      : ZnDbSubentRef(entity, subent) {}
+  explicit ZnDbVertexRef(const ZnGePoint3d& fixed)
+      : fixed_(fixed) {}
   // The vertex's point in the coordinates of the space of the path's first id. eKeyNotFound for an empty
   // reference and for a vertex that the entity has not (any more).
   Quorl::ErrorStatus evaluatePoint(ZnGePoint3d& point) const;

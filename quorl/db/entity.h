@@ -22,17 +22,19 @@ public:
   const ZnCmColor& color() const { return color_; }
   int colorIndex() const { return color_.colorIndex(); }
   ZnDbObjectId linetypeId() const { return linetypeId_; }
-  ZnString linetype() const;  // the record's name; empty when there is none
+  ZnString linetype() const; // the record's name; empty when there is none
   double linetypeScale() const { return linetypeScale_; }
   ZnDb::LineWeight lineWeight() const { return lineWeight_; }
   const ZnCmTransparency& transparency() const { return transparency_; }
   ZnDb::Visibility visibility() const { return visibility_; }
-  ZnDbObjectId blockId() const { return ownerId(); }  // the block record that it stands in
+  ZnDbObjectId blockId() const { return ownerId(); } // the block record that it stands in
 
   // Setters; doSubents passes the trait to what the entity consists of. Ids must be of this database's
   // tables (eInvalidInput), names must exist (eKeyNotFound), a scale must be above zero (eOutOfRange).
-  virtual Quorl::ErrorStatus setLayer(ZnDbObjectId layer, bool doSubents = true, bool allowHiddenLayer = false);
-  virtual Quorl::ErrorStatus setLayer(const ZnString& name, bool doSubents = true, bool allowHiddenLayer = false);
+  virtual Quorl::ErrorStatus setLayer(ZnDbObjectId layer, bool doSubents = true,
+                                      bool allowHiddenLayer = false);
+  virtual Quorl::ErrorStatus setLayer(const ZnString& name, bool doSubents = true,
+                                      bool allowHiddenLayer = false);
   virtual Quorl::ErrorStatus setColor(const ZnCmColor& color, bool doSubents = true);
   virtual Quorl::ErrorStatus setColorIndex(int index, bool doSubents = true);
   virtual Quorl::ErrorStatus setLinetype(ZnDbObjectId linetype, bool doSubents = true);
@@ -82,15 +84,15 @@ protected:
   virtual Quorl::ErrorStatus subGetOsnapPoints(ZnDb::OsnapMode mode, std::int64_t gsMarker,
                                                const ZnGePoint3d& pickPoint, const ZnGePoint3d& lastPoint,
                                                const ZnGeMatrix3d& viewTransform,
-                                               ZnArray<ZnGePoint3d>& snapPoints, ZnArray<std::int64_t>& geomIds,
+                                               ZnArray<ZnGePoint3d>& snapPoints,
+                                               ZnArray<std::int64_t>& geomIds,
                                                const ZnGeMatrix3d& insertion) const;
   Quorl::ErrorStatus subErase(bool erasing) override;
   ZnGiSubEntityTraits ownTraits() const;
 
 private:
   struct FiledTraits;
-  template<class Filer>
-  Quorl::ErrorStatus takeOver(Filer& filer, FiledTraits& traits);
+  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, FiledTraits& traits);
 
   ZnDbObjectId layerId_, linetypeId_;
   ZnCmColor color_;

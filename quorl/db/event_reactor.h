@@ -12,7 +12,7 @@ class ZnRxEventReactor : public ZnRxObject {
   ZNRX_DECLARE_MEMBERS(ZnRxEventReactor)
 
 public:
-  virtual void dwgFileOpened(ZnDbDatabase*, const wchar_t* /*file*/) {}  // a file was opened into it
+  virtual void dwgFileOpened(ZnDbDatabase*, const wchar_t* /*file*/) {} // a file was opened into it
   virtual void initialDwgFileOpenComplete(ZnDbDatabase*) {}
   virtual void databaseConstructed(ZnDbDatabase*) {}
   virtual void databaseToBeDestroyed(ZnDbDatabase*) {}
@@ -39,8 +39,7 @@ public:
   void removeReactor(ZnRxEventReactor* reactor);
 
   // Tells every reactor in order of addition; one that is removed meanwhile is passed over.
-  template<class Call>
-  void tell(Call&& call) {
+  template<class Call> void tell(Call&& call) {
     const std::vector<ZnRxEventReactor*> now = reactors_;
     for (ZnRxEventReactor* reactor : now)
       if (holds(reactor)) call(*reactor);

@@ -34,7 +34,7 @@ public:
   virtual void wrDouble(double value) = 0;
   virtual void wrString(const ZnString& value) = 0;
   virtual void wrAtom(ZnAtom value) = 0;
-  virtual void wrBytes(const void* bytes, size_t count) = 0;  // the length is written with them
+  virtual void wrBytes(const void* bytes, size_t count) = 0; // the length is written with them
   // Ownership ids name what the object owns, pointer ids what it refers to; hard ones keep the target
   // alive when unused objects are purged, and pull it along in a deep clone.
   virtual void wrSoftPointerId(ZnDbObjectId id) = 0;
@@ -59,8 +59,16 @@ public:
   virtual size_t remaining() const = 0;
 
   // Composed of the above
-  void wrPoint3d(const ZnGePoint3d& p) { wrDouble(p.x); wrDouble(p.y); wrDouble(p.z); }
-  void wrVector3d(const ZnGeVector3d& v) { wrDouble(v.x); wrDouble(v.y); wrDouble(v.z); }
+  void wrPoint3d(const ZnGePoint3d& p) {
+    wrDouble(p.x);
+    wrDouble(p.y);
+    wrDouble(p.z);
+  }
+  void wrVector3d(const ZnGeVector3d& v) {
+    wrDouble(v.x);
+    wrDouble(v.y);
+    wrDouble(v.z);
+  }
   ZnGePoint3d rdPoint3d();
   ZnGeVector3d rdVector3d();
   // A count of elements of at least that many bytes each; a negative or impossible one sets eFileDamaged

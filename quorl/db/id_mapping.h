@@ -9,14 +9,20 @@
 class ZnDbIdPair {
 public:
   ZnDbIdPair() = default;
-  explicit ZnDbIdPair(ZnDbObjectId key) : key_(key) {}
-  ZnDbIdPair(ZnDbObjectId key, ZnDbObjectId value, bool isCloned, bool isPrimary = false, bool isOwnerXlated = true)
-      : key_(key), value_(value), cloned_(isCloned), primary_(isPrimary), ownerXlated_(isOwnerXlated) {}
+  explicit ZnDbIdPair(ZnDbObjectId key)
+      : key_(key) {}
+  ZnDbIdPair(ZnDbObjectId key, ZnDbObjectId value, bool isCloned, bool isPrimary = false,
+             bool isOwnerXlated = true)
+      : key_(key)
+      , value_(value)
+      , cloned_(isCloned)
+      , primary_(isPrimary)
+      , ownerXlated_(isOwnerXlated) {}
 
   ZnDbObjectId key() const { return key_; }
   ZnDbObjectId value() const { return value_; }
   bool isCloned() const { return cloned_; }
-  bool isPrimary() const { return primary_; }        // asked for by the caller, not pulled along
+  bool isPrimary() const { return primary_; } // asked for by the caller, not pulled along
   bool isOwnerXlated() const { return ownerXlated_; }
 
 private:
@@ -27,7 +33,9 @@ private:
 class ZnDbIdMapping {
 public:
   ZnDbIdMapping(int context, ZnDbDatabase* originals, ZnDbDatabase* destination)
-      : context_(context), origDb_(originals), destDb_(destination) {}
+      : context_(context)
+      , origDb_(originals)
+      , destDb_(destination) {}
 
   // Fills in the pair of that key; false and the pair untouched when there is none.
   bool compute(ZnDbIdPair& pair) const;
@@ -52,7 +60,8 @@ private:
 // Walks the pairs of a mapping in order; pairs added meanwhile are visited too.
 class ZnDbIdMappingIter {
 public:
-  explicit ZnDbIdMappingIter(const ZnDbIdMapping& mapping) : mapping_(mapping) {}
+  explicit ZnDbIdMappingIter(const ZnDbIdMapping& mapping)
+      : mapping_(mapping) {}
   void start() { at_ = 0; }
   bool done() const { return at_ >= mapping_.pairs().size(); }
   void next() { ++at_; }

@@ -22,9 +22,10 @@ public:
   const ZnCmColor& color() const { return color_; }
   Quorl::ErrorStatus setColor(const ZnCmColor& color);
   ZnDbObjectId linetypeObjectId() const { return linetypeId_; }
-  Quorl::ErrorStatus setLinetypeObjectId(ZnDbObjectId linetype);  // eInvalidInput for an id that is no linetype
+  Quorl::ErrorStatus
+  setLinetypeObjectId(ZnDbObjectId linetype); // eInvalidInput for an id that is no linetype
   ZnDb::LineWeight lineWeight() const { return lineWeight_; }
-  Quorl::ErrorStatus setLineWeight(ZnDb::LineWeight weight);      // eOutOfRange for by layer and by block
+  Quorl::ErrorStatus setLineWeight(ZnDb::LineWeight weight); // eOutOfRange for by layer and by block
   const ZnCmTransparency& transparency() const { return transparency_; }
   Quorl::ErrorStatus setTransparency(const ZnCmTransparency& transparency);
   bool isOff() const { return off_; }
@@ -45,8 +46,7 @@ public:
 
 private:
   struct Fields;
-  template<class Filer>
-  Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
+  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
 
   ZnCmColor color_ = ZnCmColor::fromIndex(7);
   ZnDbObjectId linetypeId_;

@@ -8,7 +8,7 @@ class ZnDbLayout : public ZnDbObject {
 
 public:
   const ZnString& layoutName() const { return name_; }
-  Quorl::ErrorStatus setLayoutName(const ZnString& name);  // eInvalidName
+  Quorl::ErrorStatus setLayoutName(const ZnString& name); // eInvalidName
   ZnDbObjectId blockTableRecordId() const { return blockId_; }
   void setBlockTableRecordId(ZnDbObjectId block);
   int tabOrder() const { return tabOrder_; }
@@ -16,7 +16,7 @@ public:
   // Paper in millimetres; 0 by 0 means no fixed paper.
   double paperWidth() const { return paperWidth_; }
   double paperHeight() const { return paperHeight_; }
-  Quorl::ErrorStatus setPaperSize(double width, double height);  // eOutOfRange for negatives
+  Quorl::ErrorStatus setPaperSize(double width, double height); // eOutOfRange for negatives
 
   Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
   Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
@@ -25,8 +25,7 @@ public:
 
 private:
   struct Fields;
-  template<class Filer>
-  Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
+  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
 
   ZnString name_;
   ZnDbObjectId blockId_;

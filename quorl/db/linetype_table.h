@@ -20,13 +20,13 @@ public:
   void setDescription(const ZnString& description);
   int numDashes() const { return static_cast<int>(dashes_.size()); }
   void setNumDashes(int count);
-  double dashLengthAt(int index) const;              // 0 outside the pattern
-  Quorl::ErrorStatus setDashLengthAt(int index, double length);  // eOutOfRange
-  ZnDbObjectId shapeStyleAt(int index) const;        // null: no shape there
+  double dashLengthAt(int index) const;                         // 0 outside the pattern
+  Quorl::ErrorStatus setDashLengthAt(int index, double length); // eOutOfRange
+  ZnDbObjectId shapeStyleAt(int index) const;                   // null: no shape there
   Quorl::ErrorStatus setShapeStyleAt(int index, ZnDbObjectId style);
   ZnString textAt(int index) const;
   Quorl::ErrorStatus setTextAt(int index, const ZnString& text);
-  double patternLength() const;                      // sum of absolute dash lengths
+  double patternLength() const; // sum of absolute dash lengths
   bool isScaledToFit() const { return scaledToFit_; }
   void setIsScaledToFit(bool fit);
 
@@ -42,8 +42,7 @@ private:
     ZnString text;
   };
   struct Fields;
-  template<class Filer>
-  Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
+  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
   bool has(int index) const;
 
   ZnString description_;

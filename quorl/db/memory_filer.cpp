@@ -2,8 +2,7 @@
 
 #include <cstring>
 
-template<class T>
-T ZnDbMemoryFiler::take() {
+template<class T> T ZnDbMemoryFiler::take() {
   T value{};
   if (status_ != Quorl::eOk) return value;
   if (remaining() < sizeof(T)) {
@@ -15,7 +14,6 @@ T ZnDbMemoryFiler::take() {
   return value;
 }
 
-template bool ZnDbMemoryFiler::take<bool>();
 template std::int8_t ZnDbMemoryFiler::take<std::int8_t>();
 template std::int16_t ZnDbMemoryFiler::take<std::int16_t>();
 template std::int32_t ZnDbMemoryFiler::take<std::int32_t>();
@@ -32,6 +30,11 @@ void ZnDbMemoryFiler::setBytes(std::string bytes) {
 void ZnDbMemoryFiler::rewind() {
   at_ = 0;
   status_ = Quorl::eOk;
+}
+
+void ZnDbMemoryFiler::clear() {
+  bytes_.clear();
+  rewind();
 }
 
 void ZnDbMemoryFiler::wrString(const ZnString& value) {

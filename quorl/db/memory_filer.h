@@ -10,7 +10,9 @@
 // within this process only.
 class ZnDbMemoryFiler : public ZnDbFiler {
 public:
-  explicit ZnDbMemoryFiler(Kind kind, ZnDbDatabase* database = nullptr) : kind_(kind), database_(database) {}
+  explicit ZnDbMemoryFiler(Kind kind, ZnDbDatabase* database = nullptr)
+      : kind_(kind)
+      , database_(database) {}
 
   Kind kind() const override { return kind_; }
   Quorl::ErrorStatus status() const override { return status_; }
@@ -22,9 +24,11 @@ public:
   // Reads these bytes from the start.
   void setBytes(std::string bytes);
   void rewind();
+  // Forgets what was written and keeps the memory for what comes next.
+  void clear();
   void reserve(size_t count) { bytes_.reserve(count); }
 
-  void wrBool(bool value) override { put(value); }
+  void wrBool(bool value) override { put(static_cast<std::int8_t>(value)); }
   void wrInt8(std::int8_t value) override { put(value); }
   void wrInt16(std::int16_t value) override { put(value); }
   void wrInt32(std::int32_t value) override { put(value); }
@@ -38,7 +42,7 @@ public:
   void wrSoftOwnershipId(ZnDbObjectId id) override { put(id.stub()); }
   void wrHardOwnershipId(ZnDbObjectId id) override { put(id.stub()); }
 
-  bool rdBool() override { return take<bool>(); }
+  bool rdBool() override { return take<std::int8_t>() != 0; }
   std::int8_t rdInt8() override { return take<std::int8_t>(); }
   std::int16_t rdInt16() override { return take<std::int16_t>(); }
   std::int32_t rdInt32() override { return take<std::int32_t>(); }
@@ -59,12 +63,10 @@ protected:
 
 private:
   ZnDbObjectId readId() { return ZnDbObjectId(take<ZnDbStub*>()); }
-  template<class T>
-  void put(const T& value) {
+  template<class T> void put(const T& value) {
     bytes_.append(reinterpret_cast<const char*>(&value), sizeof(T));
   }
-  template<class T>
-  T take();
+  template<class T> T take();
 
   Kind kind_;
   ZnDbDatabase* database_;

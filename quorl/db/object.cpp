@@ -21,8 +21,7 @@ namespace {
 
 // Calls for everyone who watches the slot. A watcher may take its link down meanwhile, and new ones may
 // come, so the ring is copied first; most objects have one or two.
-template<class Call>
-void forEachWatcher(const ZnDbStub* stub, Call&& call) {
+template<class Call> void forEachWatcher(const ZnDbStub* stub, Call&& call) {
   if (!stub->watchers) return;
   constexpr size_t kFew = 16;
   ZnDbObjectId few[kFew];
@@ -43,7 +42,7 @@ void forEachWatcher(const ZnDbStub* stub, Call&& call) {
     if (!watcher.isErased()) call(watcher.stub()->object);
 }
 
-}  // namespace
+} // namespace
 
 ZnDbObject::~ZnDbObject() {
   if (!reactors_) return;
@@ -124,7 +123,8 @@ ErrorStatus ZnDbObject::createExtensionDictionary() {
 
 void ZnDbObject::addReactor(ZnDbObjectReactor* reactor) {
   if (!reactors_) reactors_ = std::make_unique<std::vector<ZnDbObjectReactor*>>();
-  if (std::find(reactors_->begin(), reactors_->end(), reactor) == reactors_->end()) reactors_->push_back(reactor);
+  if (std::find(reactors_->begin(), reactors_->end(), reactor) == reactors_->end())
+    reactors_->push_back(reactor);
 }
 
 void ZnDbObject::removeReactor(ZnDbObjectReactor* reactor) {
@@ -146,7 +146,8 @@ ZnRxObject* ZnDbObject::clone() const {
   return copy;
 }
 
-ErrorStatus ZnDbObject::deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping, bool /*isPrimary*/) {
+ErrorStatus ZnDbObject::deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping,
+                                  bool /*isPrimary*/) {
   copy = nullptr;
   if (!database()) return Quorl::eNotInDatabase;
   if (!owner || !owner->database()) return Quorl::eInvalidOwner;
@@ -172,7 +173,8 @@ ErrorStatus ZnDbObject::bdocInFields(ZnDbFiler& filer) {
 
 ErrorStatus ZnDbObject::tdocOutFields(ZnDbTdocFiler& filer) const {
   filer.wrId(330, ownerId_);
-  if (!extensionDictionary_.isNull() && !extensionDictionary_.isErased()) filer.wrId(360, extensionDictionary_);
+  if (!extensionDictionary_.isNull() && !extensionDictionary_.isErased())
+    filer.wrId(360, extensionDictionary_);
   return filer.status();
 }
 
@@ -216,7 +218,8 @@ void ZnDbObjectAccess::tellModified(ZnDbObject* object, bool undone) {
   if (!undone) forEachWatcher(object->stub_, [&](ZnDbObject* watcher) { watcher->watchedModified(object); });
   if (object->reactors_) {
     const std::vector<ZnDbObjectReactor*> now = *object->reactors_;
-    for (ZnDbObjectReactor* reactor : now) undone ? reactor->modifiedUndone(object) : reactor->modified(object);
+    for (ZnDbObjectReactor* reactor : now)
+      undone ? reactor->modifiedUndone(object) : reactor->modified(object);
   }
   const std::vector<ZnDbDatabaseReactor*>& listeners = object->database()->reactors();
   if (listeners.empty()) return;

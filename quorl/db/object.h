@@ -59,7 +59,8 @@ public:
   // A copy in no database with the same fields and ids, owned by the caller.
   ZnRxObject* clone() const override;
   // Clones this object and what it owns into the owner; see ZnDbDatabase::deepCloneObjects.
-  Quorl::ErrorStatus deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping, bool isPrimary = true);
+  Quorl::ErrorStatus deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping,
+                               bool isPrimary = true);
 
   // Fields. Each level calls its base first. A reader leaves the object usable whatever the bytes say and
   // reports damage by the status.
@@ -84,7 +85,9 @@ public:
   virtual void memberRemoved(ZnDbObjectId) {}
 
   // Deep clone hooks, called on the originals that are being cloned and on the clones afterwards.
-  virtual Quorl::ErrorStatus addMoreObjectsToDeepClone(ZnDbIdMapping&, ZnArray<ZnDbObjectId>&) const { return Quorl::eOk; }
+  virtual Quorl::ErrorStatus addMoreObjectsToDeepClone(ZnDbIdMapping&, ZnArray<ZnDbObjectId>&) const {
+    return Quorl::eOk;
+  }
   virtual Quorl::ErrorStatus postProcessAfterDeepClone(ZnDbIdMapping&) { return Quorl::eOk; }
 
   // Finds faults of the object's own; with fix they are mended. Each fault is one line in the report.

@@ -15,22 +15,23 @@ struct ZnDbWatchLink;
 
 // A slot lives as long as its database. Everything here is the database's to change.
 struct ZnDbStub {
-  ZnDbObject* object = nullptr;      // null while the handle is only referred to
+  ZnDbObject* object = nullptr; // null while the handle is only referred to
   const ZnRxClass* objectClass = nullptr;
   ZnDbDatabase* database = nullptr;
   ZnDbWatchLink* watchers = nullptr; // ring of links of those who watch this object, oldest first
   std::uint64_t handle = 0;
-  std::uint32_t undoStamp = 0;       // undo step in which the object's state was last kept
+  std::uint32_t undoStamp = 0; // undo step in which the object's state was last kept
   std::uint16_t readers = 0;
   std::uint16_t writers = 0;
-  bool evaluating = false;           // held by an evaluation: whoever asks within it may write
+  bool evaluating = false; // held by an evaluation: whoever asks within it may write
   bool erased = false;
 };
 
 class ZnDbObjectId {
 public:
   constexpr ZnDbObjectId() = default;
-  constexpr explicit ZnDbObjectId(ZnDbStub* stub) : stub_(stub) {}
+  constexpr explicit ZnDbObjectId(ZnDbStub* stub)
+      : stub_(stub) {}
 
   // Null: refers to nothing. Valid: refers to an object that exists, erased or not.
   bool isNull() const { return stub_ == nullptr; }
@@ -54,7 +55,6 @@ private:
   ZnDbStub* stub_ = nullptr;
 };
 
-template<>
-struct std::hash<ZnDbObjectId> {
+template<> struct std::hash<ZnDbObjectId> {
   size_t operator()(ZnDbObjectId id) const { return std::hash<const void*>()(id.stub()); }
 };

@@ -22,9 +22,11 @@ ErrorStatus ZnDbObjectAccess::notLocked(const ZnDbObject* object) {
 
 namespace {
 
-ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode, bool openErased, bool evenIfLocked) {
+ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode, bool openErased,
+                         bool evenIfLocked) {
   object = nullptr;
-  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk)
+    return status;
   ZnDbStub* stub = id.stub();
   switch (mode) {
   case ZnDbOpenMode::kForRead:
@@ -34,7 +36,8 @@ ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode
   case ZnDbOpenMode::kForWrite:
     if (stub->writers) return Quorl::eWasOpenForWrite;
     if (stub->readers) return Quorl::eWasOpenForRead;
-    if (!evenIfLocked && ZnDbObjectAccess::notLocked(stub->object) != Quorl::eOk) return Quorl::eOnLockedLayer;
+    if (!evenIfLocked && ZnDbObjectAccess::notLocked(stub->object) != Quorl::eOk)
+      return Quorl::eOnLockedLayer;
     ++stub->writers;
     break;
   case ZnDbOpenMode::kForNotify:
@@ -46,7 +49,7 @@ ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode
   return Quorl::eOk;
 }
 
-}  // namespace
+} // namespace
 
 ErrorStatus zndbOpenObject(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode, bool openErased) {
   return openStrictly(object, id, mode, openErased, false);
@@ -56,19 +59,22 @@ ErrorStatus zndbForceOpenObjectOnLockedLayer(ZnDbObject*& object, ZnDbObjectId i
   return openStrictly(object, id, ZnDbOpenMode::kForWrite, false, true);
 }
 
-ErrorStatus accessZnDbObjectForRead(ZnDbObject*& object, ZnDbObjectId id, const ZnRxClass* cls, bool openErased) {
+ErrorStatus accessZnDbObjectForRead(ZnDbObject*& object, ZnDbObjectId id, const ZnRxClass* cls,
+                                    bool openErased) {
   object = nullptr;
-  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk)
+    return status;
   if (cls && !id.isDerivedFrom(cls)) return Quorl::eWrongObjectClass;
   ++id.stub()->readers;
   object = id.stub()->object;
   return Quorl::eOk;
 }
 
-ErrorStatus accessZnDbObjectForWrite(ZnDbObject*& object, ZnDbObjectId id, const ZnRxClass* cls, bool openErased,
-                                     bool evenIfLocked, int ownReaders) {
+ErrorStatus accessZnDbObjectForWrite(ZnDbObject*& object, ZnDbObjectId id, const ZnRxClass* cls,
+                                     bool openErased, bool evenIfLocked, int ownReaders) {
   object = nullptr;
-  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk)
+    return status;
   if (cls && !id.isDerivedFrom(cls)) return Quorl::eWrongObjectClass;
   ZnDbStub* stub = id.stub();
   if (!stub->writers && !stub->evaluating && stub->readers > ownReaders) return Quorl::eWasOpenForRead;

@@ -32,8 +32,7 @@ void endZnDbObjectRead(ZnDbObject* object);
 
 // A scoped holder: opens for read, upgrades to write on request, and on leaving scope reverts the upgrade
 // and closes the object. It can also own an object that is in no database yet, which it deletes.
-template<class T>
-class ZnDbHolder {
+template<class T> class ZnDbHolder {
 public:
   ZnDbHolder() = default;
   explicit ZnDbHolder(ZnDbObjectId id, bool openErased = false) { open(id, openErased); }
@@ -51,7 +50,8 @@ public:
   T& operator*() const { return *object_; }
 
   Quorl::ErrorStatus open(ZnDbObjectId id, bool openErased = false);
-  // Asks for write on what is held for read; eHeldForReadOnly hides nothing: the status says who is in the way.
+  // Asks for write on what is held for read; eHeldForReadOnly hides nothing: the status says who is in the
+  // way.
   Quorl::ErrorStatus upgrade(bool evenIfLocked = false);
   Quorl::ErrorStatus openForWrite(ZnDbObjectId id, bool openErased = false, bool evenIfLocked = false);
   void acquire(T* object);

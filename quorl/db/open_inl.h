@@ -11,8 +11,7 @@ Quorl::ErrorStatus zndbOpenObject(T*& object, ZnDbObjectId id, ZnDbOpenMode mode
   return status;
 }
 
-template<class T>
-Quorl::ErrorStatus ZnDbHolder<T>::open(ZnDbObjectId id, bool openErased) {
+template<class T> Quorl::ErrorStatus ZnDbHolder<T>::open(ZnDbObjectId id, bool openErased) {
   close();
   ZnDbObject* any = nullptr;
   status_ = accessZnDbObjectForRead(any, id, T::desc(), openErased);
@@ -20,8 +19,7 @@ Quorl::ErrorStatus ZnDbHolder<T>::open(ZnDbObjectId id, bool openErased) {
   return status_;
 }
 
-template<class T>
-Quorl::ErrorStatus ZnDbHolder<T>::upgrade(bool evenIfLocked) {
+template<class T> Quorl::ErrorStatus ZnDbHolder<T>::upgrade(bool evenIfLocked) {
   if (status_ != Quorl::eOk || writing_ || owned_) return status_;
   ZnDbObject* any = nullptr;
   const Quorl::ErrorStatus status =
@@ -41,16 +39,14 @@ Quorl::ErrorStatus ZnDbHolder<T>::openForWrite(ZnDbObjectId id, bool openErased,
   return status;
 }
 
-template<class T>
-void ZnDbHolder<T>::acquire(T* object) {
+template<class T> void ZnDbHolder<T>::acquire(T* object) {
   close();
   object_ = object;
   owned_ = object != nullptr;
   status_ = object ? Quorl::eOk : Quorl::eNullObjectPointer;
 }
 
-template<class T>
-T* ZnDbHolder<T>::release() {
+template<class T> T* ZnDbHolder<T>::release() {
   T* object = object_;
   if (!owned_) close();
   object_ = nullptr;
@@ -59,8 +55,7 @@ T* ZnDbHolder<T>::release() {
   return object;
 }
 
-template<class T>
-void ZnDbHolder<T>::close() {
+template<class T> void ZnDbHolder<T>::close() {
   if (object_) {
     if (owned_) {
       if (object_->objectId().isNull())

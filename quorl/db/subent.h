@@ -15,7 +15,9 @@ class ZnDbIdMapping;
 class ZnDbSubentId {
 public:
   ZnDbSubentId() = default;
-  ZnDbSubentId(ZnDb::SubentType type, std::int64_t index) : type_(type), index_(index) {}
+  ZnDbSubentId(ZnDb::SubentType type, std::int64_t index)
+      : type_(type)
+      , index_(index) {}
   ZnDb::SubentType type() const { return type_; }
   std::int64_t index() const { return index_; }
   friend bool operator==(const ZnDbSubentId&, const ZnDbSubentId&) = default;
@@ -53,8 +55,8 @@ public:
   explicit ZnDbCompoundObjectId(const ZnDbFullSubentPath& path, ZnDbDatabase* hostDatabase = nullptr);
 
   bool isEmpty() const { return leaf_.isNull(); }
-  ZnDbObjectId topId() const { return path_.empty() ? leaf_ : path_.front(); }   // the first id
-  ZnDbObjectId leafId() const { return leaf_; }                                  // the last id
+  ZnDbObjectId topId() const { return path_.empty() ? leaf_ : path_.front(); } // the first id
+  ZnDbObjectId leafId() const { return leaf_; }                                // the last id
   // The ids above the leaf; status 3 when empty.
   Quorl::ErrorStatus getPath(ZnArray<ZnDbObjectId>& ids) const;
   // All ids, leaf included.

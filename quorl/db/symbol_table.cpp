@@ -18,7 +18,7 @@ const ZnDbSymbolTableRecord* recordOf(ZnDbObjectId id) {
   return id.isValid() ? ZnDbSymbolTableRecord::cast(id.stub()->object) : nullptr;
 }
 
-}  // namespace
+} // namespace
 
 const ZnRxClass* ZnDbSymbolTable::recordClass() const { return ZnDbSymbolTableRecord::desc(); }
 
@@ -86,7 +86,8 @@ ErrorStatus ZnDbSymbolTable::bdocOutFields(ZnDbFiler& filer) const {
   filer.wrInt16(kVersion);
   if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
   filer.wrInt64(static_cast<std::int64_t>(nextAnonymous_));
-  const auto live = std::count_if(records_.begin(), records_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
+  const auto live =
+      std::count_if(records_.begin(), records_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
   filer.wrInt32(static_cast<std::int32_t>(live));
   for (const ZnDbObjectId id : records_)
     if (!id.isErased()) filer.wrHardOwnershipId(id);
@@ -164,13 +165,15 @@ void ZnDbSymbolTable::audit(std::vector<ZnString>& faults, bool fix) {
   for (size_t i = 0; i < records_.size(); ++i) {
     const ZnDbSymbolTableRecord* record = recordOf(records_[i]);
     if (record && record->ownerId() == objectId() && record->isKindOf(recordClass())) continue;
-    faults.push_back(isA()->name() + L": entry " + handleText(records_[i].handle()) + L" is no record of this table");
+    faults.push_back(isA()->name() + L": entry " + handleText(records_[i].handle()) +
+                     L" is no record of this table");
     if (fix) records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(i--));
   }
 }
 
 ZnDbSymbolTableIterator::ZnDbSymbolTableIterator(std::vector<ZnDbObjectId> ids, bool skipDeleted)
-    : ids_(std::move(ids)), skipDeleted_(skipDeleted) {
+    : ids_(std::move(ids))
+    , skipDeleted_(skipDeleted) {
   start();
 }
 
@@ -262,12 +265,14 @@ bool isRefused(wchar_t c, bool allowVerticalBar) {
   if (c == L'|' && allowVerticalBar) return false;
   return c < 32 || c == 127 || kRefused.find(c) != std::wstring_view::npos;
 }
-}  // namespace
+} // namespace
 
 ErrorStatus validateSymbolName(const ZnString& name, bool allowVerticalBar) {
   const std::wstring_view text = name.view();
-  if (text.empty() || name.length() > kLongestName || text.front() == L' ' || text.back() == L' ') return Quorl::eInvalidName;
-  const bool bad = std::any_of(text.begin(), text.end(), [&](wchar_t c) { return isRefused(c, allowVerticalBar); });
+  if (text.empty() || name.length() > kLongestName || text.front() == L' ' || text.back() == L' ')
+    return Quorl::eInvalidName;
+  const bool bad =
+      std::any_of(text.begin(), text.end(), [&](wchar_t c) { return isRefused(c, allowVerticalBar); });
   return bad ? Quorl::eInvalidName : Quorl::eOk;
 }
 
@@ -275,10 +280,13 @@ ZnString repairSymbolName(const ZnString& name) {
   ZnString trimmed(name.left(kLongestName));
   trimmed.trimLeft(L" ").trimRight(L" ");
   std::wstring text(trimmed.view());
-  std::replace_if(text.begin(), text.end(), [](wchar_t c) { return isRefused(c, false); }, L'_');
+  std::replace_if(
+      text.begin(), text.end(), [](wchar_t c) { return isRefused(c, false); }, L'_');
   return text.empty() ? ZnString(L"_") : ZnString(text);
 }
 
-ZnDbObjectId layerZeroId(const ZnDbDatabase* database) { return database ? database->layerZero() : ZnDbObjectId(); }
+ZnDbObjectId layerZeroId(const ZnDbDatabase* database) {
+  return database ? database->layerZero() : ZnDbObjectId();
+}
 
-}  // namespace ZnDbSymbolUtilities
+} // namespace ZnDbSymbolUtilities

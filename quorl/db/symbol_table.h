@@ -46,7 +46,7 @@ private:
   ZnString completed(const ZnString& name);
 
   std::vector<ZnDbObjectId> records_;
-  std::unordered_map<ZnAtom, ZnDbObjectId> byName_;  // folded names; the live record wins over erased ones
+  std::unordered_map<ZnAtom, ZnDbObjectId> byName_; // folded names; the live record wins over erased ones
   std::uint64_t nextAnonymous_ = 1;
 };
 
@@ -92,4 +92,4 @@ Quorl::ErrorStatus validateSymbolName(const ZnString& name, bool allowVerticalBa
 ZnString repairSymbolName(const ZnString& name);
 // The layer that every drawing has.
 ZnDbObjectId layerZeroId(const ZnDbDatabase* database);
-}  // namespace ZnDbSymbolUtilities
+} // namespace ZnDbSymbolUtilities

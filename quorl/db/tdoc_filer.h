@@ -19,15 +19,15 @@ struct ZnDbTdocItem {
   int code = 0;
   std::int64_t integer = 0;
   double real = 0.0;
-  ZnGePoint3d point;     // codes 10..19: the whole point, its y and z items read along
-  ZnString text;         // texts, and bytes as they stand in hexadecimal
-  ZnDbObjectId id;       // codes 330..369
+  ZnGePoint3d point; // codes 10..19: the whole point, its y and z items read along
+  ZnString text;     // texts, and bytes as they stand in hexadecimal
+  ZnDbObjectId id;   // codes 330..369
 };
 
 class ZnDbTdocFiler {
 public:
   virtual ~ZnDbTdocFiler() = default;
-  virtual Quorl::ErrorStatus status() const = 0;  // sticky
+  virtual Quorl::ErrorStatus status() const = 0; // sticky
   virtual void setStatus(Quorl::ErrorStatus status) = 0;
   virtual ZnDbDatabase* database() const = 0;
 
@@ -37,14 +37,14 @@ public:
   virtual void wrInteger(int code, std::int64_t value) = 0;
   virtual void wrDouble(int code, double value) = 0;
   virtual void wrString(int code, const ZnString& value) = 0;
-  virtual void wrPoint3d(int code, const ZnGePoint3d& value) = 0;  // code 10..19
+  virtual void wrPoint3d(int code, const ZnGePoint3d& value) = 0; // code 10..19
   virtual void wrVector3d(int code, const ZnGeVector3d& value) = 0;
   virtual void wrBytes(int code, const void* bytes, size_t count) = 0;
   virtual void wrId(int code, ZnDbObjectId id) = 0;
 
   // Reading. At the end of the object's data atEndOfObject is true and readItem gives eFilerError.
   virtual bool atEndOfObject() = 0;
-  virtual bool atSubclassData(const wchar_t* name) = 0;  // true: the marker is consumed
+  virtual bool atSubclassData(const wchar_t* name) = 0; // true: the marker is consumed
   virtual Quorl::ErrorStatus readItem(ZnDbTdocItem& item) = 0;
-  virtual void pushBackItem() = 0;  // the item last read is read again
+  virtual void pushBackItem() = 0; // the item last read is read again
 };

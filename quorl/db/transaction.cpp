@@ -26,7 +26,8 @@ ErrorStatus ZnDbTransactionManager::abortTransaction() {
   return Quorl::eOk;
 }
 
-ZnDbTransaction::ZnDbTransaction(ZnDbDatabase& database) : database_(database) {
+ZnDbTransaction::ZnDbTransaction(ZnDbDatabase& database)
+    : database_(database) {
   open_ = database_.transactionManager().startTransaction() == Quorl::eOk;
 }
 

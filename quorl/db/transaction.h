@@ -8,7 +8,8 @@
 
 class ZnDbTransactionManager {
 public:
-  explicit ZnDbTransactionManager(ZnDbDatabase& database) : database_(database) {}
+  explicit ZnDbTransactionManager(ZnDbDatabase& database)
+      : database_(database) {}
 
   Quorl::ErrorStatus startTransaction();
   // Ends the innermost; its changes stay and belong to the one around it. eNoTransaction without one.

@@ -21,7 +21,9 @@ struct ZnDbUndoRecorder::Step {
   std::vector<Record> records;
 };
 
-ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database) : database_(database) {}
+ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database)
+    : database_(database)
+    , scratch_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database)) {}
 
 ZnDbUndoRecorder::~ZnDbUndoRecorder() = default;
 
@@ -52,9 +54,10 @@ void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
   if (!recording_ || undoing_ || stub->undoStamp == stamp_) return;
   begin();
   stub->undoStamp = stamp_;
-  ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
-  object->bdocOutFields(filer);
-  done_.back().records.push_back({Record::kState, object->objectId(), stub->erased, filer.takeBytes(), {}});
+  // The filer keeps its memory from object to object; the record takes just the bytes.
+  scratch_->clear();
+  object->bdocOutFields(*scratch_);
+  done_.back().records.push_back({Record::kState, object->objectId(), stub->erased, scratch_->bytes(), {}});
 }
 
 void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
@@ -82,7 +85,7 @@ void moveMembership(ZnDbObjectId member, ZnDbObjectId from, ZnDbObjectId to) {
   if (to.isValid()) to.stub()->object->memberAdded(member);
 }
 
-}  // namespace
+} // namespace
 
 // Puts the record's state in place and keeps what stood there as the inverse.
 void ZnDbUndoRecorder::restore(Record& record, std::vector<Record>& inverse) {

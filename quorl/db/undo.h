@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,7 @@ private:
   void restore(Record& record, std::vector<Record>& inverse);
 
   ZnDbDatabase& database_;
+  std::unique_ptr<class ZnDbMemoryFiler> scratch_;
   std::vector<Step> done_, undone_;
   std::uint32_t stamp_ = 1;
   bool recording_ = true, undoing_ = false;

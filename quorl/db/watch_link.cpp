@@ -1,7 +1,9 @@
 #include "quorl/db/watch_link.h"
 
 // The slot points at the oldest link, whose previous is the youngest: both ends are at hand.
-ZnDbWatchLink::ZnDbWatchLink(ZnDbObjectId watcherId, ZnDbObjectId watchedId) : watcher(watcherId), watched(watchedId) {
+ZnDbWatchLink::ZnDbWatchLink(ZnDbObjectId watcherId, ZnDbObjectId watchedId)
+    : watcher(watcherId)
+    , watched(watchedId) {
   ZnDbWatchLink*& head = watched.stub()->watchers;
   if (!head) {
     head = next = previous = this;

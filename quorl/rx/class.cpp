@@ -27,6 +27,7 @@ public:
     cls->parentName_ = ZnString(parentName);
     byName_.emplace(text.atom(), cls);
     classes_.push_back(cls);
+    ++generation;
     tie(cls);
     return true;
   }
@@ -46,6 +47,7 @@ public:
   }
 
   void remove(ZnRxClass* cls) {
+    ++generation;
     byName_.erase(cls->name_.atom());
     classes_.erase(std::remove(classes_.begin(), classes_.end(), cls), classes_.end());
     // Nobody may be left with a parent that is gone.
@@ -59,6 +61,8 @@ public:
   }
 
   const std::vector<ZnRxClass*>& classes() const { return classes_; }
+
+  unsigned generation = 0;
 
 private:
   void tie(ZnRxClass* cls) {
@@ -178,6 +182,8 @@ void znrxBuildClassHierarchy() {
   ZnRxClassTable::instance().tieAll();
   if (watcher) watcher->hierarchyBuilt();
 }
+
+unsigned znrxClassGeneration() { return ZnRxClassTable::instance().generation; }
 
 const std::vector<ZnRxClass*>& znrxClasses() { return ZnRxClassTable::instance().classes(); }
 

@@ -101,6 +101,8 @@ void deleteZnRxClass(ZnRxClass* cls);
 void removeZnRxClass(ZnRxClass* cls);
 // Ties parents and ancestors of all classes anew.
 void znrxBuildClassHierarchy();
+// Grows with every class that comes or goes, so that who keeps answers about classes knows when to ask anew.
+unsigned znrxClassGeneration();
 // All registered classes, in order of registration.
 const std::vector<ZnRxClass*>& znrxClasses();
 

@@ -49,7 +49,8 @@ TEST_F(Cloning, TakesAlongWhatIsOwned) {
   ASSERT_TRUE(record.isOpen());
   ASSERT_EQ(record->entityIds().size(), 1u);
   EXPECT_EQ(record->entityIds()[0], cloneOf(mapping, inside));
-  EXPECT_FALSE(record->name() == ZnDbHolder<ZnDbBlockTableRecord>(block)->name()) << "anonymous names never meet";
+  EXPECT_FALSE(record->name() == ZnDbHolder<ZnDbBlockTableRecord>(block)->name())
+      << "anonymous names never meet";
   ZnDbObjectId found;
   EXPECT_EQ(ZnDbHolder<ZnDbBlockTable>(db.blockTableId())->getIdAt(record->name(), found), Quorl::eOk);
   EXPECT_EQ(found, copy);
@@ -105,4 +106,4 @@ TEST_F(Cloning, RefusesAndLeavesNothing) {
   EXPECT_EQ(dump(), before);
 }
 
-}  // namespace
+} // namespace

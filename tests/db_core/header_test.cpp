@@ -32,7 +32,8 @@ TEST_F(Header, LtscaleIsAVariableOfTheDrawing) {
   ZnDbDatabase other;
   zndbHostApplicationServices()->setWorkingDatabase(&db);
   ZnString error;
-  EXPECT_EQ(ZnRxVariablesDictionary::get()->set(L"ltscale", ZnString(L"2.5"), error), Quorl::eOk) << error.utf8();
+  EXPECT_EQ(ZnRxVariablesDictionary::get()->set(L"ltscale", ZnString(L"2.5"), error), Quorl::eOk)
+      << error.utf8();
   EXPECT_EQ(db.ltscale(), 2.5);
   EXPECT_EQ(other.ltscale(), 1.0);
   EXPECT_EQ(listener.told, "<LTSCALE>LTSCALE");
@@ -43,7 +44,8 @@ TEST_F(Header, LtscaleIsAVariableOfTheDrawing) {
   EXPECT_EQ(db.ltscale(), 1.0);
   EXPECT_EQ(db.undoRecorder().redo(), Quorl::eOk);
   EXPECT_EQ(db.ltscale(), 2.5);
-  for (const double refused : {0.0, -1.0, std::nan("")}) EXPECT_EQ(db.setLtscale(refused), Quorl::eOutOfRange);
+  for (const double refused : {0.0, -1.0, std::nan("")})
+    EXPECT_EQ(db.setLtscale(refused), Quorl::eOutOfRange);
   db.removeReactor(&listener);
 }
 
@@ -57,7 +59,9 @@ TEST_F(Header, CurrentRecordsMustBeOfTheirKind) {
 }
 
 TEST_F(Header, LinetypesComeFromTheFile) {
-  const auto has = [&](const wchar_t* name) { return ZnDbHolder<ZnDbLinetypeTable>(db.linetypeTableId())->has(name); };
+  const auto has = [&](const wchar_t* name) {
+    return ZnDbHolder<ZnDbLinetypeTable>(db.linetypeTableId())->has(name);
+  };
   ASSERT_FALSE(has(L"CENTER"));
   EXPECT_EQ(db.loadLineTypeFile(L"center", L"quorl.lin"), Quorl::eOk);
   EXPECT_TRUE(has(L"CENTER"));
@@ -68,4 +72,4 @@ TEST_F(Header, LinetypesComeFromTheFile) {
   EXPECT_TRUE(has(L"CENTER2"));
 }
 
-}  // namespace
+} // namespace

@@ -86,12 +86,18 @@ TEST_F(Opening, HolderReadsBesideAWriterAndNeverWritesBesideAReader) {
 
 TEST_F(Opening, HolderDeletesWhatNeverEnteredADrawing) {
   struct Counted : ZnDbLine {
-    explicit Counted(int& alive) : count(alive) { ++count; }
+    explicit Counted(int& alive)
+        : count(alive) {
+      ++count;
+    }
     ~Counted() override { --count; }
     int& count;
   };
   int alive = 0;
-  { ZnDbHolder<ZnDbLine> holder(new Counted(alive)); EXPECT_EQ(alive, 1); }
+  {
+    ZnDbHolder<ZnDbLine> holder(new Counted(alive));
+    EXPECT_EQ(alive, 1);
+  }
   EXPECT_EQ(alive, 0);
   auto* kept = new ZnDbLine;
   ZnDbHolder<ZnDbLine> holder(kept);
@@ -124,4 +130,4 @@ TEST_F(Opening, WritingWithoutTheRightStopsTheProgram) {
   EXPECT_DEATH(reader->setRadius(2.0), "isWriteEnabled");
 }
 
-}  // namespace
+} // namespace

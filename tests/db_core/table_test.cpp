@@ -134,4 +134,4 @@ TEST_F(Tables, DictionaryEntries) {
   EXPECT_EQ(named->getAt(L"Entry", found), Quorl::eKeyNotFound);
 }
 
-}  // namespace
+} // namespace

@@ -105,7 +105,8 @@ TEST_F(Undoing, MovedEntitiesReturnToTheirBlock) {
 TEST(UndoHistory, IsTheSameBothWays) {
   struct Drawing : SmallDrawing {
     void TestBody() override {}
-    using SmallDrawing::addCircle, SmallDrawing::setRadius, SmallDrawing::radiusOf, SmallDrawing::erase, SmallDrawing::dump, SmallDrawing::db;
+    using SmallDrawing::addCircle, SmallDrawing::setRadius, SmallDrawing::radiusOf, SmallDrawing::erase,
+        SmallDrawing::dump, SmallDrawing::db;
   };
   const bool held = rc::check("undo and redo retrace every step", [] {
     Drawing drawing;
@@ -137,4 +138,4 @@ TEST(UndoHistory, IsTheSameBothWays) {
   EXPECT_TRUE(held);
 }
 
-}  // namespace
+} // namespace

@@ -17,7 +17,9 @@ struct Listener : ZnDbObjectReactor {
 
 struct DrawingListener : ZnDbDatabaseReactor {
   void objectAppended(ZnDbDatabase*, const ZnDbObject*) override { told += 'a'; }
-  void objectModified(ZnDbDatabase*, const ZnDbObject* object) override { told += object->isUndoing() ? 'u' : 'm'; }
+  void objectModified(ZnDbDatabase*, const ZnDbObject* object) override {
+    told += object->isUndoing() ? 'u' : 'm';
+  }
   void objectErased(ZnDbDatabase*, const ZnDbObject*, bool erasing) override { told += erasing ? 'e' : 'b'; }
   std::string told;
 };
@@ -39,7 +41,10 @@ TEST_F(Watching, ReactorsHearAtTheCloseThatEndsTheChanges) {
     EXPECT_EQ(listener.told, "o") << "an inner writer does not end the change";
   }
   EXPECT_EQ(listener.told, "om");
-  { ZnDbHolder<ZnDbCircle> circle; circle.openForWrite(id); }
+  {
+    ZnDbHolder<ZnDbCircle> circle;
+    circle.openForWrite(id);
+  }
   EXPECT_EQ(listener.told, "om") << "opening without a change is no change";
   db.undoRecorder().startStep();
   erase(id);
@@ -86,4 +91,4 @@ TEST_F(Watching, RingsKeepTheOrderOfComing) {
   EXPECT_TRUE(ring().empty());
 }
 
-}  // namespace
+} // namespace

@@ -1,0 +1,24 @@
+// The base of parameters: objects that an action owns under a name.
+#pragma once
+
+#include "quorl/assoc/action.h"
+
+class ZnDbAssocActionParam : public ZnDbObject {
+  ZNRX_DECLARE_MEMBERS(ZnDbAssocActionParam)
+
+public:
+  const ZnString& name() const { return name_; }
+  void setName(const ZnString& name);
+  ZnDbObjectId parentActionId() const { return ownerId(); }
+  ZnDbAssocAction* parentAction() const;
+
+  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
+  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
+  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
+  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  void attachLinks() override;
+  void detachLinks() override;
+
+private:
+  ZnString name_;
+};

@@ -1,0 +1,3 @@
+#include "quorl/assoc/annotation_pe.h"
+
+ZNRX_DEFINE_ABSTRACT(ZnDbAssocAnnotationPE, ZnRxObject)

@@ -1,0 +1,127 @@
+#include "quorl/assoc/geom_action_param.h"
+
+#include "quorl/db/field_io.h"
+
+using Quorl::ErrorStatus;
+
+ZNRX_DEFINE_ABSTRACT(ZnDbAssocGeomActionParam, ZnDbAssocActionParam)
+
+namespace {
+constexpr std::int16_t kVersion = 1;
+constexpr int kDependencyCode = 330;
+} // namespace
+
+ZnDbAssocGeomDependency* ZnDbAssocGeomActionParam::geomDependency() const {
+  if (dependencyId_.isErased() || !dependencyId_.isDerivedFrom(ZnDbAssocGeomDependency::desc()))
+    return nullptr;
+  return static_cast<ZnDbAssocGeomDependency*>(dependencyId_.stub()->object);
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::getDependentOnCompoundObject(ZnDbCompoundObjectId& path) const {
+  const ZnDbAssocGeomDependency* dependency = geomDependency();
+  if (!dependency || !dependency->isAttached()) {
+    path.setEmpty();
+    return Quorl::eNothingToDo;
+  }
+  path = dependency->compoundObject();
+  return Quorl::eOk;
+}
+
+bool ZnDbAssocGeomActionParam::dependentTopId(ZnDbObjectId& id) const {
+  const ZnDbAssocGeomDependency* dependency = geomDependency();
+  if (!dependency || !dependency->isAttached()) return false;
+  id = dependency->dependentOnObject();
+  return true;
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::dependOn(const ZnDbCompoundObjectId& path, const ZnDbSubentId& subent,
+                                               bool isRead, bool isWrite, int order) {
+  ZnDbAssocAction* action = parentAction();
+  if (!action) return Quorl::eNotInDatabase;
+  assertWriteEnabled();
+  ZnDbHolder<ZnDbAssocGeomDependency> dependency;
+  if (geomDependency()) {
+    if (const ErrorStatus status = dependency.openForWrite(dependencyId_); status != Quorl::eOk)
+      return status;
+  } else {
+    dependency.acquire(new ZnDbAssocGeomDependency);
+    const ErrorStatus status = action->addDependency(dependency.object(), dependencyId_);
+    if (status != Quorl::eOk) return status;
+  }
+  dependency->setIsReadDependency(isRead);
+  dependency->setIsWriteDependency(isWrite);
+  dependency->setOrder(order);
+  dependency->setSubentId(subent);
+  if (dependency->isAttached()) {
+    if (dependency->compoundObject() == path) return Quorl::eOk;
+    dependency->detachFromObject();
+  }
+  return dependency->attachToObject(path);
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::release(bool erasing) {
+  if (!geomDependency()) return Quorl::eOk;
+  assertWriteEnabled();
+  if (!erasing) {
+    ZnDbHolder<ZnDbAssocGeomDependency> dependency;
+    if (const ErrorStatus status = dependency.openForWrite(dependencyId_); status != Quorl::eOk)
+      return status;
+    dependency->detachFromObject();
+    return Quorl::eOk;
+  }
+  ZnDbAssocAction* action = parentAction();
+  const ErrorStatus status = action ? action->removeDependency(dependencyId_, true) : Quorl::eNotInDatabase;
+  dependencyId_.setNull();
+  return status;
+}
+
+// The dependency stays in the action's list, erased, so that a parameter that is brought back finds it.
+ErrorStatus ZnDbAssocGeomActionParam::subErase(bool erasing) {
+  if (!dependencyId_.isValid() || dependencyId_.isErased() == erasing) return Quorl::eOk;
+  ZnDbHolder<ZnDbAssocGeomDependency> dependency;
+  if (dependency.openForWrite(dependencyId_, true) == Quorl::eOk) dependency->erase(erasing);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::bdocOutFields(ZnDbFiler& filer) const {
+  if (const ErrorStatus status = ZnDbAssocActionParam::bdocOutFields(filer); status != Quorl::eOk)
+    return status;
+  filer.wrInt16(kVersion);
+  filer.wrSoftPointerId(filer.kind() == ZnDbFiler::kUndo || !dependencyId_.isErased() ? dependencyId_
+                                                                                      : ZnDbObjectId());
+  return filer.status();
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::bdocInFields(ZnDbFiler& filer) {
+  if (const ErrorStatus status = ZnDbAssocActionParam::bdocInFields(filer); status != Quorl::eOk)
+    return status;
+  if (!zndbReadVersion(filer, kVersion)) return filer.status();
+  dependencyId_ = filer.rdSoftPointerId();
+  return filer.status();
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::tdocOutFields(ZnDbTdocFiler& filer) const {
+  if (const ErrorStatus status = ZnDbAssocActionParam::tdocOutFields(filer); status != Quorl::eOk)
+    return status;
+  filer.wrSubclassMarker(className());
+  if (!dependencyId_.isErased()) filer.wrId(kDependencyCode, dependencyId_);
+  return filer.status();
+}
+
+ErrorStatus ZnDbAssocGeomActionParam::tdocInFields(ZnDbTdocFiler& filer) {
+  if (const ErrorStatus status = ZnDbAssocActionParam::tdocInFields(filer); status != Quorl::eOk)
+    return status;
+  return zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
+    if (item.code == kDependencyCode) dependencyId_ = item.id;
+  });
+}
+
+void ZnDbAssocGeomActionParam::audit(std::vector<ZnString>& faults, bool fix) {
+  ZnDbAssocActionParam::audit(faults, fix);
+  const ZnDbAssocGeomDependency* dependency = geomDependency();
+  if (dependencyId_.isErased() || (dependency && dependency->ownerId() == ownerId())) return;
+  faults.push_back(L"parameter " + handleText(handle()) + L": its dependency is none of the action");
+  if (!fix) return;
+  assertWriteEnabled();
+  dependencyId_.setNull();
+}

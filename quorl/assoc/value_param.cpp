@@ -1,0 +1,148 @@
+#include "quorl/assoc/value_param.h"
+
+#include <algorithm>
+
+#include "quorl/db/filer.h"
+#include "quorl/db/tdoc_filer.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+
+constexpr int kNameCode = 300, kExpressionCode = 301, kEvaluatorCode = 302;
+
+// The least that a name and a value can take in a binary file; a count beyond that is damage.
+constexpr size_t kLeastBytes = 1;
+
+} // namespace
+
+void ZnDbAssocValueParam::put(int index, const ZnDbAssocValue& value) {
+  if (index == 0)
+    first_ = value;
+  else if (index == count_)
+    more_.push_back(value);
+  else
+    more_[static_cast<size_t>(index - 1)] = value;
+  count_ = std::max(count_, index + 1);
+}
+
+void ZnDbAssocValueParam::truncate(int count) {
+  count_ = count;
+  more_.resize(static_cast<size_t>(std::max(count - 1, 0)));
+}
+
+const ZnDbAssocValue* ZnDbAssocValueParamList::at(ZnAtom name, int index, ErrorStatus& status) const {
+  const ZnDbAssocValueParam* param = find(name);
+  if (!param)
+    status = Quorl::eKeyNotFound;
+  else if (index < 0 || index >= param->count())
+    status = Quorl::eOutOfRange;
+  else
+    return &param->at(index);
+  return nullptr;
+}
+
+ErrorStatus ZnDbAssocValueParamList::checkPut(ZnAtom name, int index) const {
+  if (name.isNull()) return Quorl::eInvalidInput;
+  const ZnDbAssocValueParam* param = find(name);
+  return index < 0 || index > (param ? param->count() : 0) ? Quorl::eOutOfRange : Quorl::eOk;
+}
+
+ZnDbAssocValueParam& ZnDbAssocValueParamList::made(ZnAtom name) {
+  for (ZnDbAssocValueParam& param : params_)
+    if (param.name() == name) return param;
+  return params_.emplace_back(name);
+}
+
+void ZnDbAssocValueParamList::put(ZnAtom name, int index, const ZnDbAssocValue& value) {
+  made(name).put(index, value);
+}
+
+void ZnDbAssocValueParamList::putArray(ZnAtom name, const std::vector<ZnDbAssocValue>& values) {
+  ZnDbAssocValueParam& param = made(name);
+  param.truncate(0);
+  for (size_t i = 0; i < values.size(); ++i) param.put(static_cast<int>(i), values[i]);
+}
+
+bool ZnDbAssocValueParamList::remove(ZnAtom name) {
+  const auto found = std::find_if(params_.begin(), params_.end(),
+                                  [&](const ZnDbAssocValueParam& param) { return param.name() == name; });
+  if (found == params_.end()) return false;
+  params_.erase(found);
+  return true;
+}
+
+void ZnDbAssocValueParamList::bdocOut(ZnDbFiler& filer) const {
+  filer.wrInt32(static_cast<std::int32_t>(params_.size()));
+  for (const ZnDbAssocValueParam& param : params_) {
+    filer.wrAtom(param.name());
+    filer.wrInt32(param.count());
+    for (int i = 0; i < param.count(); ++i) {
+      const ZnDbAssocValue& value = param.at(i);
+      value.value.bdocOut(filer);
+      const bool hasTexts = !value.expression.isEmpty() || !value.evaluatorId.isEmpty();
+      filer.wrBool(hasTexts);
+      if (!hasTexts) continue;
+      filer.wrString(value.expression);
+      filer.wrString(value.evaluatorId);
+    }
+  }
+}
+
+ErrorStatus ZnDbAssocValueParamList::bdocIn(ZnDbFiler& filer) {
+  params_.clear();
+  const int names = filer.rdCount(kLeastBytes);
+  params_.reserve(static_cast<size_t>(names));
+  for (int i = 0; i < names && filer.status() == Quorl::eOk; ++i) {
+    ZnDbAssocValueParam param(filer.rdAtom());
+    const int count = filer.rdCount(kLeastBytes);
+    for (int k = 0; k < count && filer.status() == Quorl::eOk; ++k) {
+      ZnDbAssocValue value;
+      value.value.bdocIn(filer);
+      if (filer.rdBool()) {
+        value.expression = filer.rdString();
+        value.evaluatorId = filer.rdString();
+      }
+      param.put(k, value);
+    }
+    if (filer.status() != Quorl::eOk) break;
+    // Two parameters of one name, or one without value, would answer differently from what was written.
+    if (param.name().isNull() || param.count() == 0 || find(param.name()))
+      filer.setStatus(Quorl::eFileDamaged);
+    else
+      params_.push_back(std::move(param));
+  }
+  return filer.status();
+}
+
+void ZnDbAssocValueParamList::tdocOut(ZnDbTdocFiler& filer) const {
+  for (const ZnDbAssocValueParam& param : params_) {
+    filer.wrString(kNameCode, ZnString(param.name()));
+    for (int i = 0; i < param.count(); ++i) {
+      const ZnDbAssocValue& value = param.at(i);
+      if (!value.expression.isEmpty()) filer.wrString(kExpressionCode, value.expression);
+      if (!value.evaluatorId.isEmpty()) filer.wrString(kEvaluatorCode, value.evaluatorId);
+      value.value.tdocOut(filer);
+    }
+  }
+}
+
+bool ZnDbAssocValueParamList::TdocReader::take(const ZnDbTdocItem& item) {
+  if (item.code == kNameCode) {
+    name_ = item.text.atom();
+  } else if (item.code == kExpressionCode) {
+    expression_ = item.text;
+  } else if (item.code == kEvaluatorCode) {
+    evaluatorId_ = item.text;
+  } else if (!name_.isNull() && ZnDbEvalVariant::isTdocCode(item.code)) {
+    ZnDbAssocValue value{{}, std::move(expression_), std::move(evaluatorId_)};
+    value.value.tdocIn(item);
+    const ZnDbAssocValueParam* param = list_.find(name_);
+    list_.put(name_, param ? param->count() : 0, value);
+    expression_.clear();
+    evaluatorId_.clear();
+  } else {
+    return false;
+  }
+  return true;
+}

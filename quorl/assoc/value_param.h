@@ -1,0 +1,76 @@
+// Named values of an action: a small flat list, searched by comparing interned names.
+#pragma once
+
+#include <vector>
+
+#include "quorl/assoc/eval_variant.h"
+
+// One value with the text from which it was computed, if any.
+struct ZnDbAssocValue {
+  ZnDbEvalVariant value;
+  ZnString expression;
+  ZnString evaluatorId;
+  friend bool operator==(const ZnDbAssocValue&, const ZnDbAssocValue&) = default;
+};
+
+// A name with one value, or an array of them. The first stands in place: most names have one.
+class ZnDbAssocValueParam {
+public:
+  explicit ZnDbAssocValueParam(ZnAtom name = {})
+      : name_(name) {}
+  ZnAtom name() const { return name_; }
+  int count() const { return count_; }
+  const ZnDbAssocValue& at(int index) const {
+    return index == 0 ? first_ : more_[static_cast<size_t>(index - 1)];
+  }
+  // An index equal to the count appends.
+  void put(int index, const ZnDbAssocValue& value);
+  void truncate(int count);
+
+private:
+  ZnAtom name_;
+  ZnDbAssocValue first_;
+  std::vector<ZnDbAssocValue> more_;
+  int count_ = 0;
+};
+
+class ZnDbAssocValueParamList {
+public:
+  // Null when there is no parameter of that name; allocates nothing.
+  const ZnDbAssocValueParam* find(ZnAtom name) const {
+    for (const ZnDbAssocValueParam& param : params_)
+      if (param.name() == name) return &param;
+    return nullptr;
+  }
+  // Null with the status set to eKeyNotFound (no such name) or eOutOfRange (no such index).
+  const ZnDbAssocValue* at(ZnAtom name, int index, Quorl::ErrorStatus& status) const;
+  // eInvalidInput for an empty name, eOutOfRange for an index below 0 or above the count of values.
+  Quorl::ErrorStatus checkPut(ZnAtom name, int index) const;
+  void put(ZnAtom name, int index, const ZnDbAssocValue& value);
+  void putArray(ZnAtom name, const std::vector<ZnDbAssocValue>& values);
+  bool remove(ZnAtom name);
+  // In order of first writing.
+  const std::vector<ZnDbAssocValueParam>& params() const { return params_; }
+
+  void bdocOut(ZnDbFiler& filer) const;
+  Quorl::ErrorStatus bdocIn(ZnDbFiler& filer);
+  void tdocOut(ZnDbTdocFiler& filer) const;
+
+  // Reads the items of the text format in order.
+  class TdocReader {
+  public:
+    explicit TdocReader(ZnDbAssocValueParamList& list)
+        : list_(list) {}
+    // False for an item that is none of the list's.
+    bool take(const ZnDbTdocItem& item);
+
+  private:
+    ZnDbAssocValueParamList& list_;
+    ZnAtom name_;
+    ZnString expression_, evaluatorId_;
+  };
+
+private:
+  ZnDbAssocValueParam& made(ZnAtom name);
+  std::vector<ZnDbAssocValueParam> params_;
+};

@@ -1,0 +1,10 @@
+#include "quorl/view/dim_util.h"
+
+#include "quorl/db/viewport.h"
+
+Quorl::ErrorStatus ZnDimUtil::calcDimLFac(ZnDbObjectId viewportId, double& factor) {
+  const ZnDbHolder<ZnDbViewport> viewport(viewportId);
+  if (!viewport.isOpen()) return viewport.status();
+  factor = viewport->customScale();
+  return Quorl::eOk;
+}

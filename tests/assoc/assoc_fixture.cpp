@@ -1,0 +1,146 @@
+#include "assoc/assoc_fixture.h"
+
+#include "quorl/assoc/dependency.h"
+#include "quorl/assoc/evaluation_pointer.h"
+#include "quorl/assoc/manager.h"
+#include "quorl/db/block_table.h"
+#include "quorl/db/id_mapping.h"
+
+using Quorl::ErrorStatus;
+
+ZNRX_DEFINE_DRAWING_CLASS(SumBody, ZnDbAssocActionBody, L"SUMBODY")
+
+std::vector<ZnDbObjectId> SumBody::evaluated;
+ZnDbObjectId SumBody::failing;
+std::vector<ZnDbObjectId> SumBody::postProcessed;
+
+ZnDbObjectId SumBody::outputId() const {
+  ZnArray<ZnDbObjectId> writes;
+  getDependencies(false, true, writes);
+  if (writes.isEmpty()) return {};
+  const ZnDbHolder<ZnDbAssocDependency> dependency(writes[0]);
+  return dependency.isOpen() ? dependency->dependentOnObject() : ZnDbObjectId();
+}
+
+double SumBody::wantedRadius() const {
+  double sum = 0.0;
+  ZnArray<ZnDbObjectId> reads;
+  getDependencies(true, false, reads);
+  for (const ZnDbObjectId id : reads) {
+    const ZnDbHolder<ZnDbAssocDependency> dependency(id);
+    const ZnDbHolder<ZnDbCircle> input(dependency->compoundObject().leafId());
+    if (input.isOpen() && !dependency->isWriteDependency()) sum += input->radius();
+  }
+  return 0.5 * sum + 1.0;
+}
+
+void SumBody::evaluateOverride() {
+  evaluated.push_back(objectId());
+  evaluateDependencies();
+  if (objectId() == failing) {
+    setStatus(kFailedToEvaluateAssocStatus);
+    return;
+  }
+  ZnDbEvalPointer<ZnDbCircle> output(outputId(), true);
+  if (!output.isOpen()) {
+    setStatus(kErasedAssocStatus);
+    return;
+  }
+  if (output->radius() != wantedRadius()) output->setRadius(wantedRadius());
+  setValueParam(L"Radius", ZnDbEvalVariant(output->radius()));
+}
+
+ErrorStatus SumBody::addMoreObjectsToDeepCloneOverride(ZnDbIdMapping& mapping,
+                                                       ZnArray<ZnDbObjectId>& more) const {
+  ZnDbIdPair pair(outputId());
+  if (mapping.compute(pair)) more.append(parentAction());
+  return Quorl::eOk;
+}
+
+ErrorStatus SumBody::postProcessAfterDeepCloneOverride(ZnDbIdMapping& mapping) {
+  ZnDbIdPair pair(outputId());
+  EXPECT_TRUE(mapping.compute(pair));
+  postProcessed.push_back(objectId());
+  return Quorl::eOk;
+}
+
+AssocTest::AssocTest()
+    : database(std::make_unique<ZnDbDatabase>()) {
+  SumBody::evaluated.clear();
+  SumBody::postProcessed.clear();
+  SumBody::failing.setNull();
+}
+
+AssocTest::~AssocTest() {
+  for (const ZnString& fault : linkFaults(*database)) ADD_FAILURE() << fault.utf8();
+  for (const ZnString& fault : database->audit(false)) ADD_FAILURE() << fault.utf8();
+}
+
+ZnDbObjectId AssocTest::addEntity(ZnDbEntity* entity, ZnDbObjectId block) {
+  ZnDbHolder<ZnDbBlockTableRecord> record;
+  record.openForWrite(block.isNull() ? database->modelSpaceId() : block);
+  ZnDbObjectId id;
+  EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
+  entity->close();
+  return id;
+}
+
+ZnDbObjectId AssocTest::addCircle(double radius) {
+  return addEntity(new ZnDbCircle(ZnGePoint3d(), ZnGeVector3d::kZAxis, radius));
+}
+
+ZnDbObjectId AssocTest::addSum(const std::vector<ZnDbObjectId>& inputs, ZnDbObjectId output,
+                               bool readsOutput) {
+  ZnDbObjectId actionId, bodyId;
+  EXPECT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
+                SumBody::desc(), database->modelSpaceId(), actionId, bodyId),
+            Quorl::eOk);
+  addDependency(bodyId, ZnDbCompoundObjectId(output), readsOutput, true);
+  for (const ZnDbObjectId input : inputs) addDependency(bodyId, ZnDbCompoundObjectId(input), true, false);
+  setStatus(bodyId, kChangedDirectlyAssocStatus);
+  return bodyId;
+}
+
+ZnDbObjectId AssocTest::addDependency(ZnDbObjectId bodyId, const ZnDbCompoundObjectId& on, bool isRead,
+                                      bool isWrite) {
+  ZnDbHolder<ZnDbAssocActionBody> body;
+  EXPECT_EQ(body.openForWrite(bodyId), Quorl::eOk);
+  ZnDbObjectId id;
+  EXPECT_EQ(body->addDependency(nullptr, nullptr, isRead, isWrite, 0, id), Quorl::eOk);
+  ZnDbHolder<ZnDbAssocDependency> dependency;
+  EXPECT_EQ(dependency.openForWrite(id), Quorl::eOk);
+  EXPECT_EQ(dependency->attachToObject(on), Quorl::eOk);
+  return id;
+}
+
+void AssocTest::setRadius(ZnDbObjectId id, double radius) {
+  ZnDbHolder<ZnDbCircle> circle;
+  ASSERT_EQ(circle.openForWrite(id), Quorl::eOk);
+  ASSERT_EQ(circle->setRadius(radius), Quorl::eOk);
+}
+
+double AssocTest::radius(ZnDbObjectId id) const {
+  const ZnDbHolder<ZnDbCircle> circle(id, true);
+  return circle.isOpen() ? circle->radius() : -1.0;
+}
+
+void AssocTest::erase(ZnDbObjectId id, bool erasing) {
+  ZnDbHolder<ZnDbObject> object;
+  ASSERT_EQ(object.openForWrite(id, true), Quorl::eOk);
+  ASSERT_EQ(object->erase(erasing), Quorl::eOk);
+}
+
+ZnDbAssocStatus AssocTest::statusOf(ZnDbObjectId bodyId) const {
+  const ZnDbHolder<ZnDbAssocActionBody> body(bodyId);
+  return body.isOpen() ? body->status() : kUnresolvedAssocStatus;
+}
+
+void AssocTest::setStatus(ZnDbObjectId bodyId, ZnDbAssocStatus status) {
+  ZnDbHolder<ZnDbAssocAction> action;
+  ASSERT_EQ(action.openForWrite(ZnDbAssocActionBody::parentAction(bodyId)), Quorl::eOk);
+  action->setStatus(status, true, false);
+}
+
+ErrorStatus AssocTest::evaluate(ZnDbAssocEvaluationCallback* callback) {
+  return ZnDbAssocManager::evaluateTopLevelNetwork(database.get(), callback, 0);
+}

@@ -1,0 +1,54 @@
+// Circles whose radii follow other circles: the smallest network that shows what is evaluated, and when.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "assoc/check_links.h"
+#include "quorl/assoc/action_body.h"
+#include "quorl/assoc/network.h"
+#include "quorl/db/circle.h"
+#include "quorl/db/database.h"
+#include "quorl/db/undo.h"
+
+// Writes one circle: its radius becomes half the sum of the radii that it reads, plus 1, so that chains of
+// any length keep to numbers that are exact to compare.
+class SumBody : public ZnDbAssocActionBody {
+  ZNRX_DECLARE_MEMBERS(SumBody)
+
+public:
+  static std::vector<ZnDbObjectId> evaluated; // bodies, in order of evaluation
+  static ZnDbObjectId failing;                // this body reports a failure instead
+
+  ZnDbObjectId outputId() const;
+  double wantedRadius() const;
+  void evaluateOverride() override;
+  Quorl::ErrorStatus addMoreObjectsToDeepCloneOverride(ZnDbIdMapping& mapping,
+                                                       ZnArray<ZnDbObjectId>& more) const override;
+  Quorl::ErrorStatus postProcessAfterDeepCloneOverride(ZnDbIdMapping& mapping) override;
+  static std::vector<ZnDbObjectId> postProcessed;
+};
+
+class AssocTest : public testing::Test {
+protected:
+  AssocTest();
+  ~AssocTest() override;
+
+  ZnDbObjectId addCircle(double radius);
+  ZnDbObjectId addEntity(ZnDbEntity* entity, ZnDbObjectId block = ZnDbObjectId());
+  // A body whose action reads the inputs (plain ids) and writes the output, which it may read too; it is
+  // marked.
+  ZnDbObjectId addSum(const std::vector<ZnDbObjectId>& inputs, ZnDbObjectId output, bool readsOutput = false);
+  ZnDbObjectId addDependency(ZnDbObjectId bodyId, const ZnDbCompoundObjectId& on, bool isRead, bool isWrite);
+  void setRadius(ZnDbObjectId circle, double radius);
+  double radius(ZnDbObjectId circle) const;
+  void erase(ZnDbObjectId id, bool erasing = true);
+  ZnDbAssocStatus statusOf(ZnDbObjectId bodyId) const;
+  void setStatus(ZnDbObjectId bodyId, ZnDbAssocStatus status);
+  Quorl::ErrorStatus evaluate(ZnDbAssocEvaluationCallback* callback = nullptr);
+  ZnDbUndoRecorder& undo() { return database->undoRecorder(); }
+
+  std::unique_ptr<ZnDbDatabase> database;
+};

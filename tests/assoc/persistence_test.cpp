@@ -1,0 +1,242 @@
+#include <functional>
+#include <tuple>
+
+#include "assoc/assoc_fixture.h"
+#include "assoc/tdoc_list_filer.h"
+#include "quorl/assoc/dependency.h"
+#include "quorl/assoc/dim_assoc.h"
+#include "quorl/assoc/edge_action_param.h"
+#include "quorl/assoc/vertex_action_param.h"
+#include "quorl/db/memory_filer.h"
+#include "quorl/db/radial_dimension.h"
+
+namespace {
+
+class PersistenceTest : public AssocTest {
+protected:
+  PersistenceTest()
+      : source(addCircle(2.0))
+      , output(addCircle(1.0))
+      , bodyId(addSum({source}, output)) {}
+
+  // One of everything that the framework files.
+  void addOneOfEach() {
+    ZnDbHolder<ZnDbAssocActionBody> body;
+    ASSERT_EQ(body.openForWrite(bodyId), Quorl::eOk);
+    ZnDbObjectId id;
+    int index = 0;
+    ASSERT_EQ(body->addParam(L"E", ZnDbAssocEdgeActionParam::desc(), id, index), Quorl::eOk);
+    ZnDbHolder<ZnDbAssocEdgeActionParam> edge;
+    ASSERT_EQ(edge.openForWrite(id), Quorl::eOk);
+    ASSERT_EQ(
+        edge->setEdgeRef(ZnDbEdgeRef(ZnDbFullSubentPath(source, ZnDb::kEdgeSubentType, 0)), true, false, 3),
+        Quorl::eOk);
+    ASSERT_EQ(body->addParam(L"V", ZnDbAssocVertexActionParam::desc(), id, index), Quorl::eOk);
+    ZnDbHolder<ZnDbAssocVertexActionParam> vertex;
+    ASSERT_EQ(vertex.openForWrite(id), Quorl::eOk);
+    ASSERT_EQ(vertex->setVertexRef(ZnDbVertexRef(ZnGePoint3d(1, 2, 3))), Quorl::eOk);
+    ZnArray<ZnString> texts, errors;
+    ZnArray<ZnDbEvalVariant> array;
+    for (const ZnDbEvalVariant& value :
+         {ZnDbEvalVariant(), ZnDbEvalVariant(7), ZnDbEvalVariant(0.1), ZnDbEvalVariant(L"x"),
+          ZnDbEvalVariant(source), ZnDbEvalVariant(ZnGePoint3d(4, 5, 6))}) {
+      array.append(value);
+      texts.append(array.length() == 2 ? ZnString(L"1+6") : ZnString());
+    }
+    ASSERT_EQ(body->setValueParamArray(L"array", array, texts, ZnArray<ZnString>(), errors, true),
+              Quorl::eOk);
+    ASSERT_EQ(body->setValueParam(L"single", ZnDbEvalVariant(2.5)), Quorl::eOk);
+    const ZnDbObjectId dimension = addEntity(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(1, 0, 0)));
+    ASSERT_EQ(ZnDbDimAssoc::post(
+                  dimension, {{0, ZnDbCompoundObjectId(source), ZnDbSubentId(ZnDb::kEdgeSubentType, 0)}}, id),
+              Quorl::eOk);
+  }
+
+  std::vector<const ZnDbObject*> assocObjects() const {
+    std::vector<const ZnDbObject*> objects;
+    for (const ZnDbObjectId id : database->allObjectIds())
+      for (const ZnRxClass* cls : {ZnDbAssocAction::desc(), ZnDbAssocDependency::desc(),
+                                   ZnDbAssocActionParam::desc(), ZnDbDimAssoc::desc()})
+        if (id.isDerivedFrom(cls)) objects.push_back(id.stub()->object);
+    return objects;
+  }
+  static std::string fields(const ZnDbObject& object, ZnDbFiler::Kind kind = ZnDbFiler::kFile) {
+    ZnDbMemoryFiler filer(kind, object.database());
+    EXPECT_EQ(object.bdocOutFields(filer), Quorl::eOk);
+    return filer.takeBytes();
+  }
+  static std::unique_ptr<ZnDbObject> fresh(const ZnDbObject& object) {
+    return std::unique_ptr<ZnDbObject>(static_cast<ZnDbObject*>(object.isA()->create()));
+  }
+
+  ZnDbObjectId source, output, bodyId;
+};
+
+} // namespace
+
+TEST_F(PersistenceTest, fields_come_back_in_both_formats) {
+  addOneOfEach();
+  const std::vector<const ZnDbObject*> objects = assocObjects();
+  ASSERT_GE(objects.size(), 9u);
+  for (const ZnDbObject* object : objects) {
+    SCOPED_TRACE(object->isA()->name().utf8());
+    // A member of a network is written as owned by what the network itself is, which a fresh object is not.
+    const bool isNetwork = object->isKindOf(ZnDbAssocNetwork::desc());
+    const std::string bytes = fields(*object);
+    const std::unique_ptr<ZnDbObject> binary = fresh(*object), text = fresh(*object);
+    ZnDbMemoryFiler filer(ZnDbFiler::kFile, database.get());
+    filer.setBytes(bytes);
+    EXPECT_EQ(binary->bdocInFields(filer), Quorl::eOk);
+    EXPECT_EQ(filer.remaining(), 0u);
+    TdocListFiler list(database.get());
+    EXPECT_EQ(object->tdocOutFields(list), Quorl::eOk);
+    EXPECT_EQ(text->tdocInFields(list), Quorl::eOk);
+    EXPECT_TRUE(list.atEndOfObject());
+    if (isNetwork) {
+      const auto& members = static_cast<const ZnDbAssocNetwork*>(object)->getActions();
+      EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(binary.get())->getActions() == members);
+      EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(text.get())->getActions() == members);
+    } else {
+      EXPECT_EQ(fields(*binary), bytes);
+      EXPECT_EQ(fields(*text), bytes);
+    }
+  }
+  // The copies knew their places in the lists for a moment; the objects themselves know them again.
+  for (const ZnDbObject* object : objects)
+    if (object->isKindOf(ZnDbAssocNetwork::desc())) const_cast<ZnDbObject*>(object)->loaded();
+}
+
+TEST_F(PersistenceTest, damaged_fields_are_refused_at_every_length) {
+  addOneOfEach();
+  int refused = 0;
+  for (const ZnDbObject* object : assocObjects()) {
+    SCOPED_TRACE(object->isA()->name().utf8());
+    const std::string bytes = fields(*object);
+    for (size_t length = 0; length < bytes.size(); ++length) {
+      const std::unique_ptr<ZnDbObject> damaged = fresh(*object);
+      ZnDbMemoryFiler filer(ZnDbFiler::kFile, database.get());
+      filer.setBytes(bytes.substr(0, length));
+      EXPECT_NE(damaged->bdocInFields(filer), Quorl::eOk) << "cut at " << length;
+      ++refused;
+    }
+  }
+  EXPECT_GT(refused, 500);
+}
+
+TEST_F(PersistenceTest, marks_are_found_again_from_the_stored_statuses) {
+  evaluate();
+  setRadius(source, 10.0);
+  // As after reading a file: nothing is queued, then everything is told that it was loaded.
+  std::vector<ZnDbAssocAction*> dropped;
+  const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(database.get(), false);
+  static_cast<ZnDbAssocNetwork*>(top.stub()->object)->takeMarked(dropped);
+  EXPECT_EQ(dropped.size(), 1u);
+  EXPECT_EQ(evaluate(), Quorl::eOk);
+  EXPECT_EQ(radius(output), 2.0) << "the mark was taken away";
+  for (const ZnDbObjectId id : database->allObjectIds()) id.stub()->object->loaded();
+  EXPECT_EQ(evaluate(), Quorl::eOk);
+  EXPECT_EQ(radius(output), 6.0);
+}
+
+TEST_F(PersistenceTest, undo_and_redo_keep_states_links_and_marks) {
+  evaluate();
+  struct Step {
+    const char* name;
+    std::function<void()> change;
+  };
+  const ZnDbObjectId other = addCircle(20.0);
+  ZnDbObjectId added;
+  const Step steps[] = {
+      {"edit and evaluate",
+       [&] {
+         setRadius(source, 6.0);
+         evaluate();
+       }},
+      {"edit alone", [&] { setRadius(source, 9.0); }},
+      {"evaluate alone", [&] { evaluate(); }},
+      {"a further dependency",
+       [&] {
+         addDependency(bodyId, ZnDbCompoundObjectId(other), true, false);
+         evaluate();
+       }},
+      {"a further dependency of a new action",
+       [&] {
+         added = addSum({output}, addCircle(1.0));
+         evaluate();
+       }},
+      {"the source erased",
+       [&] {
+         erase(source);
+         evaluate();
+       }},
+      {"the output erased",
+       [&] {
+         erase(output);
+         evaluate();
+       }},
+      {"the action erased", [&] { erase(ZnDbAssocActionBody::parentAction(added)); }},
+  };
+  using State = std::tuple<double, double, int, int>;
+  const auto state = [&] {
+    ZnArray<ZnDbObjectId> readers;
+    for (const ZnDbObjectId id : {source, other, output})
+      ZnDbAssocAction::getActionsDependentOnObject(id, true, true, readers);
+    const ZnDbHolder<ZnDbAssocActionBody> body(bodyId);
+    return State(radius(source), radius(output), body->status(), readers.length());
+  };
+  std::vector<State> states{state()};
+  for (const Step& step : steps) {
+    undo().startStep(ZnString::fromUtf8(step.name));
+    step.change();
+    states.push_back(state());
+  }
+  for (int round = 0; round < 2; ++round) {
+    for (size_t i = std::size(steps); i-- > 0;) {
+      SCOPED_TRACE(std::string("undo of ") + steps[i].name);
+      ASSERT_EQ(undo().undo(), Quorl::eOk);
+      EXPECT_TRUE(state() == states[i]);
+      EXPECT_TRUE(linkFaults(*database).empty());
+    }
+    for (size_t i = 0; i < std::size(steps); ++i) {
+      SCOPED_TRACE(std::string("redo of ") + steps[i].name);
+      ASSERT_EQ(undo().redo(), Quorl::eOk);
+      EXPECT_TRUE(state() == states[i + 1]);
+      EXPECT_TRUE(linkFaults(*database).empty());
+    }
+  }
+  // Taken back to the edit that was not evaluated: the mark is there, and works.
+  for (int i = 0; i < 6; ++i) undo().undo();
+  EXPECT_EQ(statusOf(bodyId), kChangedDirectlyAssocStatus);
+  evaluate();
+  EXPECT_EQ(radius(output), 5.5);
+}
+
+TEST_F(PersistenceTest, members_leave_a_network_without_disturbing_the_others) {
+  std::vector<ZnDbObjectId> actions{ZnDbAssocActionBody::parentAction(bodyId)};
+  for (int i = 0; i < 6; ++i)
+    actions.push_back(ZnDbAssocActionBody::parentAction(addSum({source}, addCircle(1.0))));
+  const ZnDbObjectId networkId =
+      ZnDbAssocNetwork::getInstanceFromObject(database->modelSpaceId(), false, false);
+  const ZnDbObjectId otherId = ZnDbAssocNetwork::getInstanceFromObject(database->paperSpaceId(), true, true);
+  ASSERT_FALSE(networkId.isNull() || otherId.isNull());
+  auto* network = static_cast<ZnDbAssocNetwork*>(networkId.stub()->object);
+  auto* other = static_cast<ZnDbAssocNetwork*>(otherId.stub()->object);
+  for (const size_t moved : {1u, 4u}) ASSERT_EQ(other->moveActionHere(actions[moved]), Quorl::eOk);
+  EXPECT_EQ(network->removeAction(actions[1], true), Quorl::eInvalidOwner);
+  EXPECT_EQ(network->removeAction(actions[3], true), Quorl::eOk);
+  EXPECT_TRUE(network->getActions() ==
+              (ZnArray<ZnDbObjectId>{actions[0], actions[2], actions[3], actions[5], actions[6]}));
+  EXPECT_TRUE(other->getActions() == (ZnArray<ZnDbObjectId>{actions[1], actions[4]}));
+  EXPECT_EQ(other->moveActionHere(source), Quorl::eInvalidInput);
+  const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(database.get(), false);
+  EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(top.stub()->object)->getActions() ==
+              (ZnArray<ZnDbObjectId>{networkId, otherId}));
+  // Marks in either network are found from the top.
+  SumBody::evaluated.clear();
+  evaluate();
+  EXPECT_EQ(SumBody::evaluated.size(), 6u);
+  EXPECT_TRUE(ZnDbAssocNetwork::getInstanceFromObject(source, false, false).isNull());
+  const ZnDbObjectId keyed =
+      ZnDbAssocNetwork::getInstanceFromObject(database->modelSpaceId(), true, false, L"K");
+  EXPECT_FALSE(keyed.isNull() || keyed == networkId);
+}

@@ -1,0 +1,226 @@
+// Layers, linetypes, dimension styles, layouts, colors, and the linetype file.
+#include <filesystem>
+#include <fstream>
+
+#include "db/drawing_fixture.h"
+#include "db/tdoc_recorder.h"
+#include "quorl/db/dim_style_table.h"
+#include "quorl/db/layout.h"
+#include "quorl/db/linetype_file.h"
+#include "quorl/db/memory_filer.h"
+
+using namespace dbTest;
+
+namespace {
+
+TEST(Color, PackedFormKeepsEverything) {
+  std::vector<ZnCmColor> colors;
+  for (int index = 0; index <= 256; ++index) colors.push_back(ZnCmColor::fromIndex(index));
+  colors.push_back(ZnCmColor::fromRgb(1, 2, 3));
+  colors.push_back(ZnCmColor::fromRgb(0, 0, 0));
+  for (const ZnCmColor& color : colors) EXPECT_EQ(ZnCmColor::fromPacked(color.packed()), color);
+  for (int index = 0; index <= 256; ++index) EXPECT_EQ(ZnCmColor::fromIndex(index).colorIndex(), index);
+  EXPECT_EQ(ZnCmColor::fromPacked(0x09000005).method(), ZnCmColor::kByLayer);
+  EXPECT_EQ(ZnCmColor::fromPacked(0x02000000).method(), ZnCmColor::kByLayer);
+  for (const ZnCmTransparency& t : {ZnCmTransparency(), ZnCmTransparency(0), ZnCmTransparency(255)})
+    EXPECT_EQ(ZnCmTransparency::fromPacked(t.packed()), t);
+}
+
+TEST(Color, NearestIndexOfAPaletteColorLooksTheSame) {
+  EXPECT_EQ(ZnCmColor::fromRgb(250, 10, 5).colorIndex(), 1);
+  EXPECT_EQ(ZnCmColor::fromRgb(0, 0, 255).colorIndex(), 5);
+  for (int index = 1; index < 256; ++index) {
+    const std::uint32_t rgb = ZnCmColor::fromIndex(index).rgb();
+    const auto channel = [&](int shift) { return static_cast<std::uint8_t>(rgb >> shift); };
+    const ZnCmColor same = ZnCmColor::fromRgb(channel(16), channel(8), channel(0));
+    EXPECT_EQ(ZnCmColor::fromIndex(same.colorIndex()).rgb(), rgb) << index;
+  }
+}
+
+class Tables : public Drawing {};
+
+template<class T> std::string bytesOf(const T& object) {
+  ZnDbMemoryFiler filer(ZnDbFiler::kFile);
+  object.bdocOutFields(filer);
+  return filer.takeBytes();
+}
+
+// Both filers bring every field back.
+template<class T> void expectRoundTrip(const T& object) {
+  const std::string bytes = bytesOf(object);
+  ASSERT_NE(bytes, bytesOf(T()));
+  ZnDbMemoryFiler filer(ZnDbFiler::kFile);
+  filer.setBytes(bytes);
+  T fromBytes;
+  ASSERT_EQ(fromBytes.bdocInFields(filer), Quorl::eOk);
+  EXPECT_EQ(bytesOf(fromBytes), bytes);
+  EXPECT_EQ(TdocRecorder::textOf(fromBytes), TdocRecorder::textOf(object));
+  TdocRecorder text;
+  ASSERT_EQ(object.tdocOutFields(text), Quorl::eOk);
+  T fromText;
+  ASSERT_EQ(fromText.tdocInFields(text), Quorl::eOk);
+  EXPECT_EQ(bytesOf(fromText), bytes);
+}
+
+TEST_F(Tables, RecordsKeepTheirFields) {
+  ZnDbLayerTableRecord layer;
+  layer.setName(L"Walls");
+  layer.setColor(ZnCmColor::fromIndex(30));
+  layer.setLinetypeObjectId(drawing.continuousLinetype());
+  layer.setLineWeight(ZnDb::kLnWt050);
+  layer.setTransparency(ZnCmTransparency(100));
+  expectRoundTrip(layer);
+  // One flag after the other, so that none is taken for its neighbour.
+  for (int flag = 0; flag < 4; ++flag) {
+    layer.setIsOff(flag == 0);
+    layer.setIsFrozen(flag == 1);
+    layer.setIsLocked(flag == 2);
+    layer.setIsPlottable(flag == 3);
+    expectRoundTrip(layer);
+  }
+
+  ZnDbLinetypeTableRecord linetype;
+  linetype.setName(L"gas");
+  linetype.setDescription(L"pipe");
+  linetype.setNumDashes(3);
+  linetype.setDashLengthAt(0, 5.0);
+  linetype.setDashLengthAt(1, -2.5);
+  linetype.setTextAt(1, L"GAS");
+  linetype.setShapeStyleAt(2, drawing.layerZero());
+  linetype.setIsScaledToFit(true);
+  expectRoundTrip(linetype);
+  EXPECT_DOUBLE_EQ(linetype.patternLength(), 7.5);
+  EXPECT_DOUBLE_EQ(linetype.dashLengthAt(3), 0.0);
+  EXPECT_EQ(linetype.setDashLengthAt(3, 1.0), Quorl::eOutOfRange);
+
+  ZnDbDimStyleTableRecord style;
+  style.setName(L"small");
+  double value = 0.5;
+  for (auto set : {&ZnDbDimStyleTableRecord::setDimscale, &ZnDbDimStyleTableRecord::setDimexo,
+                   &ZnDbDimStyleTableRecord::setDimexe, &ZnDbDimStyleTableRecord::setDimasz,
+                   &ZnDbDimStyleTableRecord::setDimtxt, &ZnDbDimStyleTableRecord::setDimgap,
+                   &ZnDbDimStyleTableRecord::setDimlfac}) {
+    EXPECT_EQ((style.*set)(value += 0.25), Quorl::eOk);
+    EXPECT_EQ((style.*set)(-1.0), Quorl::eOutOfRange);
+  }
+  EXPECT_EQ(style.setDimscale(0.0), Quorl::eOutOfRange);
+  EXPECT_EQ(style.setDimdec(-1), Quorl::eOutOfRange);
+  EXPECT_EQ(style.setDimdec(4), Quorl::eOk);
+  EXPECT_DOUBLE_EQ(style.dimscale(), 0.75);
+  EXPECT_DOUBLE_EQ(style.dimlfac(), 2.25);
+  expectRoundTrip(style);
+
+  ZnDbLayout layout;
+  EXPECT_EQ(layout.setLayoutName(L"a/b"), Quorl::eInvalidName);
+  EXPECT_EQ(layout.setLayoutName(L"Sheet 1"), Quorl::eOk);
+  layout.setBlockTableRecordId(drawing.paperSpaceId());
+  layout.setTabOrder(3);
+  EXPECT_EQ(layout.setPaperSize(-1.0, 5.0), Quorl::eOutOfRange);
+  EXPECT_EQ(layout.setPaperSize(420.0, 297.0), Quorl::eOk);
+  expectRoundTrip(layout);
+}
+
+TEST_F(Tables, LayersRefuseWhatIsNoneOfTheirs) {
+  ZnDbHolder<ZnDbLayerTableRecord> layer;
+  ASSERT_EQ(layer.openForWrite(drawing.layerZero()), Quorl::eOk);
+  const std::string before = bytesOf(*layer);
+  EXPECT_EQ(layer->setLinetypeObjectId(drawing.layerZero()), Quorl::eInvalidInput);
+  EXPECT_EQ(layer->setLinetypeObjectId(ZnDbDatabase().continuousLinetype()), Quorl::eInvalidInput);
+  EXPECT_EQ(layer->setLineWeight(ZnDb::kLnWtByLayer), Quorl::eOutOfRange);
+  EXPECT_EQ(layer->setLineWeight(static_cast<ZnDb::LineWeight>(34)), Quorl::eOutOfRange);
+  EXPECT_EQ(layer->setIsFrozen(true), Quorl::eInvalidInput) << "the current layer";
+  EXPECT_EQ(bytesOf(*layer), before);
+}
+
+class LinetypeFile : public testing::Test {
+protected:
+  std::string path = (std::filesystem::temp_directory_path() / "quorl_linetype_test.lin").string();
+  std::vector<ZnDbLinetypeSpec> specs;
+  ZnString error;
+  ~LinetypeFile() override { std::filesystem::remove(path); }
+  Quorl::ErrorStatus read(const char* text, const wchar_t* wanted = L"*") {
+    std::ofstream(path, std::ios::binary) << text;
+    specs.clear();
+    return zndbReadLinetypeFile(path, wanted, specs, error);
+  }
+};
+
+TEST_F(LinetypeFile, ReadsTheStandardSet) {
+  const std::string shipped = std::string(QUORL_SOURCE_DIR) + "/quorl/db/quorl.lin";
+  ASSERT_EQ(zndbReadLinetypeFile(shipped, L"*", specs, error), Quorl::eOk) << error.utf8();
+  const auto find = [&](const ZnString& name) -> const ZnDbLinetypeSpec* {
+    for (const ZnDbLinetypeSpec& spec : specs)
+      if (spec.name.equalsNoCase(name)) return &spec;
+    return nullptr;
+  };
+  for (const wchar_t* name :
+       {L"Center", L"Hidden", L"Dashed", L"Dot", L"DashDot", L"Divide", L"Phantom", L"Border"}) {
+    const ZnDbLinetypeSpec* whole = find(name);
+    ASSERT_NE(whole, nullptr) << ZnString(name).utf8();
+    for (const auto& [suffix, factor] : {std::pair(L"2", 0.5), {L"X2", 2.0}}) {
+      const ZnDbLinetypeSpec* other = find(name + ZnString(suffix));
+      ASSERT_NE(other, nullptr) << ZnString(name).utf8();
+      ASSERT_EQ(other->dashes.size(), whole->dashes.size());
+      for (size_t i = 0; i < whole->dashes.size(); ++i)
+        EXPECT_DOUBLE_EQ(other->dashes[i], whole->dashes[i] * factor);
+    }
+  }
+  EXPECT_EQ(find(L"CENTER")->dashes, (std::vector<double>{12, -2, 2, -2}));
+  EXPECT_TRUE(find(L"CENTERFIT")->scaledToFit);
+}
+
+TEST_F(LinetypeFile, TakesTheWantedOneOnly) {
+  const char* text = "# comment\n\n A |a line| 1 -1\r\nB\u00df | | 2.5 -.5 0 -.5 fit\n";
+  ASSERT_EQ(read(text), Quorl::eOk);
+  EXPECT_EQ(specs.size(), 2u);
+  ASSERT_EQ(read(text, L"b\u00df"), Quorl::eOk);
+  ASSERT_EQ(specs.size(), 1u);
+  EXPECT_TRUE(specs[0].name == L"B\u00df");
+  EXPECT_TRUE(specs[0].description.isEmpty());
+  EXPECT_EQ(specs[0].dashes, (std::vector<double>{2.5, -0.5, 0.0, -0.5}));
+  EXPECT_TRUE(specs[0].scaledToFit);
+  EXPECT_EQ(read(text, L"C"), Quorl::eKeyNotFound);
+  EXPECT_EQ(zndbReadLinetypeFile(path + ".absent", L"A", specs, error), Quorl::eNotFound);
+}
+
+TEST_F(LinetypeFile, BadLinesAreNamedByNumber) {
+  const struct {
+    const char* text;
+    int line;
+  } cases[] = {
+      {"A | a\n", 1},
+      {"# x\n | a | 1 -1\n", 2},
+      {"A\n", 1},
+      {"A | a | 1 -1\nB | b | 1 x\n", 2},
+      {"A | a | 1 -1\nB | b | 1 nan\n", 2},
+      {"A | a | \n", 1},
+      {"A | a | 1\n", 1},
+      {"A | a | -1 1\n", 1},
+      {"A | a | 1 -1 -1\n", 1},
+      {"A | a | 1 2 -1\n", 1},
+      {"A | a | 1 -1 fit 1 -1\n", 1},
+      {"A | a | 1 -1\n\na | again | 1 -1\n", 3},
+      {"A | a | 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1\n", 1},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(read(c.text), Quorl::eInvalidInput) << c.text;
+    EXPECT_TRUE(specs.empty()) << c.text;
+    EXPECT_NE(error.utf8().find(path + ":" + std::to_string(c.line) + ": "), std::string::npos)
+        << error.utf8();
+  }
+}
+
+TEST_F(LinetypeFile, LoadsIntoADrawing) {
+  ASSERT_EQ(read("A | a line | 1 -1 fit\n"), Quorl::eOk);
+  ZnDbDatabase drawing;
+  ASSERT_EQ(drawing.loadLineTypeFile(L"a", ZnString::fromUtf8(path)), Quorl::eOk);
+  const ZnDbHolder<ZnDbSymbolTable> table(drawing.linetypeTableId());
+  ZnDbObjectId id;
+  ASSERT_EQ(table->getIdAt(L"A", id), Quorl::eOk);
+  const ZnDbHolder<ZnDbLinetypeTableRecord> record(id);
+  EXPECT_EQ(record->numDashes(), 2);
+  EXPECT_DOUBLE_EQ(record->dashLengthAt(1), -1.0);
+  EXPECT_TRUE(record->isScaledToFit());
+}
+
+} // namespace

@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+
+#include "quorl/db/block_table.h"
+#include "quorl/db/database.h"
+#include "quorl/db/line.h"
+#include "quorl/db/undo.h"
+#include "quorl/db/viewport.h"
+#include "quorl/view/brevix_util.h"
+#include "quorl/view/dim_util.h"
+#include "quorl/view/point_ref.h"
+#include "quorl/view/share_db.h"
+#include "quorl/view/view_rep_block_reference.h"
+
+namespace {
+
+class ViewTest : public testing::Test {
+protected:
+  ViewTest() {
+    auto* window = new ZnDbViewport;
+    window->setCenterPoint(ZnGePoint3d(100, 50, 0));
+    window->setViewCenter(ZnGePoint2d(10, 0));
+    window->setCustomScale(0.5);
+    viewport = add(window, database.paperSpaceId());
+    plainViewport = add(new ZnDbViewport, database.paperSpaceId());
+    line = add(new ZnDbLine(ZnGePoint3d(10, 0, 0), ZnGePoint3d(14, 0, 0)), database.modelSpaceId());
+  }
+
+  ZnDbObjectId add(ZnDbEntity* entity, ZnDbObjectId block) {
+    ZnDbHolder<ZnDbBlockTableRecord> record;
+    record.openForWrite(block);
+    ZnDbObjectId id;
+    EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
+    entity->close();
+    return id;
+  }
+  ZnDbObjectId addView() {
+    auto* record = new ZnDbBlockTableRecord;
+    record->setName(L"*U");
+    ZnDbHolder<ZnDbSymbolTable> table;
+    table.openForWrite(database.blockTableId());
+    ZnDbObjectId block;
+    EXPECT_EQ(table->add(block, record), Quorl::eOk);
+    record->close();
+    return add(new ZnDbViewRepBlockReference(ZnGePoint3d(), block), database.modelSpaceId());
+  }
+
+  ZnDbDatabase database;
+  ZnDbObjectId viewport, plainViewport, line;
+};
+
+} // namespace
+
+TEST_F(ViewTest, points_seen_through_a_viewport_stand_on_the_sheet) {
+  ZnArray<ZnDbSubentId> ends;
+  ZnDbHolder<ZnDbLine>(line)->getSubentIds(ZnDb::kVertexSubentType, ends);
+  ASSERT_EQ(ends.length(), 2);
+  struct Case {
+    ZnArray<ZnDbObjectId> path;
+    int end;
+    ZnGePoint3d point;
+  };
+  const Case cases[] = {
+      {{line}, 1, {14, 0, 0}},
+      {{viewport, line}, 0, {100, 50, 0}},
+      {{viewport, line}, 1, {102, 50, 0}},
+  };
+  for (const Case& c : cases) {
+    ZnGePoint3d point;
+    const ZnDbPointRef reference(ZnDbVertexRef(ZnDbFullSubentPath(c.path, ends[c.end])));
+    ASSERT_EQ(reference.evaluatePoint(point), Quorl::eOk);
+    EXPECT_EQ(point, c.point);
+  }
+  ZnGeMatrix3d transform;
+  EXPECT_EQ(ZnDbPointRef::mswcsToPswcs(nullptr, transform), Quorl::eNullObjectPointer);
+}
+
+TEST_F(ViewTest, the_viewport_of_a_path_and_its_scale) {
+  const ZnDbObjectId space = database.modelSpaceId();
+  struct Case {
+    ZnArray<ZnDbObjectId> path;
+    ZnDbObjectId found;
+  };
+  const Case cases[] = {{ZnArray<ZnDbObjectId>(), {}},
+                        {{line}, {}},
+                        {{viewport, line}, viewport},
+                        {{line, viewport, plainViewport}, viewport},
+                        {{space, ZnDbObjectId(), plainViewport}, plainViewport}};
+  for (const Case& c : cases) {
+    ZnDbObjectId found = line;
+    EXPECT_EQ(ShareDB::getViewportIdFromIdPath(c.path, found),
+              c.found.isNull() ? Quorl::eKeyNotFound : Quorl::eOk);
+    EXPECT_EQ(found, c.found);
+  }
+  double factor = 7.0;
+  EXPECT_EQ(ZnDimUtil::calcDimLFac(line, factor), Quorl::eWrongObjectClass);
+  EXPECT_EQ(ZnDimUtil::calcDimLFac({}, factor), Quorl::eNullObjectId);
+  EXPECT_EQ(factor, 7.0);
+  EXPECT_EQ(ZnDimUtil::calcDimLFac(viewport, factor), Quorl::eOk);
+  EXPECT_DOUBLE_EQ(factor, 0.5);
+}
+
+TEST_F(ViewTest, a_viewport_counts_while_a_view_names_it) {
+  const ZnDbObjectId view = addView();
+  ZnDbObjectId foundView, definition;
+  EXPECT_FALSE(DbBrevixUtil::checkBrevixViewport(viewport, &foundView, &definition));
+  EXPECT_TRUE(foundView.isNull());
+  database.undoRecorder().startStep();
+  {
+    ZnDbHolder<ZnDbViewRepBlockReference> open;
+    ASSERT_EQ(open.openForWrite(view), Quorl::eOk);
+    EXPECT_EQ(open->setViewportId(line), Quorl::eInvalidInput);
+    EXPECT_EQ(open->setViewportId(viewport), Quorl::eOk);
+    open->setViewId(line);
+  }
+  const auto expectNamed = [&](bool named) {
+    EXPECT_EQ(DbBrevixUtil::checkBrevixViewport(viewport), named);
+    EXPECT_FALSE(DbBrevixUtil::checkBrevixViewport(plainViewport));
+    EXPECT_FALSE(DbBrevixUtil::checkBrevixViewport(line));
+    EXPECT_FALSE(DbBrevixUtil::checkBrevixViewport({}));
+  };
+  expectNamed(true);
+  EXPECT_TRUE(DbBrevixUtil::checkBrevixViewport(viewport, &foundView, &definition));
+  EXPECT_EQ(foundView, view);
+  EXPECT_EQ(definition, line);
+  EXPECT_EQ(database.undoRecorder().undo(), Quorl::eOk);
+  expectNamed(false);
+  EXPECT_EQ(database.undoRecorder().redo(), Quorl::eOk);
+  expectNamed(true);
+  {
+    ZnDbHolder<ZnDbViewRepBlockReference> open;
+    ASSERT_EQ(open.openForWrite(view), Quorl::eOk);
+    open->erase(true);
+  }
+  expectNamed(false);
+}
