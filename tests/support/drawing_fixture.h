@@ -1,0 +1,117 @@
+// A working drawing with the module loaded: adds shapes and center marks, changes and asks them, and checks
+// at the end of every case that the drawing is sound.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "torvi/centermark/action_body.h"
+#include "torvi/centermark/object_wrapper.h"
+#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/host/association.h"
+
+class DrawingTest : public testing::Test {
+protected:
+  static constexpr const char* kModule = QUORL_BIN_DIR "/ZnDbTorvi.lyx";
+
+  void SetUp() override {
+    db_ = std::make_unique<ZnDbDatabase>();
+    zndbHostApplicationServices()->setWorkingDatabase(db_.get());
+    usualSink_ = znutSetPrintSink([this](const ZnString& text) { printed_ += text; });
+    ASSERT_EQ(znrxLoadModule(ZnString::fromUtf8(kModule)), Quorl::eOk)
+        << ZnRxDynamicLinker::instance().lastError().utf8();
+  }
+
+  void TearDown() override {
+    for (const ZnString& fault : db_->audit(false)) ADD_FAILURE() << fault.utf8();
+    zndbHostApplicationServices()->setWorkingDatabase(nullptr);
+    db_.reset();
+    EXPECT_EQ(znrxUnloadModule(ZnString::fromUtf8(kModule)), Quorl::eOk);
+    znutSetPrintSink(usualSink_);
+  }
+
+  // Shapes, in model space
+  ZnDbObjectId add(ZnDbEntity* entity, ZnDbObjectId space = {}) {
+    ZnDbHolder<ZnDbEntity> owner(entity);
+    ZnDbHolder<ZnDbBlockTableRecord> record;
+    EXPECT_EQ(record.openForWrite(space.isNull() ? db_->modelSpaceId() : space), Quorl::eOk);
+    entity->setDatabaseDefaults(db_.get());
+    ZnDbObjectId id;
+    EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
+    return id;
+  }
+  ZnDbObjectId addCircle(const ZnGePoint3d& center, double radius,
+                         const ZnGeVector3d& normal = ZnGeVector3d::kZAxis) {
+    return add(new ZnDbCircle(center, normal, radius));
+  }
+  ZnDbObjectId addArc(const ZnGePoint3d& center, double radius, double startAngle, double endAngle) {
+    return add(new ZnDbArc(center, radius, startAngle, endAngle));
+  }
+  ZnDbObjectId addLine(const ZnGePoint3d& start, const ZnGePoint3d& end) {
+    return add(new ZnDbLine(start, end));
+  }
+  ZnDbObjectId addLinetype(const ZnString& name, std::initializer_list<double> dashes, bool scaledToFit) {
+    ZnDbHolder<ZnDbLinetypeTableRecord> record(new ZnDbLinetypeTableRecord);
+    record->setName(name);
+    record->setNumDashes(static_cast<int>(dashes.size()));
+    int index = 0;
+    for (const double dash : dashes) record->setDashLengthAt(index++, dash);
+    record->setIsScaledToFit(scaledToFit);
+    ZnDbHolder<ZnDbLinetypeTable> table;
+    EXPECT_EQ(table.openForWrite(db_->linetypeTableId()), Quorl::eOk);
+    ZnDbObjectId id;
+    EXPECT_EQ(table->add(id, record.object()), Quorl::eOk);
+    return id;
+  }
+
+  // Marks
+  static ZnDbEdgeRef edgeOf(ZnDbObjectId entity) {
+    ZnDbEdgeRef edge;
+    EXPECT_EQ(ZnTorviLyxUtils::createEdgeRef(ZnDbFullSubentPath(entity, ZnDb::kEdgeSubentType, 0), edge),
+              Quorl::eOk);
+    return edge;
+  }
+  ZnDbObjectId addMark(ZnDbObjectId circle) {
+    ZnDbObjectId id;
+    EXPECT_EQ(ZnTorviLyxUtils::createCenterMark(edgeOf(circle), id, db_.get()), Quorl::eOk);
+    return id;
+  }
+  static ZnDbCenterMarkObjectWrapper wrap(ZnDbObjectId mark) { return ZnDbCenterMarkObjectWrapper(mark); }
+  static ZnDbObjectId bodyOf(ZnDbObjectId mark) { return ZnTorviLyxUtils::getTorviActionBodyId(mark); }
+  // Marks the object's action as changed and evaluates the drawing.
+  static void evaluate(ZnDbObjectId mark) {
+    EXPECT_EQ(ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyOf(mark)), Quorl::eOk);
+  }
+  void evaluateChanges() { ZnDbAssocManager::evaluateTopLevelNetwork(db_.get()); }
+
+  // Objects
+  template<class T, class Change> static void change(ZnDbObjectId id, Change&& doIt) {
+    ZnDbHolder<T> object;
+    ASSERT_EQ(object.openForWrite(id), Quorl::eOk);
+    doIt(*object);
+  }
+  static void erase(ZnDbObjectId id) {
+    change<ZnDbObject>(id, [](ZnDbObject& object) { EXPECT_EQ(object.erase(), Quorl::eOk); });
+  }
+
+  // A value as a drawing brings it along, which nobody has checked.
+  void put(const wchar_t* variable, const ZnRxVariableValue& value) {
+    db_->put(ZnString(variable).atom(), value);
+  }
+  void put(const wchar_t* variable, const wchar_t* text) { put(variable, ZnRxVariableValue::ofString(text)); }
+
+  std::unique_ptr<ZnDbDatabase> db_;
+  ZnString printed_;
+
+private:
+  ZnPrintSink usualSink_;
+};
+
+// Points and vectors to eight digits.
+inline testing::AssertionResult near(const ZnGePoint3d& a, const ZnGePoint3d& b, double tolerance = 1e-8) {
+  if (a.distanceTo(b) <= tolerance) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << "(" << a.x << ", " << a.y << ", " << a.z << ") is not (" << b.x
+                                     << ", " << b.y << ", " << b.z << ")";
+}

@@ -1,0 +1,187 @@
+// What happens to a mark's values when the user changes its block reference.
+#include "torvi/centermark/block_sync.h"
+
+#include <numbers>
+
+#include "support/drawing_fixture.h"
+
+namespace {
+
+class BlockSync : public DrawingTest {
+protected:
+  void SetUp() override {
+    DrawingTest::SetUp();
+    circle_ = addCircle({2.0, 1.0, 0.0}, 10.0);
+    mark_ = addMark(circle_);
+  }
+  void setExtensions(double left, double right, double bottom, double top) {
+    auto mark = wrap(mark_);
+    mark.setHorizontalStartExtension(left);
+    mark.setHorizontalEndExtension(right);
+    mark.setVerticalStartExtension(bottom);
+    mark.setVerticalEndExtension(top);
+  }
+  void expectExtensions(double left, double right, double bottom, double top) {
+    const auto mark = wrap(mark_);
+    EXPECT_NEAR(mark.horizontalStartExtension(), left, 1e-9);
+    EXPECT_NEAR(mark.horizontalEndExtension(), right, 1e-9);
+    EXPECT_NEAR(mark.verticalStartExtension(), bottom, 1e-9);
+    EXPECT_NEAR(mark.verticalEndExtension(), top, 1e-9);
+  }
+  double stored(const wchar_t* name) {
+    return ZnDbHolder<ZnDbCenterMarkActionBody>(bodyOf(mark_))->valueOf(name, -1.0);
+  }
+  void transform(const ZnGeMatrix3d& matrix) {
+    change<ZnDbBlockReference>(
+        mark_, [&](ZnDbBlockReference& reference) { EXPECT_EQ(reference.transformBy(matrix), Quorl::eOk); });
+    evaluate(mark_);
+  }
+  void loseCircle() {
+    erase(circle_);
+    evaluateChanges();
+    ASSERT_FALSE(wrap(mark_).isAssociative());
+  }
+  bool isRightHanded() { return wrap(mark_).blockTransform().det() > 0.0; }
+
+  ZnDbObjectId circle_, mark_;
+  const ZnGePoint3d center_{2.0, 1.0, 0.0};
+};
+
+TEST_F(BlockSync, AFreeMarkTakesItsScaleIntoTheExtensions) {
+  setExtensions(3.0, 4.0, 5.0, 1e60);
+  loseCircle();
+  transform(ZnGeMatrix3d::scaling(2.0, center_));
+  expectExtensions(6.0, 8.0, 10.0, 20.0);
+  EXPECT_EQ(stored(L"VerticalEndExtension"), 20.0);
+  EXPECT_EQ(wrap(mark_).horizontalStartOvershoot(), 0.5);
+  EXPECT_NEAR(wrap(mark_).blockTransform().scale(), 1.0, 1e-12);
+  EXPECT_TRUE(near(wrap(mark_).horizontalEndOvershootPoint(), center_ + ZnGeVector3d(8.5, 0.0, 0.0)));
+  evaluate(mark_);
+  expectExtensions(6.0, 8.0, 10.0, 20.0);
+}
+
+TEST_F(BlockSync, AMarkOnACircleGoesBackToIt) {
+  setExtensions(3.0, 4.0, 5.0, 1e60);
+  transform(ZnGeMatrix3d::translation({7.0, 7.0, 0.0}) * ZnGeMatrix3d::scaling(2.0, center_));
+  expectExtensions(3.0, 4.0, 5.0, 10.0);
+  EXPECT_EQ(stored(L"VerticalEndExtension"), 1e60);
+  EXPECT_TRUE(near(wrap(mark_).blockTransform() * ZnGePoint3d::kOrigin, center_));
+  EXPECT_NEAR(wrap(mark_).blockTransform().scale(), 1.0, 1e-12);
+}
+
+TEST_F(BlockSync, AFreeMarkStaysWhereItIsPut) {
+  loseCircle();
+  transform(ZnGeMatrix3d::translation({7.0, 7.0, 0.0}));
+  EXPECT_TRUE(near(wrap(mark_).horizontalEndOvershootPoint(), {19.5, 8.0, 0.0}));
+}
+
+struct Mirror {
+  const char* what;
+  ZnGeVector3d normal; // of the mirror plane
+  double left, right, bottom, top;
+};
+
+TEST_F(BlockSync, AMirroredMarkChangesSidesInstead) {
+  const Mirror rows[] = {{"left and right", ZnGeVector3d::kXAxis, 5.0, 3.0, 6.0, 7.0},
+                         {"top and bottom", ZnGeVector3d::kYAxis, 3.0, 5.0, 7.0, 6.0}};
+  for (const Mirror& row : rows) {
+    SCOPED_TRACE(row.what);
+    setExtensions(3.0, 5.0, 6.0, 7.0);
+    auto mark = wrap(mark_);
+    mark.setAllOvershoots(0.5);
+    mark.setHorizontalStartOvershoot(1.0);
+    mark.setVerticalStartOvershoot(2.0);
+    evaluate(mark_);
+    transform(ZnGeMatrix3d::mirroring(ZnGePlane(center_, row.normal)));
+    EXPECT_TRUE(isRightHanded());
+    expectExtensions(row.left, row.right, row.bottom, row.top);
+    const bool horizontal = row.normal.x != 0.0;
+    EXPECT_EQ(mark.horizontalEndOvershoot(), horizontal ? 1.0 : 0.5);
+    EXPECT_EQ(mark.verticalEndOvershoot(), horizontal ? 0.5 : 2.0);
+    EXPECT_TRUE(near(mark.horizontalStartExtensionPoint(), center_ - ZnGeVector3d::kXAxis * row.left));
+    EXPECT_TRUE(near(mark.verticalEndExtensionPoint(), center_ + ZnGeVector3d::kYAxis * row.top));
+  }
+}
+
+TEST_F(BlockSync, MirroringFixesWhatFollowedTheCircle) {
+  transform(ZnGeMatrix3d::mirroring(ZnGePlane(center_, ZnGeVector3d::kXAxis)));
+  EXPECT_EQ(stored(L"HorizontalStartExtension"), 10.0);
+  EXPECT_EQ(stored(L"VerticalStartExtension"), 1e60);
+}
+
+TEST_F(BlockSync, TheRotationIsRememberedAndSurvives) {
+  transform(ZnGeMatrix3d::rotation(0.6, ZnGeVector3d::kZAxis, center_));
+  EXPECT_NEAR(stored(L"CachedRotation"), 0.6, 1e-12);
+  change<ZnDbCircle>(circle_, [](ZnDbCircle& circle) { circle.setRadius(20.0); });
+  evaluateChanges();
+  EXPECT_NEAR(wrap(mark_).rotation(), 0.6, 1e-12);
+  loseCircle();
+  evaluate(mark_);
+  EXPECT_NEAR(wrap(mark_).rotation(), 0.6, 1e-12);
+  EXPECT_EQ(wrap(mark_).getRefCircleRadius(), 20.0);
+}
+
+TEST_F(BlockSync, ATransformNeedsAMark) {
+  ZnGeMatrix3d transform = ZnGeMatrix3d::scaling(3.0);
+  EXPECT_EQ(computeCenterMarkTransform(circle_, transform), Quorl::eNullObjectId);
+  EXPECT_NEAR(transform.scale(), 3.0, 0.0);
+  EXPECT_EQ(computeCenterMarkTransform(mark_, transform), Quorl::eOk);
+  EXPECT_TRUE(transform.isEqualTo(wrap(mark_).blockTransform()));
+  setHostDocumentKind(true);
+  EXPECT_EQ(computeCenterMarkTransform(mark_, transform), Quorl::eOk);
+  setHostDocumentKind(false);
+  EXPECT_TRUE(transform.isEqualTo(ZnGeMatrix3d::translation(center_.asVector())));
+  // None of the others minds what is no mark.
+  applyBlockScaleToExtensions(circle_);
+  undoCenterMarkMirror(circle_);
+  updateCachedRotationFromBlock(circle_);
+}
+
+// A mark in paper space on a circle that is seen through a viewport.
+class ThroughViewport : public DrawingTest {
+protected:
+  void SetUp() override {
+    DrawingTest::SetUp();
+    circle_ = addCircle({0.0, 0.0, 0.0}, 10.0);
+    auto* window = new ZnDbViewport;
+    window->setCenterPoint({100.0, 100.0, 0.0});
+    window->setWidth(200.0);
+    window->setHeight(200.0);
+    window->setCustomScale(0.5);
+    viewport_ = add(window, db_->paperSpaceId());
+    ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
+    const ZnArray<ZnDbObjectId> path{viewport_, circle_};
+    ZnDbEdgeRef edge;
+    ASSERT_EQ(ZnTorviLyxUtils::createEdgeRef(ZnDbFullSubentPath(path, ZnDbSubentId(ZnDb::kEdgeSubentType, 0)),
+                                             edge),
+              Quorl::eOk);
+    ASSERT_EQ(ZnTorviLyxUtils::createCenterMark(edge, mark_, db_.get()), Quorl::eOk);
+  }
+  void TearDown() override {
+    zndbHostApplicationServices()->setActiveViewportId(ZnDbObjectId());
+    DrawingTest::TearDown();
+  }
+  double cachedRotation() { return ZnDbHolder<ZnDbCenterMarkActionBody>(bodyOf(mark_))->cachedRotation(); }
+  void turn(double angle) {
+    change<ZnDbBlockReference>(mark_, [&](ZnDbBlockReference& reference) { reference.setRotation(angle); });
+    evaluate(mark_);
+  }
+  ZnDbObjectId circle_, viewport_, mark_;
+};
+
+TEST_F(ThroughViewport, TheCircleIsSeenAtItsScale) {
+  ASSERT_EQ(wrap(mark_).getDependentViewportId(), viewport_);
+  EXPECT_NEAR(wrap(mark_).getRefCircleRadius(), 5.0, 1e-9);
+  EXPECT_TRUE(near(wrap(mark_).horizontalEndOvershootPoint(), {105.5, 100.0, 0.0}));
+  EXPECT_NEAR(wrap(mark_).cachedViewportScale(), 0.5, 1e-12);
+}
+
+TEST_F(ThroughViewport, WhileTheUserWorksInItTheRotationStays) {
+  turn(0.4);
+  EXPECT_NEAR(cachedRotation(), 0.4, 1e-12);
+  zndbHostApplicationServices()->setActiveViewportId(viewport_);
+  turn(1.0);
+  EXPECT_NEAR(cachedRotation(), 0.4, 1e-12);
+}
+
+} // namespace

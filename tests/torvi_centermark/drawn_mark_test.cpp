@@ -1,0 +1,193 @@
+// What a center mark looks like in the drawing, against its plain geometry.
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <array>
+#include <cmath>
+#include <numbers>
+
+#include "support/drawing_fixture.h"
+
+namespace {
+
+struct DrawnLine {
+  ZnGePoint3d start, end;
+  bool visible = true;
+};
+using DrawnMark = std::array<DrawnLine, 6>;
+
+class Drawn : public DrawingTest {
+protected:
+  // The entities of the mark's block, in world coordinates.
+  static DrawnMark drawn(ZnDbObjectId mark) {
+    ZnArray<ZnDbObjectId> ids;
+    EXPECT_EQ(wrap(mark).getCenterEntitesIds(ids), Quorl::eOk);
+    EXPECT_EQ(ids.length(), 6);
+    DrawnMark lines;
+    const ZnGeMatrix3d transform = wrap(mark).blockTransform();
+    for (int i = 0; i < ids.length() && i < 6; ++i) {
+      ZnDbHolder<ZnDbLine> line(ids[i]);
+      EXPECT_TRUE(line.isOpen());
+      lines[static_cast<size_t>(i)] = {transform * line->startPoint(), transform * line->endPoint(),
+                                       line->visibility() == ZnDb::kVisible};
+    }
+    return lines;
+  }
+};
+
+// Distances along a line from the center: its start and its end, in the line's positive direction.
+struct Extent {
+  double from, to;
+};
+
+struct Shape {
+  const char* what;
+  double radius;
+  const wchar_t *length, *gap;
+  double extension; // below zero: follows the circle
+  double overshoot;
+  Extent arm, right; // the arm of the cross, and the right line; the other lines are their images
+  bool rightIsDrawn = true;
+};
+
+const Shape kShapes[] = {
+    {"defaults", 10.0, L"0.1x", L"0.05x", -1.0, 0.5, {-1.0, 1.0}, {2.0, 10.5}},
+    {"absolute sizes", 10.0, L"3", L"0.5", -1.0, 0.5, {-1.5, 1.5}, {2.0, 10.5}},
+    {"no gap", 10.0, L"0.1x", L"0", -1.0, 0.0, {-1.0, 1.0}, {1.0, 10.0}},
+    {"own extension", 10.0, L"0.1x", L"0.05x", 6.0, 0.25, {-1.0, 1.0}, {2.0, 6.25}},
+    {"ends where it begins", 10.0, L"0.1x", L"0.05x", 1.5, 0.5, {-1.0, 1.0}, {2.0, 2.0}},
+    {"too short for the gap", 10.0, L"0.1x", L"0.05x", 0.5, 0.5, {-1.0, 1.0}, {1.0, 1.0}},
+    {"shorter than the cross", 10.0, L"0.1x", L"0.05x", 0.25, 0.5, {-1.0, 1.0}, {1.0, 0.75}},
+    {"cross beyond the circle", 1.0, L"8", L"1", -1.0, 0.5, {-4.0, 4.0}, {4.0, 1.5}},
+    {"tiny circle", 1e-3, L"0.1x", L"0.05x", -1.0, 0.0, {-1e-4, 1e-4}, {2e-4, 1e-3}},
+    {"nothing left of the line", 10.0, L"0.1x", L"0.05x", 0.0, 0.0, {-1.0, 1.0}, {0.0, 0.0}, false}};
+
+TEST_F(Drawn, LinesHaveTheirPlacesForEverySize) {
+  const ZnGePoint3d center(7.0, -3.0, 2.0);
+  for (const Shape& shape : kShapes) {
+    SCOPED_TRACE(shape.what);
+    const ZnDbObjectId mark = addMark(addCircle(center, shape.radius));
+    change<ZnDbCenterMarkActionBody>(bodyOf(mark), [&](ZnDbCenterMarkActionBody& body) {
+      body.setCrossHairLengthExpression(shape.length);
+      body.setCrossHairGapExpression(shape.gap);
+      for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine}) {
+        body.setOvershoot(line, shape.overshoot);
+        if (shape.extension >= 0.0) body.setExtension(line, shape.extension);
+      }
+    });
+    evaluate(mark);
+    const DrawnMark lines = drawn(mark);
+    const auto isAt = [&](ZnCenterMarkSubEntType type, const ZnGeVector3d& along, double from, double to) {
+      EXPECT_TRUE(near(lines[type].start, center + along * from)) << type;
+      EXPECT_TRUE(near(lines[type].end, center + along * to)) << type;
+    };
+    isAt(eCrossHairHorizontalLine, ZnGeVector3d::kXAxis, shape.arm.from, shape.arm.to);
+    isAt(eCrossHairVerticalLine, ZnGeVector3d::kYAxis, shape.arm.from, shape.arm.to);
+    for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
+      EXPECT_EQ(lines[line].visible, shape.rightIsDrawn) << line;
+    if (!shape.rightIsDrawn) {
+      EXPECT_EQ(wrap(mark).getSubentLineGeometry(eLeftLine, true).length(), 0.0);
+      continue;
+    }
+    isAt(eLeftLine, ZnGeVector3d::kXAxis, -shape.right.to, -shape.right.from);
+    isAt(eRightLine, ZnGeVector3d::kXAxis, shape.right.from, shape.right.to);
+    isAt(eBottomLine, ZnGeVector3d::kYAxis, -shape.right.to, -shape.right.from);
+    isAt(eTopLine, ZnGeVector3d::kYAxis, shape.right.from, shape.right.to);
+  }
+}
+
+// The numbers of the table hold wherever and however the circle lies.
+TEST_F(Drawn, AMarkStandsOnItsCircleInAnyPlane) {
+  rc::check([this] {
+    const auto number = [](int from, int to) { return *rc::gen::inRange(from * 1000, to * 1000) / 1000.0; };
+    const ZnGePoint3d center(number(-100, 100), number(-100, 100), number(-100, 100));
+    const ZnGeVector3d normal(number(-1, 1), number(-1, 1), number(-1, 1));
+    RC_PRE(normal.length() > 0.1);
+    const double radius = number(1, 50), left = number(5, 40), overshoot = number(0, 3);
+    const ZnDbObjectId mark = addMark(addCircle(center, radius, normal));
+    wrap(mark).setHorizontalStartExtension(left);
+    wrap(mark).setAllOvershoots(overshoot);
+    evaluate(mark);
+    const DrawnMark lines = drawn(mark);
+    const ZnGePoint3d farLeft = lines[eLeftLine].start, farRight = lines[eRightLine].end;
+    const ZnGePoint3d farTop = lines[eTopLine].end, farBottom = lines[eBottomLine].start;
+    RC_ASSERT(std::fabs(farLeft.distanceTo(center) - (left + overshoot)) < 1e-7);
+    for (const ZnGePoint3d& end : {farRight, farTop, farBottom})
+      RC_ASSERT(std::fabs(end.distanceTo(center) - (radius + overshoot)) < 1e-7);
+    for (const DrawnLine& line : lines)
+      for (const ZnGePoint3d& end : {line.start, line.end})
+        RC_ASSERT(std::fabs((end - center).dotProduct(normal.normal())) < 1e-7);
+    RC_ASSERT(near(farTop, center + (center - farBottom), 1e-7));
+    RC_ASSERT(std::fabs((farRight - center).dotProduct(farTop - center)) < 1e-6 * radius * radius + 1e-6);
+    // Right, top and normal make a right-handed frame.
+    RC_ASSERT((farRight - center).crossProduct(farTop - center).dotProduct(normal) > 0.0);
+  });
+}
+
+TEST_F(Drawn, ItFollowsItsCircle) {
+  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 10.0);
+  const ZnDbObjectId mark = addMark(circle);
+  change<ZnDbCircle>(circle, [](ZnDbCircle& shape) {
+    shape.setCenter({100.0, 50.0, 0.0});
+    shape.setRadius(20.0);
+  });
+  evaluateChanges();
+  EXPECT_TRUE(near(drawn(mark)[eRightLine].end, {120.5, 50.0, 0.0}));
+  EXPECT_TRUE(near(drawn(mark)[eRightLine].start, {104.0, 50.0, 0.0}));
+  EXPECT_TRUE(wrap(mark).doesActionMatchCurrentGeometry());
+}
+
+TEST_F(Drawn, AnArcIsMarkedLikeItsCircle) {
+  const DrawnMark ofCircle = drawn(addMark(addCircle({1.0, 2.0, 0.0}, 5.0)));
+  const DrawnMark ofArc = drawn(addMark(addArc({1.0, 2.0, 0.0}, 5.0, 0.3, 1.1)));
+  for (size_t i = 0; i < ofCircle.size(); ++i) {
+    EXPECT_TRUE(near(ofArc[i].start, ofCircle[i].start)) << i;
+    EXPECT_TRUE(near(ofArc[i].end, ofCircle[i].end)) << i;
+  }
+}
+
+TEST_F(Drawn, HiddenLinesAndTraits) {
+  const ZnDbObjectId mark = addMark(addCircle({0.0, 0.0, 0.0}, 10.0));
+  wrap(mark).setSubEntVisibility(eRightLine, false);
+  evaluate(mark);
+  DrawnMark lines = drawn(mark);
+  for (size_t i = 0; i < lines.size(); ++i) EXPECT_EQ(lines[i].visible, i != eRightLine) << i;
+  wrap(mark).setSubEntVisibility(eRightLine, true);
+  evaluate(mark);
+  EXPECT_TRUE(drawn(mark)[eRightLine].visible);
+
+  ZnArray<ZnDbObjectId> ids;
+  wrap(mark).getCenterEntitesIds(ids);
+  const ZnString center = ZnDbHolder<ZnDbEntity>(mark)->linetype();
+  EXPECT_TRUE(center.equalsNoCase(L"CENTER")) << center.utf8();
+  for (int i = 0; i < ids.length(); ++i) {
+    const ZnString linetype = ZnDbHolder<ZnDbEntity>(ids[i])->linetype();
+    EXPECT_TRUE(linetype.equalsNoCase(i < eLeftLine ? L"CONTINUOUS" : L"CENTER")) << i;
+  }
+}
+
+TEST_F(Drawn, ALineThatHasShrunkToNothingComesBack) {
+  const ZnDbObjectId mark = addMark(addCircle({0.0, 0.0, 0.0}, 10.0));
+  wrap(mark).setHorizontalEndExtension(-3.0);
+  evaluate(mark);
+  EXPECT_FALSE(drawn(mark)[eRightLine].visible);
+  wrap(mark).setHorizontalEndExtension(6.0);
+  evaluate(mark);
+  EXPECT_TRUE(drawn(mark)[eRightLine].visible);
+  EXPECT_TRUE(near(drawn(mark)[eRightLine].end, {6.5, 0.0, 0.0}));
+}
+
+TEST_F(Drawn, InADocumentOfDrawingViewsOnlyThePlaceFollows) {
+  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 10.0);
+  const ZnDbObjectId mark = addMark(circle);
+  wrap(mark).setRotation(std::numbers::pi / 2.0);
+  evaluate(mark);
+  setHostDocumentKind(true);
+  change<ZnDbCircle>(circle, [](ZnDbCircle& shape) { shape.setCenter({5.0, 0.0, 0.0}); });
+  evaluateChanges();
+  setHostDocumentKind(false);
+  EXPECT_TRUE(near(wrap(mark).blockTransform() * ZnGePoint3d::kOrigin, {5.0, 0.0, 0.0}));
+  EXPECT_NEAR(wrap(mark).rotation(), std::numbers::pi / 2.0, 1e-9);
+}
+
+} // namespace

@@ -1,0 +1,154 @@
+#include <cmath>
+#include <numbers>
+
+#include "support/drawing_fixture.h"
+
+namespace {
+
+class MarkWrapper : public DrawingTest {
+protected:
+  void SetUp() override {
+    DrawingTest::SetUp();
+    mark_ = addMark(addCircle({1.0, 2.0, 0.0}, 10.0));
+  }
+  ZnDbObjectId mark_;
+};
+
+TEST_F(MarkWrapper, ExpressionsAreCheckedAndNormalised) {
+  struct {
+    const wchar_t* text;
+    const char *asLength, *asGap; // what is stored; null for a refusal
+  } const rows[] = {{L"0", nullptr, "0"},
+                    {L"0x", nullptr, "0x"},
+                    {L" .5X ", ".5x", ".5x"},
+                    {L"2.50", "2.50", "2.50"},
+                    {L"bylinetype", "ByLinetype", "ByLinetype"},
+                    {L"abc", nullptr, nullptr},
+                    {L"", nullptr, nullptr},
+                    {L"-1", nullptr, nullptr},
+                    {L"01", nullptr, nullptr}};
+  auto mark = wrap(mark_);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(ZnString(row.text).utf8());
+    mark.setCrossHairLengthExpression(L"9");
+    mark.setCrossHairGapExpression(L"9");
+    EXPECT_EQ(mark.setCrossHairLengthExpression(row.text), row.asLength ? Quorl::eOk : Quorl::eInvalidInput);
+    EXPECT_EQ(mark.setCrossHairGapExpression(row.text), row.asGap ? Quorl::eOk : Quorl::eInvalidInput);
+    EXPECT_EQ(mark.crossHairLengthExpression().utf8(), row.asLength ? row.asLength : "9");
+    EXPECT_EQ(mark.crossHairGapExpression().utf8(), row.asGap ? row.asGap : "9");
+  }
+  EXPECT_EQ(mark.setCrossHairGapExpression(std::wstring(400, L'9')), Quorl::eInvalidInput);
+  evaluate(mark_);
+}
+
+TEST_F(MarkWrapper, SizesAndWhetherTheCrossIsTooLarge) {
+  auto mark = wrap(mark_);
+  EXPECT_DOUBLE_EQ(mark.crossHairLength(), 2.0);
+  EXPECT_DOUBLE_EQ(mark.crossHairGap(), 1.0);
+  double length = 0.0, gap = 0.0;
+  EXPECT_EQ(mark.getCrossLengthAndGap(length, gap), Quorl::eOk);
+  EXPECT_EQ(length, mark.crossHairLength());
+  EXPECT_EQ(gap, mark.crossHairGap());
+  mark.setHorizontalStartExtension(2.5);
+  mark.setVerticalEndExtension(0.0);
+  const bool kTooLarge[] = {false, false, true, false, false, true};
+  for (int line = eCrossHairHorizontalLine; line <= eTopLine; ++line)
+    EXPECT_EQ(mark.isCenterCrossTooLarge(static_cast<ZnCenterMarkSubEntType>(line)), kTooLarge[line]) << line;
+  evaluate(mark_);
+  // By half the cross and the gap there is room still, so the gap is drawn.
+  EXPECT_TRUE(near(mark.getSubentLineGeometry(eLeftLine, true).endPoint(), {-1.0, 2.0, 0.0}));
+}
+
+TEST_F(MarkWrapper, PointsOfATurnedMark) {
+  auto mark = wrap(mark_);
+  mark.setHorizontalStartExtension(4.0);
+  mark.setVerticalEndExtension(6.0);
+  mark.setAllOvershoots(1.5);
+  const double angle = 0.7;
+  EXPECT_EQ(mark.setRotation(angle), Quorl::eOk);
+  evaluate(mark_);
+  EXPECT_NEAR(mark.rotation(), angle, 1e-12);
+  const ZnGePoint3d center(1.0, 2.0, 0.0);
+  const ZnGeVector3d x(std::cos(angle), std::sin(angle), 0.0), y(-x.y, x.x, 0.0);
+  const ZnGePoint3d kReach[] = {center - x * 4.0, center - y * 10.0, center + x * 10.0, center + y * 6.0};
+  const ZnGeVector3d kOut[] = {-x, -y, x, y};
+
+  ZnArray<ZnGePoint3d> points{ZnGePoint3d(9.0, 9.0, 9.0), ZnGePoint3d(8.0, 8.0, 8.0)};
+  EXPECT_EQ(mark.getAllExtensionPoints(points), Quorl::eOk);
+  EXPECT_EQ(mark.getAllOvershootPoints(points), Quorl::eOk);
+  ASSERT_EQ(points.length(), 10);
+  ZnGePoint3d reach[4], drawn[4];
+  EXPECT_EQ(mark.getAllExtensionPoints(reach[0], reach[1], reach[2], reach[3]), Quorl::eOk);
+  EXPECT_EQ(mark.getAllOvershootPoints(drawn[0], drawn[1], drawn[2], drawn[3]), Quorl::eOk);
+  const ZnGePoint3d kSingle[] = {mark.horizontalStartExtensionPoint(), mark.verticalStartExtensionPoint(),
+                                 mark.horizontalEndExtensionPoint(),   mark.verticalEndExtensionPoint(),
+                                 mark.horizontalStartOvershootPoint(), mark.verticalStartOvershootPoint(),
+                                 mark.horizontalEndOvershootPoint(),   mark.verticalEndOvershootPoint()};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_TRUE(near(points[2 + i], kReach[i])) << i;
+    EXPECT_TRUE(near(points[6 + i], kReach[i] + kOut[i] * 1.5)) << i;
+    EXPECT_TRUE(near(reach[i], points[2 + i]) && near(kSingle[i], points[2 + i])) << i;
+    EXPECT_TRUE(near(drawn[i], points[6 + i]) && near(kSingle[4 + i], points[6 + i])) << i;
+  }
+  // An arm of the cross has no overshoot to cut off.
+  EXPECT_EQ(mark.getSubentLineGeometry(eCrossHairHorizontalLine, true),
+            mark.getSubentLineGeometry(eCrossHairHorizontalLine, false));
+  EXPECT_TRUE(wrap(mark_).doesActionMatchCurrentGeometry());
+}
+
+TEST_F(MarkWrapper, AllOvershootsTogether) {
+  auto mark = wrap(mark_);
+  EXPECT_EQ(mark.setAllOvershoots(2.0), Quorl::eOk);
+  EXPECT_EQ(mark.setAllOvershoots(-1.0), Quorl::eOk);
+  for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
+    EXPECT_EQ(mark.getOvershoot(line), 2.0);
+  EXPECT_EQ(mark.setHorizontalEndOvershoot(-1.0), Quorl::eInvalidInput);
+  EXPECT_EQ(mark.resetOvershoots(), Quorl::eOk);
+  EXPECT_EQ(mark.verticalEndOvershoot(), 0.5);
+  evaluate(mark_);
+}
+
+TEST_F(MarkWrapper, RotationIsSetOnALockedLayer) {
+  change<ZnDbLayerTableRecord>(ZnDbHolder<ZnDbEntity>(mark_)->layerId(),
+                               [](ZnDbLayerTableRecord& layer) { layer.setIsLocked(true); });
+  EXPECT_EQ(wrap(mark_).setRotation(1.25), Quorl::eOk);
+  EXPECT_NEAR(wrap(mark_).rotation(), 1.25, 1e-12);
+  ZnGePoint3d center;
+  EXPECT_EQ(wrap(mark_).getCenterPoint(center), Quorl::eOk);
+  EXPECT_TRUE(near(center, {1.0, 2.0, 0.0}));
+}
+
+TEST_F(MarkWrapper, ADeadMarkAnswersNeutrally) {
+  ZnDbCenterMarkObjectWrapper mark = wrap(mark_);
+  erase(ZnDbAssocActionBody::parentAction(mark.actionBody()));
+  erase(mark_);
+  for (int line = eCrossHairHorizontalLine; line <= eTopLine; ++line) {
+    const auto type = static_cast<ZnCenterMarkSubEntType>(line);
+    EXPECT_EQ(mark.getExtensionLineLength(type), 0.0);
+    EXPECT_EQ(mark.getOvershoot(type), 0.0);
+    EXPECT_EQ(mark.getMinExtension(type), 0.0);
+    EXPECT_TRUE(mark.getSubEntVisibility(type));
+    EXPECT_TRUE(mark.getSubentDirection(type).isEqualTo(ZnGeVector3d::kXAxis));
+    EXPECT_TRUE(near(mark.getSubentLineGeometry(type, true).endPoint(), {1.0, 0.0, 0.0}));
+  }
+  EXPECT_TRUE(mark.getExtensionLinesVisibility());
+  EXPECT_EQ(mark.getRefCircleRadius(), 0.0);
+  EXPECT_EQ(mark.rotation(), 0.0);
+  ZnGeCircArc3d circle;
+  ZnGePoint3d center;
+  const Quorl::ErrorStatus statuses[] = {mark.setHorizontalStartExtension(1.0),
+                                         mark.setVerticalEndOvershoot(1.0),
+                                         mark.setAllOvershoots(1.0),
+                                         mark.setCrossHairLengthExpression(L"1"),
+                                         mark.setCrossHairGapExpression(L"1"),
+                                         mark.getRefCircle(circle),
+                                         mark.getCenterPoint(center),
+                                         mark.setCachedCircleRadius(1.0),
+                                         mark.setSubEntVisibility(eLeftLine, false),
+                                         mark.setExtensionLinesVisibility(false),
+                                         mark.setRotation(1.0)};
+  for (const Quorl::ErrorStatus status : statuses) EXPECT_EQ(status, Quorl::eWasErased);
+  mark.updateCachedCircleRadius();
+}
+
+} // namespace

@@ -1,0 +1,100 @@
+#include "torvi/style/resources.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "torvi/style/message_numbers.h"
+
+namespace {
+
+using Texts = std::map<unsigned, std::string>;
+
+std::vector<Texts> allLanguages() {
+  std::vector<Texts> languages;
+  for (const char* language : {"en-US", "de-DE"}) {
+    const std::string file = std::string(QUORL_BIN_DIR "/") + language + "/ZnDbTorviRes.dll";
+    const ZnUtResource::Handle library = ZnUtResource::loadDll(ZnString::fromUtf8(file));
+    EXPECT_NE(library, nullptr) << file;
+    if (!library) continue;
+    const auto table = reinterpret_cast<const ZnRxResourceText* (*)()>(dlsym(library, "znrxResourceTable"));
+    Texts texts;
+    for (const ZnRxResourceText* entry = table(); entry->text; ++entry)
+      EXPECT_TRUE(texts.emplace(entry->number, ZnString(entry->text).utf8()).second) << entry->number;
+    languages.push_back(texts);
+    ZnUtResource::freeDll(library);
+  }
+  return languages;
+}
+
+std::vector<std::string> placeholders(const std::string& text) {
+  static const std::regex pattern("%[^a-zA-Z]*[a-zA-Z]");
+  std::vector<std::string> found;
+  for (std::sregex_iterator it(text.begin(), text.end(), pattern), end; it != end; ++it)
+    found.push_back(it->str());
+  return found;
+}
+
+TEST(Texts, EveryLanguageHasEveryNumberWithTheSamePlaceholders) {
+  const std::vector<Texts> languages = allLanguages();
+  ASSERT_EQ(languages.size(), 2u);
+  for (const Texts& texts : languages) {
+    ASSERT_EQ(texts.size(), languages[0].size());
+    for (const auto& [number, text] : texts) {
+      ASSERT_TRUE(languages[0].contains(number)) << number;
+      EXPECT_FALSE(text.empty()) << number;
+      EXPECT_EQ(placeholders(text), placeholders(languages[0].at(number))) << number;
+    }
+    EXPECT_EQ(texts.at(kTorviMsgDefaultLinetype), "CENTER");
+  }
+}
+
+TEST(Texts, AllNumbersInUseAreThere) {
+  const std::pair<unsigned, unsigned> kUsed[] = {{29, 30}, {264, 264}, {1434, 1461}, {2015, 2040}};
+  for (const Texts& texts : allLanguages()) {
+    size_t count = 0;
+    for (const auto& [first, last] : kUsed)
+      for (unsigned number = first; number <= last; ++number, ++count)
+        EXPECT_TRUE(texts.contains(number)) << number;
+    EXPECT_EQ(texts.size(), count);
+  }
+}
+
+TEST(Texts, FormatsTakeWhatTheirCallersGive) {
+  const std::map<unsigned, std::string> kArguments = {
+      {kTorviMsgMarkOvershoots, "gggg"}, {kTorviMsgLineOvershoots, "gg"}, {kTorviMsgMarkPosition, "ggg"},
+      {kTorviMsgLineEnds, "gggggg"},     {kTorviMsgLineLength, "g"},      {kTorviMsgLargestThatFits, "s"},
+      {kTorviMsgNoneFits, "ss"}};
+  for (const Texts& texts : allLanguages()) {
+    for (const auto& [number, text] : texts) {
+      std::string taken;
+      for (const std::string& placeholder : placeholders(text)) taken += placeholder.back();
+      const auto row = kArguments.find(number);
+      EXPECT_EQ(taken, row == kArguments.end() ? "" : row->second) << number;
+    }
+  }
+}
+
+TEST(Texts, TheLanguageIsTheHostsAtTheTimeOfLoading) {
+  struct {
+    const wchar_t* language;
+    const char* mark;
+  } const rows[] = {{L"en-US", "Center Mark"}, {L"de-DE", "Zentrumsmarke"}, {L"xx-XX", ""}};
+  const ZnString usual = hostLanguage();
+  for (const auto& row : rows) {
+    setHostLanguage(row.language);
+    ZnTorviResources::load();
+    EXPECT_EQ(ZnTorviResources::text(kTorviMsgMarkTypeName).utf8(), row.mark);
+    EXPECT_EQ(ZnTorviResources::text(1).utf8(), "");
+    ZnTorviResources::release();
+    EXPECT_FALSE(ZnTorviResources::isLoaded());
+    EXPECT_TRUE(ZnTorviResources::text(kTorviMsgMarkTypeName).isEmpty());
+  }
+  setHostLanguage(usual);
+}
+
+} // namespace

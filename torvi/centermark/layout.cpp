@@ -1,0 +1,51 @@
+#include "torvi/centermark/layout.h"
+
+#include "torvi/centermark/block_sync.h"
+#include "torvi/centermark/mark_curves.h"
+#include "torvi/centermark/object_wrapper.h"
+#include "torvi/centermark/props_provider.h"
+#include "torvi/core/object_pointer.h"
+#include "torvi/style/style.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+using MarkPointer = ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>;
+}
+
+ErrorStatus ZnDbCenterMarkLayout::createEntities(ZnArray<ZnDbEntity*>& entities, ZnArray<ZnString>&) {
+  for (int type = eCrossHairHorizontalLine; type <= eTopLine; ++type) entities.append(new ZnDbLine);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterMarkLayout::adjustEntities(const ZnArray<ZnDbEntity*>& entities,
+                                                 const ZnArray<ZnString>&) {
+  const ZnString continuous = ZnTorviStyle::getCrossHairLineTypeName();
+  for (int type = eCrossHairHorizontalLine; type <= eCrossHairVerticalLine && type < entities.length();
+       ++type)
+    if (entities[type]) entities[type]->setLinetype(continuous, true);
+  const MarkPointer mark(centerObject());
+  if (mark.openStatus() != Quorl::eOk) return Quorl::eOk;
+  for (int i = 0; i < entities.length(); ++i)
+    if (entities[i] && !mark->getSubEntVisibility(static_cast<ZnCenterMarkSubEntType>(i)))
+      entities[i]->setVisibility(ZnDb::kInvisible, true);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterMarkLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) {
+  applyBlockScaleToExtensions(centerObject());
+  undoCenterMarkMirror(centerObject());
+  if (!hostDocumentKindQuery()) updateCachedRotationFromBlock(centerObject());
+  compareGeometry(curves, keys);
+  if (curves.isEmpty()) return Quorl::eInvalidInput;
+  const MarkPointer mark(centerObject());
+  if (mark.openStatus() == Quorl::eOk) mark->updateCachedCircleRadius();
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterMarkLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>&) {
+  if (const ErrorStatus status = computeCenterMarkTransform(centerObject(), transform_); status != Quorl::eOk)
+    return status;
+  const ZnDbCenterMarkPropsProvider provider(centerObject());
+  return generateCenterMarkCurves(curves, provider, &transform_);
+}

@@ -1,0 +1,148 @@
+#include "torvi/centermark/mark_curves.h"
+
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+#include "torvi/centermark/object_wrapper.h"
+#include "torvi/centermark/size_calculator.h"
+#include "torvi/core/object_pointer.h"
+#include "torvi/style/style.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
+
+double toFullTurn(double angle) {
+  const double turned = std::fmod(angle, kTwoPi);
+  return turned < 0.0 ? turned + kTwoPi : turned;
+}
+
+// Where a mark's center lies on the circle around its pattern's center.
+struct PitchPosition {
+  PitchPosition(const ZnGePoint3d& patternCenter, const ZnGePoint3d& center, const ZnGeVector3d& normal,
+                const ZnGeVector3d& reference)
+      : radius(patternCenter.distanceTo(center))
+      , angle(reference.angleTo(center - patternCenter, normal)) {}
+  double radius = 0.0;
+  double angle = 0.0; // from the reference, about the normal
+};
+
+// How far each line is drawn from the center.
+ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, const ZnGeCircArc3d& circle,
+                                 const ZnCenterMarkArmLengths& armLengths, const ZnGePoint3d* patternCenter) {
+  const bool stored = !provider.objectId().isNull();
+  const double offset = stored && patternCenter ? patternCenter->distanceTo(circle.center()) : 0.0;
+  const double unset = circle.radius() + ZnTorviStyle::getCenterOvershoot();
+  const double refRadius = stored ? provider.refCircleRadius() : 0.0;
+  ZnCenterMarkArmLengths reaches;
+  for (size_t i = 0; i < reaches.size(); ++i) {
+    const double arm = armLengths[i];
+    if (arm < 0.0 && stored) {
+      const auto type = static_cast<ZnCenterMarkSubEntType>(static_cast<int>(-arm));
+      reaches[i] = provider.extensionLength(type, refRadius) + provider.overshoot(type) - offset;
+    } else {
+      reaches[i] = arm < 0.0 || arm == kArmUnset ? unset : arm;
+    }
+  }
+  return reaches;
+}
+
+// A line too short to leave the gap touches the end of the arm instead.
+double startOf(double reach, const ZnDbCenterMarkSizeCalculator& sizes) {
+  const double arm = sizes.crossLength * 0.5;
+  const double start = sizes.crossGap + arm;
+  return start <= reach + ZnGeContext::gTol.equalPoint() ? start : arm;
+}
+
+} // namespace
+
+ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
+                                     const IZnDbCenterMarkPropsProvider& provider,
+                                     const ZnGeMatrix3d* transform) {
+  const ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper> mark(provider.objectId());
+  if (mark.openStatus() != Quorl::eOk) return mark.openStatus();
+  ZnGeCircArc3d circle;
+  if (const ErrorStatus status = mark->getRefCircle(circle); status != Quorl::eOk) return status;
+  const ZnGeMatrix3d toSpace = transform ? *transform : mark->blockTransform();
+  circle.transformBy(toSpace.inverse());
+  ZnGePoint3d origin;
+  ZnGeVector3d x = ZnGeVector3d::kXAxis, y = ZnGeVector3d::kYAxis, z;
+  // There the reference moves without turning, so the lines themselves carry the rotation.
+  if (hostDocumentKindQuery()) toSpace.getCoordSystem(origin, x, y, z);
+  return buildCenterMarkCurves(curves, provider, circle, circle.normal(), x, &y, kStoredArmLengths, nullptr);
+}
+
+ErrorStatus buildCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterMarkPropsProvider& provider,
+                                  const ZnGeCircArc3d& circle, const ZnGeVector3d& normal,
+                                  const ZnGeVector3d& x, const ZnGeVector3d* y,
+                                  const ZnCenterMarkArmLengths& armLengths,
+                                  const ZnGePoint3d* patternCenter) {
+  if (circle.radius() == 0.0) return Quorl::eInvalidInput;
+  ZnGeVector3d second = normal.crossProduct(x);
+  if (y)
+    second = y->normal(ZnGeContext::gTol);
+  else if (patternCenter)
+    second = (circle.center() - *patternCenter).normal(ZnGeContext::gTol);
+  addCrossHairCurves(curves, provider, circle, normal, x, second, patternCenter);
+  addExtensionCurves(curves, provider, circle, normal, x, second, armLengths, patternCenter);
+  return Quorl::eOk;
+}
+
+ErrorStatus addCrossHairCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterMarkPropsProvider& provider,
+                               const ZnGeCircArc3d& circle, const ZnGeVector3d& normal, const ZnGeVector3d& x,
+                               const ZnGeVector3d& y, const ZnGePoint3d* patternCenter) {
+  ZnDbCenterMarkSizeCalculator sizes(provider);
+  if (const ErrorStatus status = sizes.calculateSizes(circle.radius()); status != Quorl::eOk) return status;
+  const double half = sizes.crossLength * 0.5;
+  const ZnGePoint3d& center = circle.center();
+  if (patternCenter) {
+    const PitchPosition at(*patternCenter, center, normal, x);
+    const double halfAngle = chordToArcAngle(half, at.radius);
+    curves.append(new ZnGeCircArc3d(*patternCenter, normal, x, at.radius, toFullTurn(at.angle - halfAngle),
+                                    toFullTurn(at.angle + halfAngle)));
+  } else {
+    curves.append(new ZnGeLineSeg3d(center - x * half, center + x * half));
+  }
+  curves.append(new ZnGeLineSeg3d(center - y * half, center + y * half));
+  return Quorl::eOk;
+}
+
+ErrorStatus addExtensionCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterMarkPropsProvider& provider,
+                               const ZnGeCircArc3d& circle, const ZnGeVector3d& normal, const ZnGeVector3d& x,
+                               const ZnGeVector3d& y, const ZnCenterMarkArmLengths& armLengths,
+                               const ZnGePoint3d* patternCenter) {
+  ZnDbCenterMarkSizeCalculator sizes(provider);
+  if (const ErrorStatus status = sizes.calculateSizes(circle.radius()); status != Quorl::eOk) return status;
+  const ZnCenterMarkArmLengths reaches = reachesOf(provider, circle, armLengths, patternCenter);
+  for (size_t i = 0; i < reaches.size(); ++i) {
+    const double reach = reaches[i], start = startOf(reach, sizes);
+    const bool horizontal = i < 2, towardsMinus = i % 2 == 0;
+    curves.append(makeCenterMarkCurve(circle.center(), horizontal ? patternCenter : nullptr, normal,
+                                      horizontal ? x : y, towardsMinus ? -reach : start,
+                                      towardsMinus ? -start : reach, reach <= 0.0));
+  }
+  return Quorl::eOk;
+}
+
+ZnGeCurve3d* makeCenterMarkCurve(const ZnGePoint3d& center, const ZnGePoint3d* patternCenter,
+                                 const ZnGeVector3d& normal, const ZnGeVector3d& direction, double from,
+                                 double to, bool degenerate) {
+  if (degenerate) return new ZnGeLine3d;
+  if (!patternCenter) return new ZnGeLineSeg3d(center + direction * from, center + direction * to);
+  const PitchPosition at(*patternCenter, center, normal, direction);
+  double start = chordToArcAngle(from, at.radius) + at.angle;
+  double end = chordToArcAngle(to, at.radius) + at.angle;
+  // A line shorter than the arm of the cross runs backwards; an arc can't, it would take the long way round.
+  if (start > end) std::swap(start, end);
+  return new ZnGeCircArc3d(*patternCenter, normal, direction, at.radius, start, end);
+}
+
+double chordToArcAngle(double chord, double radius) {
+  if (radius <= 0.0) return 0.0;
+  const double half = chord * 0.5;
+  if (radius > std::fabs(half)) return 2.0 * std::asin(half / radius);
+  return half > 0.0 ? std::numbers::pi : -std::numbers::pi;
+}

@@ -1,0 +1,79 @@
+#include "torvi/centermark/props_provider.h"
+
+#include "torvi/centermark/action_body.h"
+#include "torvi/centermark/object_wrapper.h"
+#include "torvi/core/object_pointer.h"
+#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/style/set_layer.h"
+#include "torvi/style/style.h"
+
+namespace {
+
+using MarkPointer = ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>;
+
+bool isExtensionLine(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
+
+} // namespace
+
+ZnDbCenterMarkPropsProvider::ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject)
+    : centerObject_(centerObject)
+    , database_(centerObject.isNull() ? zndbHostApplicationServices()->workingDatabase()
+                                      : centerObject.database()) {}
+
+ZnDbObjectId ZnDbCenterMarkPropsProvider::linetypeId() const {
+  ZnDbHolder<ZnDbBlockReference> reference(centerObject_);
+  return reference.isOpen() ? reference->linetypeId() : ZnTorviLyxUtils::getCenterLineTypeId(database_);
+}
+
+double ZnDbCenterMarkPropsProvider::linetypeScale() const {
+  ZnDbHolder<ZnDbBlockReference> reference(centerObject_);
+  return reference.isOpen() ? reference->linetypeScale() : ZnTorviStyle::getCenterLinetypeScale();
+}
+
+ZnDbObjectId ZnDbCenterMarkPropsProvider::layerId() const {
+  ZnDbHolder<ZnDbEntity> entity(centerObject_);
+  if (entity.isOpen()) return entity->layerId();
+  ZnDbObjectId id;
+  return ZnTorviSetLayer::getCenterLayerId(database_, id) == Quorl::eOk ? id : ZnDbObjectId();
+}
+
+ZnString ZnDbCenterMarkPropsProvider::crossHairLengthExpression() const {
+  const MarkPointer mark(centerObject_);
+  return mark.openStatus() == Quorl::eOk ? mark->crossHairLengthExpression()
+                                         : ZnTorviStyle::getCrossHairLengthExpression();
+}
+
+ZnString ZnDbCenterMarkPropsProvider::crossHairGapExpression() const {
+  const MarkPointer mark(centerObject_);
+  return mark.openStatus() == Quorl::eOk ? mark->crossHairGapExpression()
+                                         : ZnTorviStyle::getCrossHairGapExpression();
+}
+
+double ZnDbCenterMarkPropsProvider::refCircleRadius() const {
+  const MarkPointer mark(centerObject_);
+  return mark.openStatus() == Quorl::eOk ? mark->getRefCircleRadius() : 0.0;
+}
+
+// Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
+double ZnDbCenterMarkPropsProvider::extensionLength(ZnCenterMarkSubEntType type, double radius) const {
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject_));
+  if (!body.isOpen()) return 0.0;
+  ZnDbEvalVariant value;
+  double stored = 0.0;
+  if (body->getValueParam(ZnDbCenterMarkActionBody::extensionParamName(type), value) != Quorl::eOk ||
+      value.getValue(stored) != Quorl::eOk)
+    return 0.0;
+  return body->getResolvedExtensionLength(stored, type, radius);
+}
+
+double ZnDbCenterMarkPropsProvider::extension(ZnCenterMarkSubEntType type) const {
+  if (!isExtensionLine(type)) return 0.0;
+  const MarkPointer mark(centerObject_);
+  return mark.openStatus() == Quorl::eOk ? mark->getExtensionLineLength(type) : 0.0;
+}
+
+double ZnDbCenterMarkPropsProvider::overshoot(ZnCenterMarkSubEntType type) const {
+  if (!isExtensionLine(type)) return 0.0;
+  const MarkPointer mark(centerObject_);
+  return mark.openStatus() == Quorl::eOk ? mark->getOvershoot(type) : 0.0;
+}

@@ -1,0 +1,27 @@
+// Answers for a stored center mark or pattern, and with the current style where there is none.
+#pragma once
+
+#include "torvi/centermark/props_provider_interface.h"
+
+class TORVI_EXPORT ZnDbCenterMarkPropsProvider : public IZnDbCenterMarkPropsProvider {
+public:
+  // A null id gives the values that a new mark of the working database would get.
+  explicit ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject);
+
+  ZnDbObjectId objectId() const override { return centerObject_; }
+  bool hasStoredObject() const override { return true; }
+  ZnDbDatabase* database() const override { return database_; }
+  ZnDbObjectId linetypeId() const override;
+  double linetypeScale() const override;
+  ZnDbObjectId layerId() const override;
+  ZnString crossHairLengthExpression() const override;
+  ZnString crossHairGapExpression() const override;
+  double refCircleRadius() const override;
+  double extensionLength(ZnCenterMarkSubEntType type, double radius) const override;
+  double extension(ZnCenterMarkSubEntType type) const override;
+  double overshoot(ZnCenterMarkSubEntType type) const override;
+
+private:
+  ZnDbObjectId centerObject_;
+  ZnDbDatabase* database_ = nullptr; // not owned
+};

@@ -1,0 +1,25 @@
+#include "torvi/core/action_body.h"
+#include "torvi/core/action_body_utils.h"
+
+using Quorl::ErrorStatus;
+
+ErrorStatus ZnDbTorviActionBody::addMoreObjectsToDeepCloneOverride(ZnDbIdMapping& idMap,
+                                                                   ZnArray<ZnDbObjectId>& ids) const {
+  ZnDbIdPair pair(centerObjectId(), ZnDbObjectId(), false, false, true);
+  if (!idMap.compute(pair)) return Quorl::eOk;
+  ids.append(ownerId());
+  ids.append(ZnDbTorviActionBodyUtils::getBTRIdFromBlockRef(centerObjectId()));
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbTorviActionBody::postProcessAfterDeepCloneOverride(ZnDbIdMapping& idMap) {
+  using Utils = ZnDbTorviActionBodyUtils;
+  const ZnDbObjectId refId = centerObjectId();
+  if (refId.isNull()) return Quorl::eOk;
+  const ZnDbObjectId clonedRef = Utils::mapId(idMap, refId);
+  const ZnDbObjectId clonedInput = Utils::mapId(idMap, getInputEdge(0).entity().topId());
+  const ZnDbObjectId clonedBlock = Utils::mapId(idMap, Utils::getBTRIdFromBlockRef(refId));
+  Utils::setBTRIdForBlockRef(clonedRef, clonedBlock);
+  Utils::ensureClonedCenterLineOwnedByDestBTR(clonedInput, clonedRef);
+  return Quorl::eOk;
+}

@@ -1,0 +1,183 @@
+#include <memory>
+
+#include "torvi/core/action_body.h"
+#include "torvi/core/action_body_utils.h"
+#include "torvi/core/layout.h"
+#include "torvi/core/object_wrapper.h"
+#include "torvi/dbutils/lyx_utils.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+
+// Generated curves of one evaluation or comparison.
+struct GeneratedCurves {
+  ~GeneratedCurves() { ZnDbTorviActionBodyUtils::deleteCurves(curves); }
+  ZnArray<ZnGeCurve3d*> curves;
+  ZnArray<ZnString> keys;
+};
+
+}  // namespace
+
+void ZnDbTorviActionBody::evaluateOverride() {
+  assertReadEnabled();
+  evaluateDependencies();
+  if (handleBreakingAssociation()) return;
+  if (isCenterObjectErased()) {
+    setStatus(kErasedAssocStatus, true, false);
+    return;
+  }
+  const std::unique_ptr<ZnDbTorviLayout> layout(getLayout());
+  if (layout) regenerate(*layout);
+}
+
+// An object whose shape can't be generated lets go of its edges and stays as it is, rather than showing
+// something that was true once.
+void ZnDbTorviActionBody::regenerate(ZnDbTorviLayout& layout) {
+  GeneratedCurves generated;
+  if (layout.evaluateGeometry(generated.curves, generated.keys) != Quorl::eOk) {
+    breakAssociativity();
+    setStatus(kFailedToEvaluateAssocStatus, true, false);
+    return;
+  }
+  // During a drag this is a substitute without a database.
+  ZnDbEvalPointer<ZnDbBlockReference> reference(centerObjectId(), true, true);
+  if (!reference.isOpen()) {
+    reportFailedOpen(reference.status());
+    return;
+  }
+  // A substitute of an object without edges stays where the drag put it.
+  if (reference->database() || isAssociative(false)) writeTransform(*reference, layout.transform());
+  // What the user set on the reference flows on into the generated entities.
+  setSubentLineType(reference->linetype());
+  setSubentLineWeight(reference->lineWeight());
+  setSubentLinetypeScale(reference->linetypeScale());
+  layout.updateEntities(generated.curves, generated.keys, isAssociative(false));
+  cacheViewportScale();
+  if (cacheAssociateStatus() && !isAssociative(false) && !isDragging())
+    ZnTorviLyxUtils::printCenterDisassociatedMessage(objectId());
+  setStatus(kIsUpToDateAssocStatus, true, false);
+}
+
+void ZnDbTorviActionBody::reportFailedOpen(ErrorStatus status) {
+  ZnDbHolder<ZnDbAssocAction> parent(ownerId());
+  if (ZnDbAssocEvaluationCallback* callback = currentEvaluationCallback())
+    callback->reportFailure(parent.object(), status, ZnDbObjectId(), nullptr, nullptr);
+  setStatus(kFailedToEvaluateAssocStatus, true, false);
+}
+
+// In a document of the alternate kind a center mark keeps its own rotation and follows by its place alone.
+void ZnDbTorviActionBody::writeTransform(ZnDbBlockReference& reference, const ZnGeMatrix3d& transform) const {
+  const bool placeOnly =
+      hostDocumentKindQuery() && ZnDbTorviObjectWrapper::getCenterType(centerObjectId()) == kCenterMark;
+  if (placeOnly)
+    reference.setPosition(ZnGePoint3d::kOrigin + transform.translation());
+  else
+    reference.setBlockTransform(transform);
+}
+
+bool ZnDbTorviActionBody::handleBreakingAssociation() {
+  if (!associationToBeBroken()) return false;
+  if (!doesActionMatchCurrentGeometry()) breakAssociativity();
+  setStatus(kIsUpToDateAssocStatus, true, false);
+  return true;
+}
+
+bool ZnDbTorviActionBody::isCenterObjectErased() const {
+  const ZnDbObjectId id = centerObjectId();
+  return id.isNull() || id.isErased() || !id.isValid();
+}
+
+bool ZnDbTorviActionBody::doesActionMatchCurrentGeometry() const {
+  if (hasAnyErasedOrBrokenDependencies()) return false;
+  const std::unique_ptr<ZnDbTorviLayout> layout(getLayout());
+  if (!layout) return false;
+  GeneratedCurves generated;
+  if (layout->compareGeometry(generated.curves, generated.keys) != Quorl::eOk) return false;
+  const ZnDbObjectId refId = centerObjectId();
+  ZnDbEvalPointer<ZnDbBlockReference> reference(refId);
+  if (!reference.isOpen()) return false;
+  ZnGeMatrix3d expected = layout->transform();
+  const ZnGeMatrix3d actual = reference->blockTransform();
+  // A center mark turned by the user is no mismatch.
+  if (!rotationToBeChecked()) ZnDbTorviActionBodyUtils::rotateMatrixToAlignRefMatrix(expected, actual);
+  if (!ZnDbTorviActionBodyUtils::areTwoCoordinatesEqual(expected, actual)) return false;
+  GeneratedCurves present;
+  if (getCenterObjGeometry(present.curves) != Quorl::eOk) return false;
+  // Only a pattern's block may hold more than was generated: outputs that wait to be purged.
+  const bool allowMore = ZnDbTorviObjectWrapper::getCenterType(refId) == kCenterMarkPattern;
+  return ZnDbTorviActionBodyUtils::geCurvesAreEqual(generated.curves, present.curves, allowMore);
+}
+
+bool ZnDbTorviActionBody::doesActionMatchCurrentSubEntLinetype() const {
+  ZnDbHolder<ZnDbEntity> reference(centerObjectId());
+  return !reference.isOpen() || subentLineType().equalsNoCase(reference->linetype());
+}
+
+bool ZnDbTorviActionBody::doesActionMatchCurrentSubEntLineWeight() const {
+  ZnDbHolder<ZnDbEntity> reference(centerObjectId());
+  return !reference.isOpen() || subentLineWeight() == reference->lineWeight();
+}
+
+bool ZnDbTorviActionBody::doesActionMatchCurrentSubEntLinetypeScale() const {
+  ZnDbHolder<ZnDbEntity> reference(centerObjectId());
+  return !reference.isOpen() || subentLinetypeScale() == reference->linetypeScale();
+}
+
+// The linetype is left out on purpose: the database-wide updates ask for it by itself.
+bool ZnDbTorviActionBody::doesActionNeedUpdate() const {
+  return !doesActionMatchCurrentGeometry() || !doesActionMatchCurrentSubEntLineWeight() ||
+         !doesActionMatchCurrentSubEntLinetypeScale();
+}
+
+bool ZnDbTorviActionBody::isAssociative(bool all) const {
+  bool associative = false;
+  const int count = edgeRefCount();
+  for (int i = 0; i < count; ++i) {
+    ZnDbObjectId topId;
+    if (inputEdgeTopId(i, topId) && topId.isValid() && !topId.isErased())
+      associative = true;
+    else if (all)
+      return false;
+  }
+  return associative;
+}
+
+ErrorStatus ZnDbTorviActionBody::breakAssociativity() {
+  for (const ZnDbObjectId id : paramsAtName(inputEdgeParamName())) {
+    ZnDbHolder<ZnDbAssocEdgeActionParam> param;
+    if (param.openForWrite(id) == Quorl::eOk) param->emptyEdge(true);
+  }
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbTorviActionBody::breakAssociativity(int index) {
+  ZnDbHolder<ZnDbAssocEdgeActionParam> param;
+  const ErrorStatus status = param.openForWrite(paramAtName(inputEdgeParamName(), index));
+  return status == Quorl::eOk ? param->emptyEdge(true) : status;
+}
+
+void ZnDbTorviActionBody::cacheViewportScale() {
+  if (edgeRefCount() == 0) return;
+  const ZnDbObjectId viewportId = getDependentViewportId();
+  if (!viewportId.isValid()) return;
+  double scale = 0.0;
+  ZnDimUtil::calcDimLFac(viewportId, scale);
+  setCachedViewportScale(scale);
+}
+
+bool ZnDbTorviActionBody::cacheAssociateStatus() {
+  const bool associative = isAssociative(false);
+  if (getCachedAssociateStatus() == associative) return false;
+  setCachedAssociateStatus(associative);
+  return true;
+}
+
+// The last sample of a drag counts as a real evaluation.
+bool ZnDbTorviActionBody::isDragging() const {
+  constexpr int kFirstSample = 1, kFurtherSample = 2;
+  const ZnDbAssocEvaluationCallback* callback = currentEvaluationCallback();
+  if (!callback) return false;
+  const int state = callback->draggingState();
+  return state == kFirstSample || state == kFurtherSample;
+}

@@ -1,0 +1,108 @@
+// The module's static utility class: what is a center object, how to get from one of its parts to another,
+// what an edge looks like now, and the doors for creation, reassociation and evaluation. Declared here below
+// everything; defined above the kinds, one source a group.
+#pragma once
+
+#include "torvi/dbutils/types.h"
+#include "torvi/host/association.h"
+#include "torvi/host/export.h"
+
+class ZnDbTorviObjectWrapper;
+
+class TORVI_EXPORT ZnTorviLyxUtils {
+public:
+  // Identification. A context list holds two shorts, the pattern's full pitch circle flag and its center mark
+  // flag, and the end mark; it is filled for patterns asked as patterns only, and any list in it is released.
+  // isCenterObject is wider than isCenterObjectOfType on purpose: any kind passes, type matters for context.
+  static bool isCenterObject(ZnDbObjectId id, ZnDbTorviType type);
+  static bool isCenterObject(ZnDbObjectId id, ZnDbTorviType type, ZnResBufList& context);
+  static bool isCenterObject(const ZnDbTorviObjectWrapper* wrapper, ZnDbTorviType type, ZnResBufList& context);
+  static bool isCenterObjectOfType(ZnDbObjectId id, ZnDbTorviType type);
+  // Whether the curve lies, at any depth of blocks with a single reference, in a center object.
+  static bool isCenterObjectCurve(const ZnDbCurve* curve, ZnDbObjectId& id, ZnDbTorviType& type);
+  static bool getTorviPatternContext(const ZnDbTorviObjectWrapper* wrapper, bool& isFullPCD, bool& showCenterMark);
+  static bool isCenterMirrored(ZnDbObjectId id);
+  static bool isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer, const ZnArray<ZnDbObjectId>& actions);
+
+  // Navigation; null ids on failure.
+  static ZnDbObjectId getTorviActionBodyId(ZnDbObjectId blockRefId);
+  static ZnDbObjectId getTorviActionBodyId(ZnDbBlockReference* ref);
+  static ZnDbObjectId getTorviFromActionBodyId(const ZnDbObjectId& bodyId);
+  static ZnDbObjectId getTorviObjIdFromObj(ZnDbBlockReference* ref);
+  // subEntId names the inner reference when the block is nested in a center object's block.
+  static ZnDbObjectId getTorviObjIdFromBlockTableRecord(const ZnDbBlockTableRecord& block, ZnDbObjectId& subEntId);
+  static void getTorviSubEntIdsFromBlockTableRecord(ZnArray<ZnDbObjectId>& ids, const ZnDbBlockTableRecord& block);
+  static void getCenterActionBodiesOfBlockRef(const ZnDbObjectId& refId, ZnArray<ZnDbObjectId>& bodies);
+  static void getAllTorviActionBodiesDependOnBlkRef(ZnDbObjectId refId, ZnArray<ZnDbObjectId>& bodies);
+  static void getAllTorviActionBodiesDependOnBTR(ZnDbObjectId blockId, ZnArray<ZnDbObjectId>& bodies);
+  static void getAllCenterActionIds(ZnDbDatabase* db, ZnArray<ZnDbObjectId>& actions);
+  static void getCenterLinesDependOnEnt(const ZnDbObjectId& entityId, ZnArray<ZnDbObjectId>& centerIds);
+  // Lines and arcs of the reference's block and of blocks nested in it. With unerase, erased entities and the
+  // block itself are brought back on the way.
+  static Quorl::ErrorStatus getEntitesIdsFromBlkRef(const ZnDbObjectId& refId, ZnArray<ZnDbObjectId>& ids,
+                                                    bool unerase);
+  static ZnDbObjectId getViewportIdFromEdgeRef(const ZnDbEdgeRef& edge);
+  static ZnDbObjectId getModelSpaceBTRId(ZnDbDatabase* db);
+  static ZnDbObjectId getCurrentLayoutBTRId();
+  static ZnDbObjectId activeViewportId();
+
+  // Views and paths
+  static bool isTranSpatialPath(const ZnDbFullSubentPath& path);
+  // True when the path holds an id and its sub-entity index is 0; name and test read opposite ways, and
+  // callers depend on the test.
+  static bool isSubEntityPath(const ZnDbFullSubentPath& path);
+  static ZnGeMatrix3d msWcsToPsWcs(const ZnDbObjectId& viewportId);  // identity for anything but a viewport
+  static double viewScale(const ZnDbObjectId& viewportId);           // 1.0 for anything but a viewport
+  static bool isInBrevixView(const ZnDbObjectId& id);
+  static bool isInBrevixView(const ZnDbFullSubentPath& path);
+  static bool isInBrevixView(const ZnDbEdgeRef& edge);
+  static bool getBrevixView(const ZnDbEdgeRef& edge, ZnDbObjectId& viewportId, ZnDbObjectId* viewRepId,
+                            ZnDbObjectId* viewId);
+  static bool isCenterReferenceToBrevixView(const ZnDbObjectId& centerId);
+  static ZnGeCurve3d* getBrevixProjectedCurve(const ZnDbEdgeRef& edge);  // new, or null
+
+  // Curves. The edge's current curve in the space of the center object, new and owned by the caller, or null:
+  // segments, and arcs (whole circles with fullCircle); edges of any other shape give null.
+  static ZnGeCurve3d* evaluatedZnDbEdgeCurve(const ZnDbEdgeRef& edge, bool fullCircle);
+  // An edge reference for the path; an empty one for a line without length.
+  static Quorl::ErrorStatus createEdgeRef(const ZnDbFullSubentPath& path, ZnDbEdgeRef& edge);
+  // Moves both ends outward by these lengths; negative ones shorten. eInvalidInput for a line without length.
+  static Quorl::ErrorStatus extendLine(ZnGeLineSeg3d& line, double startBy, double endBy);
+  static ZnGeLineSeg3d getExtendedLine(const ZnGeLineSeg3d& line, double startBy, double endBy);
+  static bool fuzzyEqual(double a, double b, double tolerance);
+  // Four points at 0, 1/4, 1/2 and 3/4 of the arc's own interval.
+  static Quorl::ErrorStatus getCircleQuadrantPoints(const ZnGeCircArc3d& arc, ZnArray<ZnGePoint3d>& points);
+  // Origin at the center, x to the first quadrant point, z along the normal.
+  static Quorl::ErrorStatus calcCircleEcs(const ZnGeCircArc3d& arc, ZnGeMatrix3d& ecs);
+  static bool checkForArc();
+  static void uneraseObject(const ZnDbObjectId& id);
+
+  // Linetypes
+  static ZnDbObjectId getLineTypeByName(ZnDbDatabase* db, const ZnString& name);
+  // eInvalidInput without any database, eLinetypeNotLoaded when the file has no such linetype.
+  static Quorl::ErrorStatus ensureCenterLinetypeLoaded(ZnDbDatabase* db);
+  static ZnDbObjectId getCenterLineTypeId(ZnDbDatabase* db);
+  static ZnDbObjectId getContinuousLineTypeId(ZnDbDatabase* db);
+  static const ZnCmTransparency& getByBlockTransparency();
+
+  // Creation and reassociation; db null means the working database. A failure ends the sequence with its
+  // status and rolls nothing back: callers put a transaction around it.
+  static Quorl::ErrorStatus createCenterMark(const ZnDbEdgeRef& edge, ZnDbObjectId& centerId, ZnDbDatabase* db);
+  static Quorl::ErrorStatus reAssociateCenterMark(ZnDbObjectId centerId, const ZnDbEdgeRef& edge);
+
+  // Evaluation. The first marks the body's action and evaluates the top level network; the second evaluates
+  // one action by itself. Both give eOk whatever the evaluation does: the action's status tells.
+  static Quorl::ErrorStatus explicitlyEvaluateActionBody(ZnDbObjectId bodyId);
+  static Quorl::ErrorStatus evaluateAction(ZnDbObjectId actionId);
+
+  // Dependencies
+  static Quorl::ErrorStatus addReadWriteDependencyToObject(ZnDbAssocActionBody* body, ZnDbObjectId object,
+                                                           ZnDbObjectId& dependencyId);
+  static Quorl::ErrorStatus addReadOnlyDependencyToObject(ZnDbAssocActionBody* body, ZnDbObjectId object,
+                                                          ZnDbObjectId& dependencyId);
+  static Quorl::ErrorStatus setCenterDependencyId(ZnDbObjectId bodyId, ZnDbObjectId centerId);
+  static void deleteCenterDependenciesOnObject(ZnDbObjectId refId);
+
+  // Prints that the object lost its association, in the words of its kind.
+  static void printCenterDisassociatedMessage(ZnDbObjectId bodyId);
+};

@@ -1,0 +1,6 @@
+// The module's protocol extensions on classes of the host.
+#pragma once
+
+void addTorviExtensions();
+// Deletes the extensions that it takes away.
+void removeTorviExtensions();
