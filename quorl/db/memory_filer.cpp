@@ -22,8 +22,15 @@ template double ZnDbMemoryFiler::take<double>();
 template const ZnAtom::Entry* ZnDbMemoryFiler::take<const ZnAtom::Entry*>();
 template ZnDbStub* ZnDbMemoryFiler::take<ZnDbStub*>();
 
+std::string ZnDbMemoryFiler::takeBytes() {
+  bytes_.resize(used_);
+  used_ = 0;
+  return std::move(bytes_);
+}
+
 void ZnDbMemoryFiler::setBytes(std::string bytes) {
   bytes_ = std::move(bytes);
+  used_ = bytes_.size();
   rewind();
 }
 
@@ -33,7 +40,7 @@ void ZnDbMemoryFiler::rewind() {
 }
 
 void ZnDbMemoryFiler::clear() {
-  bytes_.clear();
+  used_ = 0;
   rewind();
 }
 
@@ -44,7 +51,7 @@ void ZnDbMemoryFiler::wrString(const ZnString& value) {
 
 void ZnDbMemoryFiler::wrBytes(const void* bytes, size_t count) {
   put(count);
-  bytes_.append(static_cast<const char*>(bytes), count);
+  putBytes(bytes, count);
 }
 
 ZnString ZnDbMemoryFiler::rdString() {

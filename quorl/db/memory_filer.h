@@ -1,7 +1,10 @@
 // Filers in memory: an object's fields as bytes for undo, cloning and comparison, and the walk over its ids.
 #pragma once
 
+#include <algorithm>
+#include <cstring>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "quorl/db/filer.h"
@@ -19,14 +22,14 @@ public:
   void setStatus(Quorl::ErrorStatus status) override { status_ = status; }
   ZnDbDatabase* database() const override { return database_; }
 
-  const std::string& bytes() const { return bytes_; }
-  std::string takeBytes() { return std::move(bytes_); }
+  std::string_view bytes() const { return {bytes_.data(), used_}; }
+  std::string takeBytes();
   // Reads these bytes from the start.
   void setBytes(std::string bytes);
   void rewind();
   // Forgets what was written and keeps the memory for what comes next.
   void clear();
-  void reserve(size_t count) { bytes_.reserve(count); }
+  void reserve(size_t count) { bytes_.resize(count); }
 
   void wrBool(bool value) override { put(static_cast<std::int8_t>(value)); }
   void wrInt8(std::int8_t value) override { put(value); }
@@ -55,7 +58,7 @@ public:
   ZnDbObjectId rdHardPointerId() override { return translated(readId(), false); }
   ZnDbObjectId rdSoftOwnershipId() override { return translated(readId(), true); }
   ZnDbObjectId rdHardOwnershipId() override { return translated(readId(), true); }
-  size_t remaining() const override { return bytes_.size() - at_; }
+  size_t remaining() const override { return used_ - at_; }
 
 protected:
   // What an id that is read becomes; the base leaves it as it is.
@@ -63,15 +66,21 @@ protected:
 
 private:
   ZnDbObjectId readId() { return ZnDbObjectId(take<ZnDbStub*>()); }
-  template<class T> void put(const T& value) {
-    bytes_.append(reinterpret_cast<const char*>(&value), sizeof(T));
+  template<class T> void put(const T& value) { putBytes(&value, sizeof(T)); }
+  void putBytes(const void* bytes, size_t count) {
+    if (bytes_.size() - used_ < count) bytes_.resize(std::max(bytes_.size() * 2, used_ + count + kFirstRoom));
+    std::memcpy(bytes_.data() + used_, bytes, count);
+    used_ += count;
   }
   template<class T> T take();
 
   Kind kind_;
   ZnDbDatabase* database_;
   Quorl::ErrorStatus status_ = Quorl::eOk;
+  // Room grows ahead of what is used: most fields are a few bytes, and there are many.
+  static constexpr size_t kFirstRoom = 256;
   std::string bytes_;
+  size_t used_ = 0;
   size_t at_ = 0;
 };
 

@@ -6,19 +6,33 @@
 
 using Quorl::ErrorStatus;
 
-// One change. State: the object's fields and erased mark as they were. Creation: the object came into being
-// (or, in a redo list, is to come back). Header: a value outside of objects.
+// One change. State: the object's fields, in the step's bytes, and erased mark as they were. Creation: the object
+// came into being (or, in a redo list, is to come back). Header: a value outside of objects, by its place in the
+// step's exchanges.
 struct ZnDbUndoRecorder::Record {
   enum Kind { kState, kCreation, kHeader } kind = kState;
-  ZnDbObjectId id;
   bool erased = false;
-  std::string bytes;
-  std::function<void()> exchange;
+  ZnDbObjectId id;
+  size_t at = 0;
+  size_t size = 0;
 };
 
+// The states of a step stand one after the other: keeping one costs no memory of its own.
 struct ZnDbUndoRecorder::Step {
   ZnString label;
   std::vector<Record> records;
+  std::string bytes;
+  std::vector<std::function<void()>> exchanges;
+
+  void addState(ZnDbObjectId id, bool erased, std::string_view state) {
+    records.push_back({Record::kState, erased, id, bytes.size(), state.size()});
+    bytes += state;
+  }
+  void addCreation(ZnDbObjectId id, bool erased) { records.push_back({Record::kCreation, erased, id, 0, 0}); }
+  void addExchange(std::function<void()> exchange) {
+    records.push_back({Record::kHeader, false, {}, exchanges.size(), 0});
+    exchanges.push_back(std::move(exchange));
+  }
 };
 
 ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database)
@@ -32,7 +46,7 @@ void ZnDbUndoRecorder::startStep(const ZnString& label) {
   if (!done_.empty() && done_.back().records.empty())
     done_.back().label = label;
   else
-    done_.push_back({label, {}});
+    done_.push_back({label, {}, {}, {}});
 }
 
 bool ZnDbUndoRecorder::canUndo() const { return undoDepth() > 0; }
@@ -54,26 +68,23 @@ void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
   if (!recording_ || undoing_ || stub->undoStamp == stamp_) return;
   begin();
   stub->undoStamp = stamp_;
-  // The filer keeps its memory from object to object; the record takes just the bytes.
+  // The filer keeps its memory from object to object.
   scratch_->clear();
   object->bdocOutFields(*scratch_);
-  done_.back().records.push_back({Record::kState, object->objectId(), stub->erased, scratch_->bytes(), {}});
+  done_.back().addState(object->objectId(), stub->erased, scratch_->bytes());
 }
 
 void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
   if (!recording_ || undoing_) return;
   begin();
   ZnDbObjectAccess::stub(object)->undoStamp = stamp_;
-  done_.back().records.push_back({Record::kCreation, object->objectId(), true, {}, {}});
+  done_.back().addCreation(object->objectId(), true);
 }
 
 void ZnDbUndoRecorder::keepHeader(std::function<void()> exchange) {
   if (!recording_ || undoing_) return;
   begin();
-  Record record;
-  record.kind = Record::kHeader;
-  record.exchange = std::move(exchange);
-  done_.back().records.push_back(std::move(record));
+  done_.back().addExchange(std::move(exchange));
 }
 
 namespace {
@@ -88,28 +99,28 @@ void moveMembership(ZnDbObjectId member, ZnDbObjectId from, ZnDbObjectId to) {
 } // namespace
 
 // Puts the record's state in place and keeps what stood there as the inverse.
-void ZnDbUndoRecorder::restore(Record& record, std::vector<Record>& inverse) {
+void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) {
   if (record.kind == Record::kHeader) {
-    record.exchange();
-    inverse.push_back(std::move(record));
+    step.exchanges[record.at]();
+    inverse.addExchange(step.exchanges[record.at]);
     return;
   }
   ZnDbStub* stub = record.id.stub();
   ZnDbObject* object = stub->object;
   const bool wasErased = stub->erased;
   if (record.kind == Record::kCreation) {
-    inverse.push_back({Record::kCreation, record.id, wasErased, {}, {}});
+    inverse.addCreation(record.id, wasErased);
     ZnDbObjectAccess::markErased(object, record.erased);
     ZnDbObjectAccess::tellErased(object);
     return;
   }
-  ZnDbMemoryFiler now(ZnDbFiler::kUndo, &database_);
-  object->bdocOutFields(now);
-  inverse.push_back({Record::kState, record.id, wasErased, now.takeBytes(), {}});
+  scratch_->clear();
+  object->bdocOutFields(*scratch_);
+  inverse.addState(record.id, wasErased, scratch_->bytes());
   const ZnDbObjectId ownerBefore = object->ownerId();
   if (!wasErased) object->detachLinks();
   ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
-  filer.setBytes(std::move(record.bytes));
+  filer.setBytes(step.bytes.substr(record.at, record.size));
   // Reading the old fields is no change of its own: nobody is told of it here.
   ++stub->writers;
   object->modified_ = true;
@@ -126,10 +137,10 @@ void ZnDbUndoRecorder::restore(Record& record, std::vector<Record>& inverse) {
     ZnDbObjectAccess::tellModified(object, true);
 }
 
-// Backwards, so that each object meets the world in which its state was kept.
-void ZnDbUndoRecorder::apply(std::vector<Record>& records, std::vector<Record>& inverse) {
+// The youngest records, backwards, so that each object meets the world in which its state was kept.
+void ZnDbUndoRecorder::apply(Step& step, size_t count, Step& inverse) {
   undoing_ = true;
-  for (size_t i = records.size(); i-- > 0;) restore(records[i], inverse);
+  for (size_t i = 0; i < count; ++i) restore(step, step.records[step.records.size() - 1 - i], inverse);
   undoing_ = false;
   ++stamp_;
 }
@@ -139,8 +150,8 @@ ErrorStatus ZnDbUndoRecorder::undo() {
   if (done_.empty()) return Quorl::eNothingToUndo;
   Step step = std::move(done_.back());
   done_.pop_back();
-  Step back{step.label, {}};
-  apply(step.records, back.records);
+  Step back{step.label, {}, {}, {}};
+  apply(step, step.records.size(), back);
   undone_.push_back(std::move(back));
   return Quorl::eOk;
 }
@@ -150,8 +161,8 @@ ErrorStatus ZnDbUndoRecorder::redo() {
   while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
   Step step = std::move(undone_.back());
   undone_.pop_back();
-  Step back{step.label, {}};
-  apply(step.records, back.records);
+  Step back{step.label, {}, {}, {}};
+  apply(step, step.records.size(), back);
   done_.push_back(std::move(back));
   startStep();
   return Quorl::eOk;
@@ -166,15 +177,13 @@ size_t ZnDbUndoRecorder::mark() const {
 void ZnDbUndoRecorder::rollBackTo(size_t mark) {
   size_t count = this->mark();
   while (count > mark && !done_.empty()) {
-    std::vector<Record>& records = done_.back().records;
-    const size_t take = std::min(records.size(), count - mark);
-    std::vector<Record> tail(std::make_move_iterator(records.end() - static_cast<std::ptrdiff_t>(take)),
-                             std::make_move_iterator(records.end()));
-    records.resize(records.size() - take);
-    std::vector<Record> dropped;
-    apply(tail, dropped);
+    Step& step = done_.back();
+    const size_t take = std::min(step.records.size(), count - mark);
+    Step dropped;
+    apply(step, take, dropped);
+    step.records.resize(step.records.size() - take);
     count -= take;
-    if (records.empty() && count > mark) done_.pop_back();
+    if (step.records.empty() && count > mark) done_.pop_back();
   }
 }
 

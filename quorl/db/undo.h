@@ -48,8 +48,8 @@ private:
   struct Record;
   struct Step;
   void begin();
-  void apply(std::vector<Record>& records, std::vector<Record>& inverse);
-  void restore(Record& record, std::vector<Record>& inverse);
+  void apply(Step& step, size_t count, Step& inverse);
+  void restore(Step& step, const Record& record, Step& inverse);
 
   ZnDbDatabase& database_;
   std::unique_ptr<class ZnDbMemoryFiler> scratch_;

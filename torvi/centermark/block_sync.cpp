@@ -85,12 +85,13 @@ void updateCachedRotationFromBlock(ZnDbObjectId centerObject) {
       body.openForWrite(ZnTorviLyxUtils::getTorviActionBodyId(centerObject)) != Quorl::eOk)
     return;
   const ZnDbObjectId viewport = body->getDependentViewportId();
-  const ZnGeMatrix3d inEdgeSpace =
-      ZnTorviLyxUtils::msWcsToPsWcs(viewport).inverse() * reference->blockTransform();
-  // A reference of its own tells the rotation: the stored one is not touched.
-  ZnDbBlockReference turned;
-  turned.setBlockTransform(inEdgeSpace);
-  const double rotation = turned.rotation();
+  double rotation = reference->rotation();
+  if (!viewport.isNull()) {
+    // A reference of its own tells the rotation in the edge's space: the stored one is not touched.
+    ZnDbBlockReference turned;
+    turned.setBlockTransform(ZnTorviLyxUtils::msWcsToPsWcs(viewport).inverse() * reference->blockTransform());
+    rotation = turned.rotation();
+  }
   if (!viewport.isNull() && viewport == ZnTorviLyxUtils::activeViewportId()) return;
   if (rotation != body->cachedRotation()) body->setCachedRotation(rotation);
 }

@@ -35,7 +35,8 @@ ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, c
                                  const ZnCenterMarkArmLengths& armLengths, const ZnGePoint3d* patternCenter) {
   const bool stored = !provider.objectId().isNull();
   const double offset = stored && patternCenter ? patternCenter->distanceTo(circle.center()) : 0.0;
-  const double unset = circle.radius() + ZnTorviStyle::getCenterOvershoot();
+  // The style is asked only for a line that says nothing itself.
+  const auto unset = [&] { return circle.radius() + ZnTorviStyle::getCenterOvershoot(); };
   const double refRadius = stored ? provider.refCircleRadius() : 0.0;
   ZnCenterMarkArmLengths reaches;
   for (size_t i = 0; i < reaches.size(); ++i) {
@@ -44,7 +45,7 @@ ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, c
       const auto type = static_cast<ZnCenterMarkSubEntType>(static_cast<int>(-arm));
       reaches[i] = provider.extensionLength(type, refRadius) + provider.overshoot(type) - offset;
     } else {
-      reaches[i] = arm < 0.0 || arm == kArmUnset ? unset : arm;
+      reaches[i] = arm < 0.0 || arm == kArmUnset ? unset() : arm;
     }
   }
   return reaches;

@@ -9,8 +9,6 @@
 
 namespace {
 
-using MarkPointer = ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>;
-
 bool isExtensionLine(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
 
 } // namespace
@@ -19,6 +17,11 @@ ZnDbCenterMarkPropsProvider::ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObje
     : centerObject_(centerObject)
     , database_(centerObject.isNull() ? zndbHostApplicationServices()->workingDatabase()
                                       : centerObject.database()) {}
+
+const ZnDbCenterMarkObjectWrapper* ZnDbCenterMarkPropsProvider::mark() const {
+  if (!mark_) mark_ = std::make_unique<ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>>(centerObject_);
+  return mark_->object();
+}
 
 ZnDbObjectId ZnDbCenterMarkPropsProvider::linetypeId() const {
   ZnDbHolder<ZnDbBlockReference> reference(centerObject_);
@@ -38,25 +41,22 @@ ZnDbObjectId ZnDbCenterMarkPropsProvider::layerId() const {
 }
 
 ZnString ZnDbCenterMarkPropsProvider::crossHairLengthExpression() const {
-  const MarkPointer mark(centerObject_);
-  return mark.openStatus() == Quorl::eOk ? mark->crossHairLengthExpression()
+  return mark() ? mark()->crossHairLengthExpression()
                                          : ZnTorviStyle::getCrossHairLengthExpression();
 }
 
 ZnString ZnDbCenterMarkPropsProvider::crossHairGapExpression() const {
-  const MarkPointer mark(centerObject_);
-  return mark.openStatus() == Quorl::eOk ? mark->crossHairGapExpression()
+  return mark() ? mark()->crossHairGapExpression()
                                          : ZnTorviStyle::getCrossHairGapExpression();
 }
 
 double ZnDbCenterMarkPropsProvider::refCircleRadius() const {
-  const MarkPointer mark(centerObject_);
-  return mark.openStatus() == Quorl::eOk ? mark->getRefCircleRadius() : 0.0;
+  return mark() ? mark()->getRefCircleRadius() : 0.0;
 }
 
 // Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
 double ZnDbCenterMarkPropsProvider::extensionLength(ZnCenterMarkSubEntType type, double radius) const {
-  ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject_));
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(mark() ? mark()->actionBody() : ZnDbObjectId());
   if (!body.isOpen()) return 0.0;
   ZnDbEvalVariant value;
   double stored = 0.0;
@@ -68,12 +68,10 @@ double ZnDbCenterMarkPropsProvider::extensionLength(ZnCenterMarkSubEntType type,
 
 double ZnDbCenterMarkPropsProvider::extension(ZnCenterMarkSubEntType type) const {
   if (!isExtensionLine(type)) return 0.0;
-  const MarkPointer mark(centerObject_);
-  return mark.openStatus() == Quorl::eOk ? mark->getExtensionLineLength(type) : 0.0;
+  return mark() ? mark()->getExtensionLineLength(type) : 0.0;
 }
 
 double ZnDbCenterMarkPropsProvider::overshoot(ZnCenterMarkSubEntType type) const {
   if (!isExtensionLine(type)) return 0.0;
-  const MarkPointer mark(centerObject_);
-  return mark.openStatus() == Quorl::eOk ? mark->getOvershoot(type) : 0.0;
+  return mark() ? mark()->getOvershoot(type) : 0.0;
 }

@@ -1,7 +1,11 @@
 // Answers for a stored center mark or pattern, and with the current style where there is none.
 #pragma once
 
+#include <memory>
+
+#include "torvi/centermark/object_wrapper.h"
 #include "torvi/centermark/props_provider_interface.h"
+#include "torvi/core/object_pointer.h"
 
 class TORVI_EXPORT ZnDbCenterMarkPropsProvider : public IZnDbCenterMarkPropsProvider {
 public:
@@ -22,6 +26,11 @@ public:
   double overshoot(ZnCenterMarkSubEntType type) const override;
 
 private:
+  // The mark's wrapper, or null where there is none; made when first asked for, since one provider answers many
+  // questions about one mark.
+  const ZnDbCenterMarkObjectWrapper* mark() const;
+
+  mutable std::unique_ptr<ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>> mark_;
   ZnDbObjectId centerObject_;
   ZnDbDatabase* database_ = nullptr; // not owned
 };

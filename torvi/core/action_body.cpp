@@ -1,5 +1,7 @@
 #include "torvi/core/action_body.h"
 
+#include <cmath>
+#include <limits>
 #include <memory>
 
 #include "torvi/core/action_body_utils.h"
@@ -195,7 +197,11 @@ ZnString ZnDbTorviActionBody::subentLineType() const {
   return ZnTorviStyle::getCenterLineTypeName();
 }
 
-int ZnDbTorviActionBody::subentLineWeight() const { return static_cast<int>(valueOf(kSubentLineWeight, 0.0)); }
+// A drawing may bring a number along that no int can hold.
+int ZnDbTorviActionBody::subentLineWeight() const {
+  const double weight = valueOf(kSubentLineWeight, 0.0);
+  return std::fabs(weight) < std::numeric_limits<int>::max() ? static_cast<int>(weight) : 0;
+}
 
 double ZnDbTorviActionBody::subentLinetypeScale() const { return valueOf(kSubentLinetypeScale, 0.0); }
 

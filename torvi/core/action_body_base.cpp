@@ -94,9 +94,10 @@ ZnDbEdgeRef ZnDbTorviActionBodyBase::getEdgeRef(ZnDbObjectId edgeParamId) const 
   if (!param.isOpen()) return {};
   ZnDbObjectId topId;
   if (param->edgeTopId(topId) && topId.isErased()) return {};
-  ZnArray<ZnDbEdgeRef> edges;
+  // Asked several times in each evaluation: the array keeps its memory.
+  static ZnArray<ZnDbEdgeRef> edges;
   if (param->edgeRefs(edges) != Quorl::eOk || edges.length() != 1) return {};
-  return edges[0];
+  return std::move(edges[0]);
 }
 
 bool ZnDbTorviActionBodyBase::inputEdgeTopId(int index, ZnDbObjectId& topId) const {

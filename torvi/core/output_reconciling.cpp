@@ -34,7 +34,8 @@ ErrorStatus ZnDbTorviLayout::wantedOutput(const ZnString& key, ZnDbTorviObjectWr
   ZnTorviLyxUtils::uneraseObject(id);
   if (id.isDerivedFrom(ZnDbBlockReference::desc())) {
     subBlocks.append(id);
-    ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, ids, false);
+    // What was purged went with its members.
+    ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, ids, true);
   } else if (id.isDerivedFrom(ZnDbLine::desc()) || id.isDerivedFrom(ZnDbArc::desc())) {
     ids.append(id);
   }
@@ -70,7 +71,8 @@ ErrorStatus ZnDbTorviLayout::createOutput(const ZnString& key, ZnDbTorviObjectWr
 ErrorStatus ZnDbTorviLayout::staleOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper, bool associative,
                                          ZnArray<ZnDbObjectId>& ids, ZnArray<ZnDbObjectId>& subBlocks) {
   const ZnDbObjectId id = wrapper.getOutputEdge(key);
-  if (id.isNull() || id.isErased()) return Quorl::eOk;
+  // A key may name anything; only what is drawn is an output.
+  if (id.isNull() || id.isErased() || !id.isDerivedFrom(ZnDbEntity::desc())) return Quorl::eOk;
   const bool nested = id.isDerivedFrom(ZnDbBlockReference::desc());
   // An object that lost its edges keeps what it shows.
   if (!associative) {

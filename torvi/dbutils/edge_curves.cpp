@@ -32,6 +32,26 @@ CurvePtr curveOfEntity(const ZnDbEdgeRef& edge, const ZnDbEntity& entity, bool f
   return fullCircle ? wholeCircle(static_cast<const ZnGeCircArc3d&>(*curve)) : std::move(curve);
 }
 
+// A circle or arc that stands in the space itself shows its own edge: no stand-in need be made of it.
+bool isOwnEdge(const ZnDbEdgeRef& edge) {
+  if (!edge.entity().pathIds().empty() || edge.heldCurve()) return false;
+  if (edge.subentId() != ZnDbSubentId(ZnDb::kEdgeSubentType, 0)) return false;
+  const ZnRxClass* cls = edge.entity().leafId().objectClass();
+  return cls && (cls == ZnDbCircle::desc() || cls == ZnDbArc::desc());
+}
+
+CurvePtr curveOfOwnEdge(const ZnDbEdgeRef& edge, bool fullCircle) {
+  ZnDbHolder<ZnDbCurve> entity(edge.entity().leafId());
+  if (!entity.isOpen()) return nullptr;
+  if (const auto* circle = ZnDbCircle::cast(entity.object()))
+    return std::make_unique<ZnGeCircArc3d>(circle->center(), circle->normal(), circle->radius());
+  ZnGeCurve3d* whole = nullptr;
+  entity->getZnGeCurve(whole, ZnGeContext::gTol);
+  CurvePtr curve(whole);
+  if (!isCircular(curve)) return nullptr;
+  return fullCircle ? wholeCircle(static_cast<const ZnGeCircArc3d&>(*curve)) : std::move(curve);
+}
+
 // Takes back the shift with which objects on the way show the curve.
 void undoLogicalShift(const ZnDbEdgeRef& edge, ZnGeCurve3d& curve) {
   ZnArray<ZnDbObjectId> path;
@@ -59,6 +79,7 @@ CurvePtr curveInDrawingView(const ZnDbEdgeRef& edge, bool fullCircle) {
 }  // namespace
 
 ZnGeCurve3d* ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(const ZnDbEdgeRef& edge, bool fullCircle) {
+  if (isOwnEdge(edge)) return curveOfOwnEdge(edge, fullCircle).release();
   CurvePtr curve;
   if (isInBrevixView(edge)) {
     curve = curveInDrawingView(edge, fullCircle);
