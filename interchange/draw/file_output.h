@@ -1,0 +1,18 @@
+// Puts a whole file in its place, or nothing.
+#pragma once
+
+#include "interchange/draw/picture_options.h"
+
+#include <string>
+#include <string_view>
+
+namespace interchange {
+
+// Writes beside the path and renames, so that a failure leaves what stood there. False with the reason in
+// `error`.
+bool writeWhole(const std::string& path, std::string_view bytes, PictureError& error);
+
+// False with the reason in `error`.
+bool readWhole(const std::string& path, std::string& bytes, PictureError& error);
+
+} // namespace interchange

@@ -1,0 +1,50 @@
+// Strokes as SVG path elements in the user coordinates of a document.
+#pragma once
+
+#include "interchange/draw/page_fit.h"
+#include "interchange/draw/stroke_target.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace interchange {
+
+class SvgPathTarget final : public StrokeTarget {
+public:
+  // `toUser` maps drawing units to user units, of which one is `unit` millimetres. Element names get the
+  // prefix, such as "svg:".
+  SvgPathTarget(const Affine& toUser, double unit, std::string prefix);
+
+  void stroke(const std::vector<Contour>& contours, const Ink& ink, LineEnds ends) override;
+  void area(const Contour& contour, const Ink& ink) override;
+  void dot(Point2 center, double diameter, const Ink& ink) override;
+  // As outlines, so that it looks alike wherever it is shown.
+  void lettering(const Lettering& lettering, const Ink& ink) override;
+  // Windows belong to sheets, which have no source to be drawn onto.
+  void pushWindow(Point2, Point2) override {}
+  void popWindow() override {}
+
+  // One element a line.
+  const std::string& elements() const { return elements_; }
+  // Of all that was drawn, in drawing units, without the widths of the lines.
+  const std::optional<Extent>& extent() const { return extent_; }
+
+private:
+  void appendElement(const std::string& data, const std::string& paint);
+  std::string dataOf(const Contour& contour);
+  std::string point(Point2 userPoint) const;
+  void note(Point2 drawingPoint);
+
+  Affine toUser_;
+  double unit_;
+  int decimals_;
+  std::string prefix_;
+  std::string elements_;
+  std::optional<Extent> extent_;
+};
+
+// Fixed notation without needless zeros, with a point in every locale.
+std::string fixedNumber(double value, int decimals);
+
+} // namespace interchange

@@ -1,0 +1,229 @@
+// Annotation on documents: the source stays as it was, and the strokes lie where the drawing says.
+#include "interchange/draw/annotated_svg.h"
+
+#include "interchange/draw/svg_insertion.h"
+#include "interchange/draw/svg_path_target.h"
+#include "interchange/svg_in/svg_reader.h"
+#include "interchange_draw/small_drawing.h"
+
+#include "quorl/db/text.h"
+
+#include <pugixml.hpp>
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+using namespace interchange;
+using interchange_test::contentOf;
+using interchange_test::scratchPath;
+using interchange_test::SmallDrawing;
+
+namespace {
+
+const std::string kOpen = "<svg xmlns='http://www.w3.org/2000/svg' ";
+const std::string kMillimetres = kOpen + "width='100mm' height='50mm' viewBox='0 0 100 50'>";
+
+// The annotated source, with the page as the reader finds it.
+std::string annotate(const std::string& source, const SmallDrawing& drawing,
+                     const std::vector<ZnDbObjectId>& ids) {
+  const SvgReadResult read = readSvg(source, "source.svg");
+  EXPECT_FALSE(read.error) << read.error->text();
+  std::string annotated;
+  PictureError error;
+  EXPECT_TRUE(annotateSvg(source, sourcePageOf(source, read.scene.document), drawing.database, ids, {},
+                          annotated, error))
+      << error.text();
+  return annotated;
+}
+
+std::string annotationOf(const std::string& svg) {
+  const std::size_t start = svg.find("id=\"quorl-annotation");
+  const std::size_t tag = svg.rfind('<', start);
+  const std::size_t end = svg.find("g>", start);
+  return start == std::string::npos || end == std::string::npos
+             ? ""
+             : svg.substr(tag, svg.find('\n', end) + 1 - tag);
+}
+
+} // namespace
+
+TEST(AnnotatedSvg, sources_stay_byte_by_byte) {
+  const std::string kSources[] = {
+      kMillimetres + "<g>\n<path d='M0,0 L 1,1'/></g></svg>\n",
+      "<?xml version=\"1.0\" encoding='UTF-8'?>\r\n<!DOCTYPE svg [ <!ENTITY ns 'http://x'> <!-- ]> </svg> "
+      "-->\n ]>\r\n" +
+          kMillimetres + "<title lang='a > b'>a &amp; b</title></svg >",
+      kMillimetres +
+          "<style><![CDATA[ path > g { fill: red } </svg> ]]></style><g id='a > b'/></svg><!-- </svg> -->\n",
+      "<!-- <svg> -->" + kMillimetres + "<svg x='1'><g/></svg>\t</svg>",
+      kMillimetres + "<g style=\"a:'/>'\"></g   ></svg\n>",
+  };
+  SmallDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
+  for (const std::string& source : kSources) {
+    SCOPED_TRACE(source);
+    std::string annotated = annotate(source, drawing, ids);
+    const std::string group = annotationOf(annotated);
+    ASSERT_FALSE(group.empty());
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(annotated.c_str()));
+    const pugi::xml_node last = document.document_element().last_child();
+    EXPECT_STREQ(last.attribute("id").value(), "quorl-annotation");
+    EXPECT_TRUE(last.child("path"));
+    annotated.erase(annotated.find(group), group.size());
+    EXPECT_EQ(annotated, source);
+  }
+}
+
+// One line of the drawing, in the user coordinates of differently laid out pages.
+TEST(AnnotatedSvg, strokes_lie_in_user_coordinates) {
+  struct Case {
+    const char* root;
+    const char *data, *width;
+  };
+  const Case kCases[] = {
+      {"width='100mm' height='50mm' viewBox='0 0 100 50'", "M10 40L30 30", "0.25"},
+      {"width='100mm' height='50mm' viewBox='-20 -10 200 100'", "M0 70L40 50", "0.5"},
+      {"width='100mm' height='50mm' viewBox='0 0 100000 50000'", "M10000 40000L30000 30000", "250"},
+      {"width='96px' height='48px'", "M37.79528 10.20472L113.38583 -27.59055", "0.94488"},
+      {"viewBox='0 0 960 480'", "M37.79528 442.20472L113.38583 404.40945", "0.94488"},
+      {"width='200mm' height='50mm' viewBox='0 0 100 50' preserveAspectRatio='xMinYMin'", "M10 40L30 30",
+       "0.25"},
+      {"width='200mm' height='50mm' viewBox='0 0 100 50'", "M-40 40L-20 30", "0.25"},
+  };
+  SmallDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 30, 20)};
+  for (const Case& test : kCases) {
+    SCOPED_TRACE(test.root);
+    const std::string annotated = annotate(kOpen + test.root + "><g/></svg>", drawing, ids);
+    EXPECT_NE(annotated.find(std::string(" d=\"") + test.data + "\""), std::string::npos) << annotated;
+    EXPECT_NE(annotated.find(std::string("stroke-width:") + test.width + ";"), std::string::npos)
+        << annotated;
+  }
+}
+
+// What was drawn on a circle of the source is read back where the source has it.
+TEST(AnnotatedSvg, dashes_are_strokes_of_their_own) {
+  SmallDrawing drawing;
+  const ZnDbObjectId center = drawing.addLinetype(L"CENTER", {12, -2, 2, -2});
+  const ZnDbObjectId line = drawing.addLine(10, 20, 46, 20);
+  drawing.change(line, [center](ZnDbEntity& entity) {
+    entity.setLinetype(center);
+    entity.setColorIndex(1);
+    entity.setTransparency(ZnCmTransparency(51));
+  });
+  const std::string annotated = annotate(kMillimetres + "</svg>", drawing, {line});
+  EXPECT_NE(annotated.find("d=\"M10 30L16 30M18 30L20 30M22 30L34 30M36 30L38 30M40 30L46 30\""),
+            std::string::npos)
+      << annotated;
+  for (const char* paint : {"stroke:#ff0000", "stroke-opacity:0.2", "stroke-dasharray:none", "fill:none"})
+    EXPECT_NE(annotated.find(paint), std::string::npos) << paint;
+}
+
+TEST(AnnotatedSvg, what_is_hidden_erased_or_outside) {
+  SmallDrawing drawing;
+  const ZnDbObjectId off =
+      drawing.addLayer(L"off", [](ZnDbLayerTableRecord& layer) { layer.setIsOff(true); });
+  const ZnDbObjectId hidden = drawing.addLine(1, 1, 2, 2), erased = drawing.addLine(3, 3, 4, 4);
+  const ZnDbObjectId inside = drawing.addLine(5, 5, 6, 6), outside = drawing.addLine(-5, 5, 6, 6);
+  drawing.change(hidden, [off](ZnDbEntity& entity) { entity.setLayer(off); });
+  drawing.change(erased, [](ZnDbEntity& entity) { entity.erase(); });
+  const std::string within = annotate(kMillimetres + "</svg>", drawing, {hidden, erased, inside});
+  pugi::xml_document document;
+  ASSERT_TRUE(document.load_string(within.c_str()));
+  const pugi::xml_node group = document.document_element().last_child();
+  EXPECT_EQ(std::distance(group.begin(), group.end()), 1);
+  EXPECT_FALSE(group.attribute("style"));
+  const std::string beyond = annotate(kMillimetres + "</svg>", drawing, {outside});
+  EXPECT_NE(beyond.find("<g id=\"quorl-annotation\" style=\"overflow:visible\">"), std::string::npos);
+}
+
+TEST(AnnotatedSvg, unusual_roots) {
+  SmallDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
+  const std::string twice = annotate(annotate(kMillimetres + "</svg>", drawing, ids), drawing, ids);
+  EXPECT_NE(twice.find("id=\"quorl-annotation\""), std::string::npos);
+  EXPECT_NE(twice.find("id=\"quorl-annotation-2\""), std::string::npos);
+
+  const std::string prefixed =
+      annotate("<s:svg xmlns:s='http://www.w3.org/2000/svg' width='9mm' height='9mm'></s:svg>", drawing, ids);
+  EXPECT_NE(prefixed.find("<s:g id=\"quorl-annotation\""), std::string::npos);
+  EXPECT_NE(prefixed.find("</s:g>\n</s:svg>"), std::string::npos);
+
+  const std::string empty = annotate(kOpen + "width='9mm' height='9mm'/>", drawing, ids);
+  pugi::xml_document document;
+  ASSERT_TRUE(document.load_string(empty.c_str())) << empty;
+  EXPECT_TRUE(document.document_element().child("g").child("path"));
+
+  std::string wide = "\xff\xfe";
+  for (const char c : "<?xml version='1.0' encoding='UTF-16'?>" + kMillimetres + "</svg>") wide += {c, '\0'};
+  const std::string narrowed = annotate(wide, drawing, ids);
+  EXPECT_EQ(narrowed.find("UTF-16"), std::string::npos);
+  ASSERT_TRUE(document.load_string(narrowed.c_str())) << narrowed;
+  EXPECT_TRUE(document.document_element().child("g"));
+}
+
+TEST(AnnotatedSvg, letters_become_outlines) {
+  SmallDrawing drawing;
+  const ZnDbObjectId text = drawing.add(new ZnDbText(ZnGePoint3d(10, 10, 0), L"I", 20));
+  const std::string annotated = annotate(kMillimetres + "</svg>", drawing, {text});
+  const SvgReadResult read = readSvg(annotated, "annotated.svg");
+  ASSERT_FALSE(read.error);
+  ASSERT_EQ(read.scene.elements.size(), 1u);
+  const auto* outline = std::get_if<Polyline>(&read.scene.elements[0].shape);
+  ASSERT_NE(outline, nullptr);
+  double below = 100, above = 0;
+  for (const Vertex& vertex : outline->vertices) {
+    below = std::min(below, vertex.point.y);
+    above = std::max(above, vertex.point.y);
+  }
+  EXPECT_NEAR(below, 10, 0.01);
+  EXPECT_NEAR(above, 30, 0.02);
+}
+
+TEST(AnnotatedSvg, files_and_refusals) {
+  SmallDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
+  const SourcePage page{Affine{1, 0, 0, -1, 0, 50}, 100, 50};
+  const std::string source = scratchPath("source.svg"), target = scratchPath("target.svg");
+  std::ofstream(source) << kMillimetres << "</svg>";
+  PictureError error;
+  ASSERT_TRUE(writeAnnotatedSvg(source, page, drawing.database, ids, target, {}, error)) << error.text();
+  const std::string written = contentOf(target);
+  EXPECT_FALSE(annotationOf(written).empty());
+
+  struct Case {
+    const char *name, *content;
+    SourcePage page;
+    const char* what;
+  };
+  const Case kCases[] = {
+      {"no XML", "<svg><g></svg>", page, "no XML"},
+      {"nothing", "", page, "no XML"},
+      {"another root", "<html></html>", page, "no svg element"},
+      {"no page", "<svg/>", {Affine::scaling(0, 0), 0, 0}, "no area"},
+  };
+  for (const Case& test : kCases) {
+    SCOPED_TRACE(test.name);
+    std::ofstream(source) << test.content;
+    EXPECT_FALSE(writeAnnotatedSvg(source, test.page, drawing.database, ids, target, {}, error));
+    EXPECT_EQ(error.file, source);
+    EXPECT_NE(error.what.find(test.what), std::string::npos) << error.text();
+    EXPECT_EQ(contentOf(target), written);
+  }
+  EXPECT_FALSE(writeAnnotatedSvg(scratchPath("missing.svg"), page, drawing.database, ids, target, {}, error));
+  EXPECT_NE(error.what.find("cannot be read"), std::string::npos);
+}
+
+TEST(AnnotatedSvg, numbers) {
+  struct Case {
+    double value;
+    int decimals;
+    const char* text;
+  };
+  for (const Case& test :
+       {Case{1.5, 3, "1.5"}, Case{-0.0004, 3, "0"}, Case{100, 3, "100"}, Case{100, 0, "100"},
+        Case{0.12345, 3, "0.123"}, Case{-7.25, 1, "-7.2"}, Case{1e7, 2, "10000000"}})
+    EXPECT_EQ(fixedNumber(test.value, test.decimals), test.text);
+}
