@@ -165,12 +165,21 @@ ZnDbHandle ZnString::asZnDbHandle(int flags) const {
 }
 
 bool ZnString::parseVal(double& value) const {
-  const std::string text = utf8();
-  size_t start = text.find_first_not_of(" \t");
-  if (start == std::string::npos) return false;
-  if (text[start] == '+') ++start;
+  // Numbers are ASCII and short; a longer run of digits than this says nothing more.
+  constexpr size_t kLongest = 512;
+  char text[kLongest];
+  std::wstring_view wide = view();
+  const size_t start = wide.find_first_not_of(L" \t");
+  if (start == std::wstring_view::npos) return false;
+  wide.remove_prefix(start);
+  if (wide.front() == L'+') wide.remove_prefix(1);
+  size_t count = 0;
+  while (count < std::min(wide.size(), kLongest) && wide[count] > 0 && wide[count] < 128) {
+    text[count] = static_cast<char>(wide[count]);
+    ++count;
+  }
   double number = 0.0;
-  const auto [stop, error] = std::from_chars(text.data() + start, text.data() + text.size(), number);
+  const auto [stop, error] = std::from_chars(text, text + count, number);
   if (error != std::errc()) return false;
   value = number;
   return true;

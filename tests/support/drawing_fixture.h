@@ -28,9 +28,13 @@ protected:
     for (const ZnString& fault : db_->audit(false)) ADD_FAILURE() << fault.utf8();
     zndbHostApplicationServices()->setWorkingDatabase(nullptr);
     db_.reset();
+    withdrawClasses();
     EXPECT_EQ(znrxUnloadModule(ZnString::fromUtf8(kModule)), Quorl::eOk);
     znutSetPrintSink(usualSink_);
   }
+
+  // For classes of a test's own that derive from the module's: between the drawing's end and the module's.
+  virtual void withdrawClasses() {}
 
   // Shapes, in model space
   ZnDbObjectId add(ZnDbEntity* entity, ZnDbObjectId space = {}) {

@@ -20,7 +20,8 @@ public:
     entities.setPhysicalLength(ids.length());
     for (const ZnDbObjectId id : ids) {
       ZnDbObject* object = nullptr;
-      if (const ErrorStatus status = zndbForceOpenObjectOnLockedLayer(object, id); status != Quorl::eOk) return status;
+      if (const ErrorStatus status = zndbForceOpenObjectOnLockedLayer(object, id); status != Quorl::eOk)
+        return status;
       entities.append(static_cast<ZnDbEntity*>(object));
     }
     return Quorl::eOk;
@@ -29,14 +30,14 @@ public:
   ZnArray<ZnDbEntity*> entities;
 };
 
-}  // namespace
+} // namespace
 
 ErrorStatus ZnDbTorviLayout::adjustEntities(const ZnArray<ZnDbEntity*>&, const ZnArray<ZnString>&) {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbTorviLayout::createTransients(const ZnArray<ZnDbEdgeRef>&, const ZnGePoint3d*, ZnArray<ZnGeCurve3d*>&,
-                                              ZnArray<ZnString>&) {
+ErrorStatus ZnDbTorviLayout::createTransients(const ZnArray<ZnDbEdgeRef>&, const ZnGePoint3d*,
+                                              ZnArray<ZnGeCurve3d*>&, ZnArray<ZnString>&) {
   return Quorl::eNotProvided;
 }
 
@@ -44,13 +45,13 @@ ErrorStatus ZnDbTorviLayout::createEntitiesForKey(ZnArray<ZnDbEntity*>&, const Z
   return Quorl::eNothingToDo;
 }
 
-ErrorStatus ZnDbTorviLayout::updateEntities(const ZnArray<ZnGeCurve3d*>& curves, const ZnArray<ZnString>& keys,
-                                            bool associative) {
+ErrorStatus ZnDbTorviLayout::updateEntities(const ZnArray<ZnGeCurve3d*>& curves,
+                                            const ZnArray<ZnString>& keys, bool associative) {
   ZnDbTorviObjectPointer<ZnDbTorviObjectWrapper> wrapper(centerObject_);
   if (wrapper.openStatus() != Quorl::eOk) return Quorl::eInvalidInput;
   ZnArray<ZnDbObjectId> ids;
-  const ErrorStatus found =
-      keys.isEmpty() ? wrapper->getCenterEntitesIds(ids) : reconcileOutputEntities(ids, keys, *wrapper, associative);
+  const ErrorStatus found = keys.isEmpty() ? wrapper->getCenterEntitesIds(ids)
+                                           : reconcileOutputEntities(ids, keys, *wrapper, associative);
   if (found != Quorl::eOk) return found;
   if (curves.length() > ids.length()) return Quorl::eInvalidInput;
   OpenEntities open;
@@ -62,16 +63,19 @@ ErrorStatus ZnDbTorviLayout::updateEntities(const ZnArray<ZnGeCurve3d*>& curves,
 
 // Color and transparency follow the reference by block; linetype, weight and scale are copied, since dashes
 // depend on them and a member may have its own.
-void ZnDbTorviLayout::applyTraits(ZnDbTorviObjectWrapper& wrapper, const ZnArray<ZnDbEntity*>& entities) const {
+void ZnDbTorviLayout::applyTraits(ZnDbTorviObjectWrapper& wrapper,
+                                  const ZnArray<ZnDbEntity*>& entities) const {
   constexpr int kByBlockColor = 0;
   ZnDbObjectId layerId;
   ZnDbHolder<ZnDbEntity> reference(centerObject_);
   if (reference.isOpen()) layerId = reference->layerId();
-  const ZnString linetype = wrapper.subentLineType();
+  // One look-up for all: a name that the drawing has not leaves each linetype as it is.
+  const ZnDbObjectId linetypeId =
+      ZnTorviLyxUtils::getLineTypeByName(centerObject_.database(), wrapper.subentLineType());
   const auto lineWeight = static_cast<ZnDb::LineWeight>(wrapper.subentLineWeight());
   const double linetypeScale = wrapper.subentLinetypeScale();
   for (ZnDbEntity* entity : entities) {
-    entity->setLinetype(linetype, true);
+    if (!linetypeId.isNull()) entity->setLinetype(linetypeId, true);
     entity->setColorIndex(kByBlockColor, true);
     entity->setTransparency(ZnTorviLyxUtils::getByBlockTransparency(), true);
     entity->setLineWeight(lineWeight, true);
@@ -80,7 +84,8 @@ void ZnDbTorviLayout::applyTraits(ZnDbTorviObjectWrapper& wrapper, const ZnArray
   }
 }
 
-ErrorStatus ZnDbTorviLayout::applyCurveToEntity(ZnDbEntity* entity, const ZnGeCurve3d* curve, bool associative) {
+ErrorStatus ZnDbTorviLayout::applyCurveToEntity(ZnDbEntity* entity, const ZnGeCurve3d* curve,
+                                                bool associative) {
   if (!entity || !curve) return Quorl::eInvalidInput;
   auto* line = ZnDbLine::cast(entity);
   auto* arc = ZnDbArc::cast(entity);
@@ -113,8 +118,8 @@ namespace {
 
 // Evaluates each edge and takes its curve where it is of the kind, else the placeholder.
 template<class Shape, class Make>
-int shapesOf(const ZnArray<ZnDbEdgeRef>& edges, ZnGe::EntityId kind, const Shape& placeholder, ZnArray<Shape>& shapes,
-             Make&& make) {
+int shapesOf(const ZnArray<ZnDbEdgeRef>& edges, ZnGe::EntityId kind, const Shape& placeholder,
+             ZnArray<Shape>& shapes, Make&& make) {
   int count = 0;
   shapes.removeAll();
   for (const ZnDbEdgeRef& edge : edges) {
@@ -129,7 +134,7 @@ int shapesOf(const ZnArray<ZnDbEdgeRef>& edges, ZnGe::EntityId kind, const Shape
   return count;
 }
 
-}  // namespace
+} // namespace
 
 int ZnDbTorviLayout::getInputLineSegments(ZnArray<ZnGeLineSeg3d>& segments) const {
   static const ZnGeLineSeg3d placeholder(ZnGePoint3d::kOrigin, ZnGePoint3d::kOrigin);
@@ -140,7 +145,9 @@ int ZnDbTorviLayout::getInputLineSegments(ZnArray<ZnGeLineSeg3d>& segments) cons
   });
 }
 
-int ZnDbTorviLayout::getInputCircles(const ZnArray<ZnDbEdgeRef>& edges, ZnArray<ZnGeCircArc3d>& circles) const {
+int ZnDbTorviLayout::getInputCircles(const ZnArray<ZnDbEdgeRef>& edges,
+                                     ZnArray<ZnGeCircArc3d>& circles) const {
   static const ZnGeCircArc3d placeholder(ZnGePoint3d::kOrigin, ZnGeVector3d::kZAxis, 0.0);
-  return shapesOf(edges, ZnGe::kCircArc3d, placeholder, circles, [](const ZnGeCircArc3d& circle) { return circle; });
+  return shapesOf(edges, ZnGe::kCircArc3d, placeholder, circles,
+                  [](const ZnGeCircArc3d& circle) { return circle; });
 }

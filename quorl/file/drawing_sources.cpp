@@ -1,0 +1,52 @@
+#include "quorl/file/drawing_sources.h"
+
+#include <limits>
+
+#include "quorl/db/undo.h"
+#include "quorl/file/drawing_header.h"
+#include "quorl/file/handle_index.h"
+
+std::vector<ZnDbObjectId> Quorl::storedObjects(const ZnDbDatabase& database) {
+  std::vector<ZnDbObjectId> ids = database.allObjectIds();
+  std::erase_if(ids, [](ZnDbObjectId id) { return id.isErased(); });
+  return ids;
+}
+
+std::unique_ptr<ZnDbDatabase> Quorl::drawingToFill() {
+  auto database = std::make_unique<ZnDbDatabase>(false);
+  database->undoRecorder().setRecording(false);
+  return database;
+}
+
+bool Quorl::addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t handle,
+                    std::uint64_t handseed) {
+  // The next handle must stay below the largest number, or numbering would begin again at 0.
+  if (handle <= index.lastHandle() || handle >= handseed ||
+      handseed > std::numeric_limits<std::int64_t>::max())
+    return false;
+  ZnDbObjectId id;
+  database.getZnDbObjectId(id, true, ZnDbHandle(handle));
+  index.add(handle, id);
+  return true;
+}
+
+void Quorl::install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnDbObject> object) {
+  QUORL_ASSERT(database.installObject(id, object.get()) == Quorl::eOk);
+  object.release();
+}
+
+bool Quorl::finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, const ZnDrawingHeader& header,
+                          ZnFileError& error) {
+  if (!header.apply(database, index, error)) return false;
+  for (size_t i = 0; i < index.size(); ++i) {
+    ZnDbStub* stub = index.at(i).stub();
+    // Nobody else is about: whoever settles after reading may write.
+    ++stub->writers;
+    stub->object->loaded();
+    --stub->writers;
+  }
+  for (size_t i = 0; i < index.size(); ++i)
+    if (!index.at(i).isErased()) index.at(i).stub()->object->attachLinks();
+  database.undoRecorder().setRecording(true);
+  return true;
+}

@@ -1,0 +1,29 @@
+// What reading and writing of both formats do alike.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "quorl/db/database.h"
+#include "quorl/file/file_error.h"
+
+class ZnHandleIndex;
+struct ZnDrawingHeader;
+
+namespace Quorl {
+
+// The objects that a file holds: all that are not erased, in order of handles.
+std::vector<ZnDbObjectId> storedObjects(const ZnDbDatabase& database);
+
+// A bare drawing that keeps no undo history while it is filled.
+std::unique_ptr<ZnDbDatabase> drawingToFill();
+// A slot for each object of the file, in ascending order of handles; false for a handle that is 0, not above
+// the one before or not below the next one to be given.
+bool addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t handle, std::uint64_t handseed);
+// Puts the object that was read into its slot.
+void install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnDbObject> object);
+// After all objects are in: header, loaded() in order of handles, then the links.
+bool finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, const ZnDrawingHeader& header,
+                   ZnFileError& error);
+
+} // namespace Quorl

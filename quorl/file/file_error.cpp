@@ -1,0 +1,27 @@
+#include "quorl/file/file_error.h"
+
+#include <utility>
+
+#include "quorl/base/string.h"
+
+std::string ZnFileError::text() const {
+  if (status == Quorl::eOk) return {};
+  std::string line;
+  for (const std::string* part : {&file, &place})
+    if (!part->empty()) line += *part + ": ";
+  line += what.empty() ? Quorl::errorStatusText(status) : what;
+  if (!expected.empty()) line += ", expected " + expected;
+  return line;
+}
+
+bool ZnFileError::fail(Quorl::ErrorStatus why, std::string where, std::string found, std::string wanted) {
+  status = why;
+  place = std::move(where);
+  what = std::move(found);
+  expected = std::move(wanted);
+  return false;
+}
+
+std::string Quorl::objectPlace(ZnDbHandle handle, const std::string& className) {
+  return "object " + handleText(handle).utf8() + " (" + className + ")";
+}

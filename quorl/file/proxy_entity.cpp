@@ -1,0 +1,3 @@
+#include "quorl/file/proxy_entity.h"
+
+ZNRX_DEFINE_CLASS(ZnDbProxyEntity, ZnDbEntity)

@@ -1,0 +1,3 @@
+#include "quorl/file/proxy_object.h"
+
+ZNRX_DEFINE_CLASS(ZnDbProxyObject, ZnDbObject)
