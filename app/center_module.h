@@ -1,0 +1,32 @@
+// The way to the user's commands on center objects, which a module brings.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "quorl/rx/command_registry.h"
+
+namespace app {
+
+// Loads the module of center objects if it lies on the module path, so that drawings open with what it draws.
+// A program without it works on; what is missing is told when a command needs it.
+void loadCenterModule();
+// Lets it go; no drawing may be open.
+void unloadCenterModule();
+
+// A command's arguments and result, and who hears of its progress.
+class CommandCall : public ZnRxCommandContext {
+public:
+  std::function<void(size_t done, size_t total)> onProgress;
+  void progress(size_t done, size_t total) override {
+    if (onProgress) onProgress(done, total);
+  }
+};
+
+// Runs the command on the working drawing. False, with the reason: what is missing, or what the command says.
+bool runCommand(const wchar_t* name, CommandCall& call, std::string& why);
+bool hasCommand(const wchar_t* name);
+// What is missing for a command that is not there, in one sentence.
+std::string missingCommand(const wchar_t* name);
+
+} // namespace app

@@ -1,0 +1,29 @@
+#include "app/commands/annotate_options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace app {
+
+void defineAnnotateOptions(CLI::App& command, AnnotateOptions& options) {
+  constexpr double kLargestRadius = 1e300, kFullTurn = 360.0;
+  command.add_option("INPUT", options.inputs, "Drawings: .bdoc, .tdoc or .svg")->required();
+  command
+      .add_option("-o,--output", options.outputs,
+                  "File to write: .bdoc, .tdoc, .svg, .pdf or .png; may be repeated")
+      ->allow_extra_args(false);
+  command.add_option("--out-dir", options.outDir,
+                     "Folder for the results of several inputs, under their names");
+  command.add_option("--report", options.report, "File for a JSON report");
+  command.add_option("--set", options.settings, "System variable, as NAME=VALUE; may be repeated")
+      ->allow_extra_args(false);
+  command.add_option("--min-radius", options.minRadius, "Pass over smaller circles, in drawing units")
+      ->check(CLI::Range(0.0, kLargestRadius));
+  command.add_option("--max-radius", options.maxRadius, "Pass over larger circles, in drawing units")
+      ->check(CLI::Range(0.0, kLargestRadius));
+  command
+      .add_option("--arcs", options.arcs, "Least span of an arc that gets a mark, in degrees; 180 without it")
+      ->check(CLI::Range(0.0, kFullTurn));
+  addImportOptions(command, options.import);
+}
+
+} // namespace app

@@ -1,0 +1,90 @@
+// quorl run: a script of drawing commands.
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
+#include "app/commands/command.h"
+#include "app/commands/notes.h"
+#include "app/drawing.h"
+#include "app/import_options.h"
+#include "app/output_batch.h"
+#include "app/progress.h"
+#include "app/script/script_command.h"
+#include "app/script/script_runner.h"
+
+namespace app {
+
+namespace {
+
+struct RunOptions {
+  std::string script, drawing;
+  std::vector<std::string> outputs;
+  ImportOptions import;
+};
+
+bool readScript(const std::string& path, std::vector<ScriptLine>& lines, Failure& failure) {
+  std::ifstream file(path, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  if (!file.is_open() || file.bad()) return failure.set(path, 0, "can't be read", "a script");
+  return parseScript(text, path, lines, failure);
+}
+
+bool writeOutputs(const Drawing& drawing, const std::vector<std::string>& targets, OutputBatch& outputs,
+                  Failure& failure) {
+  for (const std::string& target : targets)
+    if (!drawing.write(outputs.pendingFor(target), target, failure)) return false;
+  return true;
+}
+
+bool execute(const RunOptions& options, const Console& console, Failure& failure) {
+  std::vector<ScriptLine> lines;
+  if (!readScript(options.script, lines, failure)) return false;
+  Drawing drawing;
+  if (!options.drawing.empty() && !drawing.open(options.drawing, options.import.readOptions(), failure))
+    return false;
+  tellImport(drawing, console);
+  OutputBatch outputs;
+  ScriptSession session(drawing.database(), console, [&](const std::string& target, Failure& why) {
+    return writeOutputs(drawing, {target}, outputs, why);
+  });
+  Progress progress(options.script, console.isQuiet());
+  progress.stage("running");
+  return runScript(lines, options.script, session, failure) &&
+         writeOutputs(drawing, options.outputs, outputs, failure) && outputs.commit(failure);
+}
+
+int run(const RunOptions& options, const Console& console) {
+  Failure failure;
+  if (execute(options, console, failure)) return kSuccess;
+  console.fault(failure);
+  return kFailed;
+}
+
+constexpr const char* kExamples = "Examples:\n"
+                                  "  quorl run make-plate.quorl -o plate.bdoc -o plate.pdf\n"
+                                  "  quorl run move-a-hole.quorl plate.bdoc -o moved.bdoc\n"
+                                  "\nA script has one command a line; \"#\" begins a comment. Points are "
+                                  "x,y; angles are in degrees. Entities are\n"
+                                  "named by #handle, by a name that AS gave (CIRCLE 10,10 4 AS hole), or by "
+                                  "a point, for the nearest edge.\n"
+                                  "A line that fails stops the script, and nothing is saved.\n\nCommands:\n";
+
+} // namespace
+
+void addRunCommand(CLI::App& program, Console& console, Action& action) {
+  auto options = std::make_shared<RunOptions>();
+  CLI::App* command = program.add_subcommand("run", "Run a script of drawing commands");
+  command->add_option("SCRIPT", options->script, "Script")->required();
+  command->add_option("DRAWING", options->drawing, "Drawing to work on; a new one without it");
+  command->add_option("-o,--output", options->outputs, "File to write: .bdoc, .tdoc, .svg, .pdf or .png")
+      ->take_all()
+      ->allow_extra_args(false);
+  addImportOptions(*command, options->import);
+  command->footer(kExamples + scriptCommandHelp());
+  command->callback(
+      [options, &console, &action] { action = [options, &console] { return run(*options, console); }; });
+}
+
+} // namespace app

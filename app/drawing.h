@@ -1,0 +1,46 @@
+// A drawing that the program has open, whatever it was read from.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/failure.h"
+#include "app/formats.h"
+#include "interchange/import/import_report.h"
+#include "interchange/svg_in/read_options.h"
+#include "quorl/db/database.h"
+
+namespace app {
+
+// While it lives it is the working drawing; there is one at a time.
+class Drawing {
+public:
+  Drawing();
+  ~Drawing();
+  Drawing(const Drawing&) = delete;
+  Drawing& operator=(const Drawing&) = delete;
+
+  // Replaces the empty drawing by that of a file. False with the reason for a file that can't be read.
+  bool open(const std::string& path, const interchange::ReadOptions& options, Failure& failure);
+  // In the format that the ending of the target says; the bytes go to the file, which has the same ending.
+  bool write(const std::string& file, const std::string& target, Failure& failure) const;
+  // The SVG document that the drawing was read from, with these entities on top and nothing else changed.
+  bool writeOntoSource(const std::vector<ZnDbObjectId>& annotation, const std::string& file,
+                       const std::string& target, Failure& failure) const;
+
+  ZnDbDatabase& database() const { return *database_; }
+  const std::string& path() const { return path_; } // empty for a new drawing
+  // Of a drawing that was imported; null for others.
+  const interchange::ImportReport* import() const { return import_ ? &*import_ : nullptr; }
+
+private:
+  void take(std::unique_ptr<ZnDbDatabase> database);
+
+  std::unique_ptr<ZnDbDatabase> database_;
+  std::string path_;
+  std::optional<interchange::ImportReport> import_;
+};
+
+} // namespace app

@@ -1,0 +1,54 @@
+// The program quorl.
+#include <CLI/CLI.hpp>
+
+#include "app/center_module.h"
+#include "app/commands/command.h"
+#include "quorl/rx/print.h"
+
+namespace {
+
+constexpr const char* kDescription = "Drawings with center marks that follow their circles.\n";
+constexpr const char* kFooter = "\"quorl COMMAND --help\" shows the options of a command, with examples.\n";
+
+// The library tells just that a command is missing when it is misspelled.
+std::string misuseText(const CLI::App* program, const CLI::Error& error) {
+  const std::vector<std::string> unknown = program->remaining();
+  std::string what = error.what();
+  if (!unknown.empty() && program->get_subcommands().empty())
+    what = "\"" + unknown.front() + "\" is no command, expected annotate, report, convert or run";
+  return "quorl: " + what + "\n\"quorl --help\" tells more\n";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  app::Console console;
+  app::Action action;
+  bool quiet = false;
+  CLI::App program(kDescription, "quorl");
+  program.set_version_flag("--version", std::string("quorl ") + QUORL_VERSION);
+  program.add_flag("--quiet", quiet, "No notes and no progress bar");
+  program.require_subcommand(1);
+  program.fallthrough();
+  program.footer(kFooter);
+  program.failure_message(misuseText);
+  app::addAnnotateCommand(program, console, action);
+  app::addReportCommand(program, console, action);
+  app::addConvertCommand(program, console, action);
+  app::addRunCommand(program, console, action);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    // Help and version come this way too, with success.
+    return program.exit(error) == 0 ? app::kSuccess : app::kMisused;
+  }
+  console.setQuiet(quiet);
+  // What modules print is talk for the user, not data.
+  znutSetPrintSink(
+      [&console](const ZnString& text) { console.note(ZnString(text).trimRight(L"\r\n").utf8()); });
+  app::loadCenterModule();
+  const int exitCode = action();
+  app::unloadCenterModule();
+  znutSetPrintSink({});
+  return exitCode;
+}

@@ -1,0 +1,107 @@
+// Script commands that change entities: each takes entities first, then what is to happen to them.
+#include "app/script/script_command.h"
+#include "quorl/db/entity.h"
+#include "quorl/db/id_mapping.h"
+#include "quorl/ge/angles.h"
+#include "quorl/ge/plane.h"
+
+namespace app {
+
+namespace {
+
+bool transform(ScriptArguments& arguments, const std::vector<ZnDbObjectId>& ids, const ZnGeMatrix3d& matrix) {
+  for (const ZnDbObjectId id : ids) {
+    ZnDbHolder<ZnDbEntity> entity;
+    Quorl::ErrorStatus status = entity.openForWrite(id);
+    if (status == Quorl::eOk) status = entity->transformBy(matrix);
+    if (status != Quorl::eOk) return arguments.fail(status, describeEntity(id));
+  }
+  return true;
+}
+
+bool move(ScriptSession&, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  ZnGePoint3d by;
+  if (!arguments.entities(ids, 1) || !arguments.point(by, "the way dx,dy")) return false;
+  return transform(arguments, ids, ZnGeMatrix3d::translation(by.asVector()));
+}
+
+bool rotate(ScriptSession&, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  ZnGePoint3d center;
+  double degrees = 0.0;
+  if (!arguments.entities(ids, 2) || !arguments.point(center, "the center x,y") ||
+      !arguments.number(degrees, "the angle in degrees"))
+    return false;
+  const double angle = degrees / 180.0 * ZnGe::kPi;
+  return transform(arguments, ids, ZnGeMatrix3d::rotation(angle, ZnGeVector3d::kZAxis, center));
+}
+
+bool scale(ScriptSession&, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  ZnGePoint3d center;
+  double factor = 1.0;
+  if (!arguments.entities(ids, 2) || !arguments.point(center, "the center x,y") ||
+      !arguments.positive(factor, "a factor above 0"))
+    return false;
+  return transform(arguments, ids, ZnGeMatrix3d::scaling(factor, center));
+}
+
+bool mirror(ScriptSession&, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  ZnGePoint3d first, second;
+  if (!arguments.entities(ids, 2) || !arguments.point(first, "a point of the mirror line") ||
+      !arguments.point(second, "another point of the mirror line"))
+    return false;
+  if (first.isEqualTo(second)) return arguments.fail("both points of the mirror line are one", "two points");
+  const ZnGeVector3d normal = (second - first).crossProduct(ZnGeVector3d::kZAxis);
+  return transform(arguments, ids, ZnGeMatrix3d::mirroring(ZnGePlane(first, normal)));
+}
+
+bool copy(ScriptSession& session, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  ZnGePoint3d by;
+  if (!arguments.entities(ids, 1) || !arguments.point(by, "the way dx,dy")) return false;
+  ZnDbDatabase& database = session.database();
+  ZnDbIdMapping mapping(ZnDb::kDcCopy, &database, &database);
+  ZnArray<ZnDbObjectId> originals;
+  for (const ZnDbObjectId id : ids) originals.append(id);
+  if (!arguments.check(database.deepCloneObjects(originals, database.currentSpaceId(), mapping)))
+    return false;
+  std::vector<ZnDbObjectId> copies;
+  for (const ZnDbObjectId id : ids) {
+    ZnDbIdPair pair(id);
+    if (!mapping.compute(pair) || !pair.isCloned())
+      return arguments.fail(describeEntity(id) + " can't be copied");
+    copies.push_back(pair.value());
+    session.noteMade(pair.value());
+  }
+  return transform(arguments, copies, ZnGeMatrix3d::translation(by.asVector()));
+}
+
+bool erase(ScriptSession&, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  if (!arguments.entities(ids)) return false;
+  for (const ZnDbObjectId id : ids) {
+    ZnDbHolder<ZnDbEntity> entity;
+    Quorl::ErrorStatus status = entity.openForWrite(id);
+    if (status == Quorl::eOk) status = entity->erase();
+    if (status != Quorl::eOk) return arguments.fail(status, describeEntity(id));
+  }
+  return true;
+}
+
+constexpr ScriptCommand kCommands[] = {
+    {"MOVE", "ENTITY... dx,dy", move},
+    {"ROTATE", "ENTITY... CENTER DEGREES", rotate},
+    {"SCALE", "ENTITY... CENTER FACTOR", scale},
+    {"MIRROR", "ENTITY... x,y x,y    across the line through two points", mirror},
+    {"COPY", "ENTITY... dx,dy", copy},
+    {"ERASE", "ENTITY...", erase},
+};
+
+} // namespace
+
+std::span<const ScriptCommand> changeCommands() { return kCommands; }
+
+} // namespace app

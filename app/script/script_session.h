@@ -1,0 +1,47 @@
+// The state of a running script: its drawing, the names it has given, and what it is to save.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/console.h"
+#include "quorl/db/database.h"
+#include "quorl/db/entity.h"
+
+namespace app {
+
+class ScriptSession {
+public:
+  // Writes the drawing as it is now, to be put in place under that name once the whole script has worked.
+  using Saver = std::function<bool(const std::string& target, Failure& failure)>;
+
+  ScriptSession(ZnDbDatabase& database, const Console& console, Saver saver)
+      : database_(database)
+      , console_(console)
+      , saver_(std::move(saver)) {}
+
+  ZnDbDatabase& database() { return database_; }
+  const Console& console() const { return console_; }
+  bool save(const std::string& target, Failure& failure) { return saver_(target, failure); }
+
+  // Names; null for an unknown one.
+  ZnDbObjectId named(const std::string& name) const;
+  void setName(const std::string& name, ZnDbObjectId id) { names_[name] = id; }
+
+  // Appends to the current space, with the drawing's current traits, and notes it as made by the line. The
+  // entity is the drawing's afterwards, or gone when it can't be appended.
+  Quorl::ErrorStatus append(ZnDbEntity* entity);
+  void noteMade(ZnDbObjectId id) { made_.push_back(id); }
+  std::vector<ZnDbObjectId> takeMade();
+
+private:
+  ZnDbDatabase& database_;
+  const Console& console_;
+  Saver saver_;
+  std::map<std::string, ZnDbObjectId> names_;
+  std::vector<ZnDbObjectId> made_;
+};
+
+} // namespace app
