@@ -22,10 +22,14 @@ prepare_packages() {
   DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
+# Builds without a word on standard output, which belongs to the program that is about to run.
 build_targets() {
-  export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
+  export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+  local quiet=(--quiet)
   if [ ! -f "$QUORL_BUILD/build.ninja" ]; then
-    cmake -S . -B "$QUORL_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >/dev/null
+    echo "Building in $QUORL_BUILD; the first time takes some minutes." >&2
+    quiet=()
+    cmake -S . -B "$QUORL_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >&2
   fi
-  cmake --build "$QUORL_BUILD" --parallel "$(nproc)" --target "$@"
+  cmake --build "$QUORL_BUILD" --parallel "$(nproc)" --target "$@" -- "${quiet[@]}" >&2
 }

@@ -252,6 +252,12 @@ ZnDbObjectId ZnDbAssocAction::paramAtName(const ZnString& name, int index) const
   return found->ids[static_cast<size_t>(index)];
 }
 
+const std::vector<ZnDbObjectId>& ZnDbAssocAction::paramIdsAtName(const ZnString& name) const {
+  static const std::vector<ZnDbObjectId> none;
+  const ParamGroup* found = group(name);
+  return found ? found->ids : none;
+}
+
 ZnArray<ZnDbObjectId> ZnDbAssocAction::paramsAtName(const ZnString& name) const {
   ZnArray<ZnDbObjectId> ids;
   const ParamGroup* found = group(name);

@@ -58,6 +58,8 @@ public:
   ZnDbObjectId paramAtIndex(int index) const;
   ZnDbObjectId paramAtName(const ZnString& name, int index = 0) const;
   ZnArray<ZnDbObjectId> paramsAtName(const ZnString& name) const;
+  // Those of the name without a copy; good until a parameter comes or goes.
+  const std::vector<ZnDbObjectId>& paramIdsAtName(const ZnString& name) const;
   void paramsChanged() { groupsAreStale_ = true; } // called by a parameter that comes, goes or changes name
 
   // Named values; see ZnDbAssocActionBody, which is the door for modules.

@@ -100,11 +100,6 @@ ZnDbEdgeRef ZnDbTorviActionBodyBase::getEdgeRef(ZnDbObjectId edgeParamId) const 
   return std::move(edges[0]);
 }
 
-bool ZnDbTorviActionBodyBase::inputEdgeTopId(int index, ZnDbObjectId& topId) const {
-  ZnDbHolder<ZnDbAssocEdgeActionParam> param(paramAtName(inputEdgeParamName(), index));
-  return param.isOpen() && param->edgeTopId(topId);
-}
-
 ErrorStatus ZnDbTorviActionBodyBase::getEdgeRefs(ZnArray<ZnDbEdgeRef>& edges) const {
   edges.removeAll();
   const int count = edgeRefCount();

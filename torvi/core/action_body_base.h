@@ -56,8 +56,6 @@ protected:
   ZnDbEdgeRef getEdgeRef(ZnDbObjectId edgeParamId) const;
   // Stores without asserting that the body is open for write: the host's own guard decides.
   Quorl::ErrorStatus storeValue(const ZnString& name, const ZnDbEvalVariant& value);
-  // Stands at each place where only the ids along an edge's path matter: no reference is built.
-  bool inputEdgeTopId(int index, ZnDbObjectId& topId) const;
 
 private:
   friend class ZnDbTorviActionBodyBaseFiler;

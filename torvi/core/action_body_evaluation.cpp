@@ -130,12 +130,15 @@ bool ZnDbTorviActionBody::doesActionNeedUpdate() const {
          !doesActionMatchCurrentSubEntLinetypeScale();
 }
 
+// Asked several times in each evaluation: it walks the parameters as they stand and makes no references.
 bool ZnDbTorviActionBody::isAssociative(bool all) const {
+  const ZnDbAssocAction* parent = action();
+  if (!parent) return false;
   bool associative = false;
-  const int count = edgeRefCount();
-  for (int i = 0; i < count; ++i) {
+  for (const ZnDbObjectId paramId : parent->paramIdsAtName(inputEdgeParamName())) {
+    ZnDbHolder<ZnDbAssocEdgeActionParam> param(paramId);
     ZnDbObjectId topId;
-    if (inputEdgeTopId(i, topId) && topId.isValid() && !topId.isErased())
+    if (param.isOpen() && param->edgeTopId(topId) && topId.isValid() && !topId.isErased())
       associative = true;
     else if (all)
       return false;

@@ -1,0 +1,155 @@
+// What is written comes back, through both formats and in any order of them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "file/sample_drawing.h"
+#include "quorl/db/block_reference.h"
+#include "quorl/db/database_version.h"
+#include "quorl/db/dictionary.h"
+#include "quorl/db/layer_table.h"
+#include "quorl/db/symbol_table.h"
+#include "quorl/db/undo.h"
+
+using namespace fileTest;
+
+namespace {
+
+constexpr ZnDrawingFormat kFormats[] = {ZnDrawingFormat::kBinary, ZnDrawingFormat::kText};
+
+// Classes of which a drawing can hold objects.
+std::set<std::string> storableClasses() {
+  std::set<std::string> names;
+  for (const ZnRxClass* cls : znrxClasses())
+    if (cls->isDerivedFrom(ZnDbEntity::desc()) && !cls->isAbstract() && cls->appName() == L"Quorl" &&
+        !cls->tdocName().isEmpty())
+      names.insert(cls->name().utf8());
+  return names;
+}
+
+TEST(RoundTrip, TheSampleHoldsEveryEntityClassOfTheHost) {
+  const auto drawing = sampleDrawing();
+  std::set<std::string> missing = storableClasses();
+  ASSERT_GE(missing.size(), 10u);
+  for (const ZnDbObjectId id : drawing->allObjectIds())
+    if (!id.isErased()) missing.erase(id.objectClass()->name().utf8());
+  EXPECT_EQ(missing, std::set<std::string>());
+}
+
+TEST(RoundTrip, EachFormatGivesTheSameBytesAgain) {
+  const auto drawing = sampleDrawing();
+  for (const ZnDrawingFormat format : kFormats) {
+    const std::string bytes = written(*drawing, format);
+    EXPECT_EQ(bytes, written(*drawing, format)) << "two writes of one drawing";
+    // What was erased leaves null references, which may be spelled another way the first time only.
+    const std::string again = written(*opened(bytes), format);
+    EXPECT_EQ(again, written(*opened(again), format));
+    if (format == ZnDrawingFormat::kBinary) {
+      EXPECT_TRUE(bytes == again);
+    }
+  }
+}
+
+TEST(RoundTrip, TheFormatsSayTheSame) {
+  const std::string binary = written(*sampleDrawing(), ZnDrawingFormat::kBinary);
+  const std::string text = written(*opened(binary), ZnDrawingFormat::kText);
+  const auto fromText = opened(text);
+  EXPECT_TRUE(written(*fromText, ZnDrawingFormat::kBinary) == binary);
+  EXPECT_EQ(zndbDrawingText(*fromText), text);
+}
+
+TEST(RoundTrip, TwoDrawingsBuiltAlikeAreTheSameBytes) {
+  for (const ZnDrawingFormat format : kFormats)
+    EXPECT_TRUE(written(*sampleDrawing(), format) == written(*sampleDrawing(), format));
+}
+
+TEST(RoundTrip, TextMayHaveLinesThatEndInTwoCharactersAndObjectsInAnyOrder) {
+  const std::string text =
+      written(*opened(written(*sampleDrawing(), ZnDrawingFormat::kBinary)), ZnDrawingFormat::kText);
+  std::string wide;
+  for (const char c : text) wide += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  EXPECT_EQ(zndbDrawingText(*opened(wide)), text);
+}
+
+int referencesOfInner(const ZnDbDatabase& drawing) {
+  const ZnDbHolder<ZnDbSymbolTable> blocks(drawing.blockTableId());
+  ZnDbObjectId inner, only;
+  EXPECT_EQ(blocks->getIdAt(L"INNER", inner), Quorl::eOk);
+  const ZnDbHolder<ZnDbBlockTableRecord> record(inner);
+  const int count = record->countReferences(only);
+  EXPECT_GE(count, 2);
+  return count;
+}
+
+TEST(RoundTrip, ReadingSettlesTheDrawing) {
+  const auto drawing = sampleDrawing();
+  for (const ZnDrawingFormat format : kFormats) {
+    const auto read = opened(written(*drawing, format));
+    EXPECT_FALSE(read->undoRecorder().canUndo());
+    EXPECT_TRUE(read->undoRecorder().isRecording());
+    EXPECT_EQ(read->objectCount(), drawing->objectCount());
+    EXPECT_EQ(read->handseed(), drawing->handseed());
+    EXPECT_EQ(read->ltscale(), 2.25);
+    EXPECT_EQ(read->insertionUnits(), 1);
+    EXPECT_EQ(read->clayer().handle(), drawing->clayer().handle());
+    EXPECT_EQ(read->originalFileSavedByVersion(), Quorl::kFileVersion);
+    EXPECT_EQ(read->variables().size(), drawing->variables().size());
+    for (const auto& [name, value] : drawing->variables()) {
+      ASSERT_NE(read->find(name), nullptr);
+      EXPECT_EQ(*read->find(name), value);
+    }
+    // The index of names and the lists of references are made by what runs after reading.
+    EXPECT_EQ(referencesOfInner(*read), referencesOfInner(*drawing));
+    // The one line whose layer was erased has none now.
+    const std::vector<ZnString> faults = read->audit(false);
+    ASSERT_EQ(faults.size(), 1u);
+    EXPECT_GE(faults[0].find(L"layer is missing"), 0) << faults[0].utf8();
+  }
+}
+
+TEST(RoundTrip, NewObjectsGetHandlesThatNoObjectHad) {
+  const auto drawing = sampleDrawing();
+  const std::uint64_t next = drawing->handseed().value;
+  const auto read = opened(written(*drawing, ZnDrawingFormat::kBinary));
+  EXPECT_EQ(addNamed(*read, L"NEW", new ZnDbDictionary).handle().value, next);
+}
+
+TEST(RoundTrip, AnErasedCurrentLayerBecomesLayerZero) {
+  for (const ZnDrawingFormat format : kFormats) {
+    const auto drawing = sampleDrawing();
+    erase(drawing->clayer());
+    erase(drawing->dimstyle());
+    const auto read = opened(written(*drawing, format));
+    EXPECT_EQ(read->clayer(), read->layerZero());
+    EXPECT_TRUE(read->dimstyle().isNull());
+  }
+}
+
+TEST(RoundTrip, ADrawingWithoutItsStandardObjectsIsNotWritten) {
+  for (const ZnDrawingFormat format : kFormats) {
+    const auto drawing = sampleDrawing();
+    erase(drawing->layerZero());
+    std::string bytes = "before";
+    ZnFileError error;
+    EXPECT_EQ(zndbDrawingToBytes(*drawing, format, bytes, error), Quorl::eInvalidInput);
+    EXPECT_NE(error.text().find("layer-zero"), std::string::npos) << error.text();
+    EXPECT_TRUE(bytes.empty());
+  }
+}
+
+// Enough objects for several sections, in a drawing whose handles have wide gaps.
+TEST(RoundTrip, LargeDrawingsComeInSeveralSections) {
+  ZnDbDatabase drawing;
+  for (int i = 0; i < 20000; ++i) {
+    if (i == 10000) drawing.setHandseed(ZnDbHandle(0x123456789ABCDEull));
+    append(drawing.modelSpaceId(),
+           new ZnDbBlockReference(ZnGePoint3d(i, i / 7.0, -i), drawing.paperSpaceId()));
+  }
+  const std::string bytes = written(drawing, ZnDrawingFormat::kBinary);
+  const auto read = opened(bytes);
+  EXPECT_EQ(read->objectCount(), drawing.objectCount());
+  EXPECT_TRUE(written(*read, ZnDrawingFormat::kBinary) == bytes);
+}
+
+} // namespace

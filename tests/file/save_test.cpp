@@ -1,0 +1,176 @@
+// Files on disk: all or nothing, recognised by content, with the events of saving and opening.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sys/stat.h>
+
+#include "file/sample_drawing.h"
+#include "file/test_classes.h"
+#include "quorl/db/database_reactor.h"
+#include "quorl/db/event_reactor.h"
+
+using namespace fileTest;
+namespace fs = std::filesystem;
+
+namespace {
+
+// Writes down what it hears.
+class Listener : public ZnRxEventReactor {
+public:
+  Listener() { ZnRxEvent::instance().addReactor(this); }
+  ~Listener() override { ZnRxEvent::instance().removeReactor(this); }
+  void beginSave(ZnDbDatabase*, const wchar_t* file) override { note("begin", file); }
+  void saveComplete(ZnDbDatabase*, const wchar_t* file) override { note("complete", file); }
+  void abortSave(ZnDbDatabase*) override { note("abort", L""); }
+  void dwgFileOpened(ZnDbDatabase* database, const wchar_t* file) override {
+    note("opened", file);
+    objects = database->objectCount();
+  }
+  void initialDwgFileOpenComplete(ZnDbDatabase*) override { note("open complete", L""); }
+
+  std::vector<std::string> heard;
+  size_t objects = 0;
+
+private:
+  void note(const char* event, const wchar_t* file) {
+    heard.push_back(event + std::string(" ") + fs::path(file).filename().string());
+  }
+};
+
+// An object that refuses to be written.
+class Stubborn : public Note {
+public:
+  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override {
+    return filer.kind() == ZnDbFiler::kFile ? Quorl::eNotProvided : Note::bdocOutFields(filer);
+  }
+  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler&) const override { return Quorl::eNotProvided; }
+};
+
+class Saving : public testing::TestWithParam<const char*> {
+protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "quorl-saving-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    folder = pattern;
+    path = (folder / (std::string("drawing") + GetParam())).string();
+  }
+  void TearDown() override { fs::remove_all(folder); }
+
+  void save(ZnDbDatabase& drawing) {
+    ZnFileError error;
+    EXPECT_EQ(zndbSaveDrawing(drawing, path, error), Quorl::eOk) << error.text();
+  }
+  std::string onDisk() const {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  size_t filesInFolder() const {
+    return static_cast<size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+  }
+  fs::path folder;
+  std::string path;
+};
+INSTANTIATE_TEST_SUITE_P(BothFormats, Saving, testing::Values(".bdoc", ".tdoc", ".BDoc"),
+                         [](const auto& format) {
+                           return std::string(format.param + 1) + std::to_string(format.index);
+                         });
+
+TEST_P(Saving, TheFileIsTheDrawingAndEventsComeInOrder) {
+  const auto drawing = sampleDrawing();
+  const Listener listener;
+  save(*drawing);
+  EXPECT_EQ(drawing->fileName().utf8(), path);
+  EXPECT_EQ(filesInFolder(), 1u);
+  ZnFileError error;
+  const auto read = zndbOpenDrawing(path, error);
+  ASSERT_NE(read, nullptr) << error.text();
+  EXPECT_EQ(read->fileName().utf8(), path);
+  EXPECT_EQ(listener.objects, drawing->objectCount()) << "all is in when it is told";
+  const std::string name = fs::path(path).filename().string();
+  EXPECT_EQ(listener.heard, (std::vector<std::string>{"begin " + name, "complete " + name, "opened " + name,
+                                                      "open complete "}));
+  const std::string before = onDisk();
+  save(*read);
+  EXPECT_TRUE(onDisk() == before || std::string(GetParam()) == ".tdoc");
+}
+
+TEST_P(Saving, ContentDecidesNotTheEnding) {
+  save(*sampleDrawing());
+  const std::string other = (folder / "other.dat").string();
+  fs::rename(path, other);
+  ZnFileError error;
+  EXPECT_NE(zndbOpenDrawing(other, error), nullptr) << error.text();
+}
+
+TEST_P(Saving, AFailureLeavesTheOldFileAndNothingElse) {
+  save(*sampleDrawing());
+  const std::string before = onDisk();
+  const TestClasses loaded;
+  ZnDbDatabase drawing;
+  const ZnDbObjectId bad = addNamed(drawing, L"BAD", new Stubborn);
+  const Listener listener;
+  ZnFileError error;
+  EXPECT_EQ(zndbSaveDrawing(drawing, path, error), Quorl::eNotProvided);
+  EXPECT_EQ(error.file, path);
+  EXPECT_NE(error.text().find("object " + handleText(bad.handle()).utf8() + " (Note)"), std::string::npos)
+      << error.text();
+  EXPECT_TRUE(onDisk() == before);
+  EXPECT_EQ(filesInFolder(), 1u);
+  EXPECT_EQ(listener.heard.back(), "abort ");
+  EXPECT_TRUE(drawing.fileName().isEmpty());
+  erase(bad);
+}
+
+TEST_P(Saving, KeepsPermissionsAndLinks) {
+  save(*sampleDrawing());
+  fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  const fs::path link = folder / (std::string("link") + GetParam());
+  fs::create_symlink(path, link);
+  ZnDbDatabase other;
+  ZnFileError error;
+  ASSERT_EQ(zndbSaveDrawing(other, link.string(), error), Quorl::eOk) << error.text();
+  EXPECT_TRUE(fs::is_symlink(link));
+  EXPECT_EQ(fs::status(path).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  const auto read = zndbOpenDrawing(path, error);
+  ASSERT_NE(read, nullptr) << error.text();
+  EXPECT_EQ(read->objectCount(), other.objectCount());
+}
+
+TEST_P(Saving, PlacesThatCantBeWrittenOrReadAreErrors) {
+  ZnDbDatabase drawing;
+  ZnFileError error;
+  const std::string nowhere = (folder / "missing" / (std::string("x") + GetParam())).string();
+  EXPECT_EQ(zndbSaveDrawing(drawing, nowhere, error), Quorl::eFileAccess);
+  EXPECT_TRUE(error.text().starts_with(nowhere)) << error.text();
+  EXPECT_EQ(zndbOpenDrawing(nowhere, error), nullptr);
+  EXPECT_EQ(error.status, Quorl::eFileAccess);
+  fs::create_directory(path);
+  EXPECT_EQ(zndbSaveDrawing(drawing, path, error), Quorl::eFileAccess);
+  EXPECT_EQ(zndbOpenDrawing(path, error), nullptr);
+  EXPECT_EQ(error.status, Quorl::eFileAccess);
+  EXPECT_EQ(filesInFolder(), 1u);
+}
+
+TEST(SavingNames, TheEndingMustNameAFormat) {
+  ZnDbDatabase drawing;
+  const Listener listener;
+  for (const char* path : {"drawing", "drawing.svg", "bdoc", "drawing.bdoc.bak", ""}) {
+    ZnFileError error;
+    EXPECT_EQ(zndbSaveDrawing(drawing, path, error), Quorl::eInvalidInput) << path;
+    EXPECT_FALSE(fs::exists(fs::path(path))) << path;
+  }
+  EXPECT_TRUE(listener.heard.empty());
+}
+
+TEST(OpeningContents, WhatIsNoDrawingIsSaidToBeNone) {
+  for (const char* bytes : {"", "x", "1000\nQUORL", "<svg/>", "QBDOC\n\x1a", "0\nSECTION\n"}) {
+    ZnFileError error;
+    EXPECT_EQ(zndbDrawingFromBytes(bytes, error), nullptr) << bytes;
+    EXPECT_EQ(error.status, Quorl::eFileDamaged) << bytes;
+    EXPECT_EQ(error.text(), "byte 0: no drawing file, expected the mark of a drawing") << bytes;
+  }
+}
+
+} // namespace

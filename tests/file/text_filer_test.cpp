@@ -1,0 +1,159 @@
+// The two text filers: what one writes the other reads, and what neither takes.
+#include <gtest/gtest.h>
+
+#include "quorl/db/database.h"
+#include "quorl/file/handle_index.h"
+#include "quorl/file/text_in_filer.h"
+#include "quorl/file/text_out_filer.h"
+
+namespace {
+
+class TextFilers : public testing::Test {
+protected:
+  void SetUp() override {
+    for (const ZnDbObjectId id : database.allObjectIds()) index.add(id.handle().value, id);
+    index.finish();
+  }
+  ZnDbDatabase database;
+  ZnHandleIndex index;
+};
+
+TEST_F(TextFilers, EveryItemComesBack) {
+  std::string text;
+  ZnDbTextOutFiler out(text);
+  out.wrId(330, database.layerTableId());
+  out.wrSubclassMarker(L"Marker");
+  out.wrBool(290, true);
+  out.wrInteger(60, -32768);
+  out.wrInteger(90, 2147483647);
+  out.wrInteger(160, INT64_MIN);
+  out.wrDouble(40, -0.1);
+  out.wrString(1, L"a\n\\\u00e4");
+  out.wrPoint3d(11, {1, -2, 1e-300});
+  out.wrBytes(310, "\x00\xFF", 2);
+  out.wrId(360, {});
+  ASSERT_EQ(out.status(), Quorl::eOk);
+  ZnDbTextInFiler in(text, &database, index, 1);
+  ZnDbTdocItem item;
+  const auto next = [&] { return in.readItem(item) == Quorl::eOk ? item.code : -1; };
+  EXPECT_FALSE(in.atSubclassData(L"Marker")) << "another item comes first";
+  EXPECT_EQ(next(), 330);
+  EXPECT_EQ(item.id, database.layerTableId());
+  EXPECT_FALSE(in.atSubclassData(L"Other"));
+  EXPECT_TRUE(in.atSubclassData(L"Marker"));
+  EXPECT_EQ(next(), 290);
+  EXPECT_EQ(item.integer, 1);
+  for (const std::int64_t value : {std::int64_t{-32768}, std::int64_t{2147483647}, INT64_MIN}) {
+    EXPECT_GT(next(), 0);
+    EXPECT_EQ(item.integer, value);
+  }
+  EXPECT_EQ(next(), 40);
+  EXPECT_EQ(item.real, -0.1);
+  EXPECT_EQ(next(), 1);
+  EXPECT_EQ(item.text, L"a\n\\\u00e4");
+  for (int again = 0; again < 2; ++again) {
+    EXPECT_EQ(next(), 11);
+    EXPECT_EQ(item.point, ZnGePoint3d(1, -2, 1e-300));
+    if (again == 0) in.pushBackItem();
+  }
+  EXPECT_EQ(next(), 310);
+  EXPECT_EQ(item.text, L"00FF");
+  EXPECT_FALSE(in.atEndOfObject());
+  EXPECT_EQ(next(), 360);
+  EXPECT_TRUE(item.id.isNull());
+  EXPECT_TRUE(in.atEndOfObject());
+  EXPECT_EQ(in.readItem(item), Quorl::eFilerError);
+}
+
+TEST_F(TextFilers, ACodeOfAnotherTypeIsNotWritten) {
+  const std::pair<const char*, void (*)(ZnDbTextOutFiler&)> cases[] = {
+      {"bool", [](ZnDbTextOutFiler& f) { f.wrBool(60, true); }},
+      {"integer", [](ZnDbTextOutFiler& f) { f.wrInteger(40, 1); }},
+      {"double", [](ZnDbTextOutFiler& f) { f.wrDouble(10, 1); }},
+      {"text under the handle's code", [](ZnDbTextOutFiler& f) { f.wrString(5, L"1"); }},
+      {"point", [](ZnDbTextOutFiler& f) { f.wrPoint3d(20, {}); }},
+      {"vector", [](ZnDbTextOutFiler& f) { f.wrVector3d(210, {}); }},
+      {"bytes", [](ZnDbTextOutFiler& f) { f.wrBytes(300, "", 0); }},
+      {"id", [](ZnDbTextOutFiler& f) { f.wrId(5, {}); }}};
+  for (const auto& [name, write] : cases) {
+    std::string text;
+    ZnDbTextOutFiler out(text);
+    write(out);
+    out.wrBool(290, true);
+    EXPECT_EQ(out.status(), Quorl::eUnexpectedGroupCode) << name;
+    EXPECT_EQ(text, "") << name;
+  }
+}
+
+TEST_F(TextFilers, NumbersTooWideForTheirCodeAreNotWritten) {
+  for (const auto& [code, value] : {std::pair<int, std::int64_t>{60, 32768}, {60, -32769}, {90, 1ll << 31}}) {
+    std::string text;
+    ZnDbTextOutFiler out(text);
+    out.wrInteger(code, value);
+    EXPECT_EQ(out.status(), Quorl::eOutOfRange) << value;
+  }
+}
+
+TEST_F(TextFilers, ItemsThatCantBeReadAreNamed) {
+  const struct {
+    const char* lines;
+    Quorl::ErrorStatus status;
+    size_t line;
+    const char* fault;
+  } cases[] = {{"290\n2\n", Quorl::eFileDamaged, 7, "integer"},
+               {"60\n32768\n", Quorl::eFileDamaged, 7, "integer"},
+               {"90\n1.5\n", Quorl::eFileDamaged, 7, "integer"},
+               {"40\none\n", Quorl::eFileDamaged, 7, "number"},
+               {"1\na\\b\n", Quorl::eFileDamaged, 7, "backslash"},
+               {"310\nABC\n", Quorl::eFileDamaged, 7, "hexadecimal"},
+               {"340\nxyz\n", Quorl::eFileDamaged, 7, "handle"},
+               {"80\n1\n", Quorl::eUnexpectedGroupCode, 7, "80"},
+               {"10\n1\n20\n2\n", Quorl::eFilerError, 7, "early"},
+               {"10\n1\n30\n2\n20\n3\n", Quorl::eUnexpectedGroupCode, 7, "within a point"},
+               {"10\n1\n20\nx\n30\n3\n", Quorl::eFileDamaged, 7, "number"},
+               {"330\nFFFFFF\n", Quorl::eInvalidOwner, 7, "FFFFFF"},
+               {"290\n1\nx\n", Quorl::eFileDamaged, 9, "code"}};
+  for (const auto& [lines, status, line, fault] : cases) {
+    ZnDbTextInFiler in(lines, &database, index, 7);
+    ZnDbTdocItem item;
+    while (in.readItem(item) == Quorl::eOk) continue;
+    EXPECT_EQ(in.status(), status) << lines;
+    EXPECT_EQ(in.faultLine(), line) << lines;
+    EXPECT_NE(in.fault().find(fault), std::string::npos) << in.fault();
+    EXPECT_TRUE(in.atEndOfObject()) << "a reader's loop ends";
+    EXPECT_EQ(in.readItem(item), status) << "the status stays";
+  }
+}
+
+TEST_F(TextFilers, AMissingTargetIsNullWhereItIsNotTheOwner) {
+  for (const char* lines : {"340\nFFFFFF\n", "290\n1\n330\nFFFFFF\n", "330\n0\n"}) {
+    ZnDbTextInFiler in(lines, &database, index, 1);
+    ZnDbTdocItem item;
+    item.id = database.layerZero();
+    while (!in.atEndOfObject()) ASSERT_EQ(in.readItem(item), Quorl::eOk) << lines;
+    EXPECT_TRUE(item.id.isNull()) << lines;
+  }
+}
+
+TEST_F(TextFilers, ReferencesApartOutliveTheirTargets) {
+  std::string text;
+  std::vector<ZnDbReference> references;
+  ZnDbTextOutFiler out(text, &references);
+  out.wrId(350, database.layerZero());
+  out.wrId(330, {});
+  EXPECT_EQ(text, "350\n\n330\n\n");
+  ZnDbTextInFiler in(text, &database, references);
+  ZnDbObjectRecord rest;
+  EXPECT_EQ(in.takeRest(rest), Quorl::eOk);
+  EXPECT_EQ(rest, (ZnDbObjectRecord{text, references, {}}));
+  references.pop_back();
+  ZnDbTextInFiler tooFew(text, &database, references);
+  EXPECT_EQ(tooFew.takeRest(rest), Quorl::eFilerError);
+  std::string spelled;
+  ZnDbTextOutFiler lines(spelled);
+  lines.wrLines(text, references);
+  EXPECT_TRUE(spelled.starts_with("350\n" + handleText(database.layerZero().handle()).utf8() + "\n"))
+      << spelled;
+}
+
+} // namespace
