@@ -26,6 +26,10 @@ prepare_packages() {
 build_targets() {
   export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
   local quiet=(--quiet)
+  if [ -f "$QUORL_BUILD/build.ninja" ] &&
+    cmake --build "$QUORL_BUILD" --target "$@" -- -n 2>/dev/null | grep -q 'no work to do'; then
+    return 0
+  fi
   if [ ! -f "$QUORL_BUILD/build.ninja" ]; then
     echo "Building in $QUORL_BUILD; the first time takes some minutes." >&2
     quiet=()

@@ -6,9 +6,9 @@
 
 using Quorl::ErrorStatus;
 
-// One change. State: the object's fields, in the step's bytes, and erased mark as they were. Creation: the object
-// came into being (or, in a redo list, is to come back). Header: a value outside of objects, by its place in the
-// step's exchanges.
+// One change. State: the object's fields, in the step's bytes, and erased mark as they were. Creation: the
+// object came into being (or, in a redo list, is to come back). Header: a value outside of objects, by its
+// place in the step's exchanges.
 struct ZnDbUndoRecorder::Record {
   enum Kind { kState, kCreation, kHeader } kind = kState;
   bool erased = false;
@@ -153,6 +153,7 @@ ErrorStatus ZnDbUndoRecorder::undo() {
   Step back{step.label, {}, {}, {}};
   apply(step, step.records.size(), back);
   undone_.push_back(std::move(back));
+  startStep();
   return Quorl::eOk;
 }
 

@@ -22,7 +22,8 @@ public:
   void startStep(const ZnString& label = ZnString());
   bool canUndo() const;
   bool canRedo() const;
-  // Takes back the last step, or does it again; eNothingToUndo when there is none. Objects must be closed.
+  // Takes back the last step, or does it again, and begins a new step; eNothingToUndo when there is none.
+  // Objects must be closed.
   Quorl::ErrorStatus undo();
   Quorl::ErrorStatus redo();
   // A mark within the history, and undoing back to it without a redo (an aborted transaction).

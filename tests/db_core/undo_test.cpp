@@ -48,6 +48,18 @@ TEST_F(Undoing, AChangeForgetsWhatCouldBeRedone) {
   EXPECT_FALSE(undo().canRedo());
 }
 
+TEST_F(Undoing, WhatFollowsAnUndoIsAStepOfItsOwn) {
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  undo().startStep();
+  setRadius(id, 2.0);
+  undo().startStep();
+  setRadius(id, 3.0);
+  ASSERT_EQ(undo().undo(), Quorl::eOk);
+  setRadius(id, 4.0);
+  ASSERT_EQ(undo().undo(), Quorl::eOk);
+  EXPECT_EQ(radiusOf(id), 2.0);
+}
+
 TEST_F(Undoing, OneStepKeepsTheFirstStateOnly) {
   const ZnDbObjectId id = addCircle(0.0, 1.0);
   undo().startStep();

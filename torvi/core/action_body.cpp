@@ -28,14 +28,18 @@ const ZnString kAssociationToBeBroken(L"AssociationToBeBroken");
 const ZnString kCachedViewportScale(L"CachedViewportScale");
 const ZnString kCachedAssociateStatus(L"CachedAssociateStatus");
 
-}  // namespace
+} // namespace
 
 ZnDbObjectId ZnDbTorviActionBody::centerDepId() const { return getObjectIdParam(kCenterDepId); }
 ZnDbObjectId ZnDbTorviActionBody::styleDepId() const { return getObjectIdParam(kStyleDepId); }
 ZnDbObjectId ZnDbTorviActionBody::dimStyleDepId() const { return getObjectIdParam(kDimStyleDepId); }
-ErrorStatus ZnDbTorviActionBody::setCenterDepId(ZnDbObjectId id) { return setObjectIdParam(kCenterDepId, id); }
+ErrorStatus ZnDbTorviActionBody::setCenterDepId(ZnDbObjectId id) {
+  return setObjectIdParam(kCenterDepId, id);
+}
 ErrorStatus ZnDbTorviActionBody::setStyleDepId(ZnDbObjectId id) { return setObjectIdParam(kStyleDepId, id); }
-ErrorStatus ZnDbTorviActionBody::setDimStyleDepId(ZnDbObjectId id) { return setObjectIdParam(kDimStyleDepId, id); }
+ErrorStatus ZnDbTorviActionBody::setDimStyleDepId(ZnDbObjectId id) {
+  return setObjectIdParam(kDimStyleDepId, id);
+}
 
 ZnDbObjectId ZnDbTorviActionBody::objectOfDependency(ZnDbObjectId dependencyId) const {
   if (dependencyId.isNull()) return {};
@@ -66,7 +70,7 @@ ErrorStatus ZnDbTorviActionBody::createCenterEntity(ZnDbDatabase* database) {
     return Quorl::eInvalidInput;
   setCenterDepId(dependencyId);
   return addEntitiesIntoCenterAnonymousBTR(entity->database(), btrId) == Quorl::eOk ? Quorl::eOk
-                                                                                   : Quorl::eInvalidInput;
+                                                                                    : Quorl::eInvalidInput;
 }
 
 namespace {
@@ -74,7 +78,8 @@ namespace {
 // New entities on their way into a block. What is not placed is deleted.
 class EntitiesForBlock {
 public:
-  explicit EntitiesForBlock(ZnDbBlockTableRecord& record) : record_(record) {}
+  explicit EntitiesForBlock(ZnDbBlockTableRecord& record)
+      : record_(record) {}
   ~EntitiesForBlock() {
     for (ZnDbEntity* entity : entities)
       if (entity && !entity->database()) delete entity;
@@ -84,7 +89,8 @@ public:
   ErrorStatus place(int index, ZnArray<ZnDbEntity*>& group, bool groupIsOpen, ZnDbObjectId& id) {
     if (groupIsOpen) {
       ZnArray<ZnDbObjectId> ids;
-      const ErrorStatus status = ZnDbTorviActionBodyUtils::createSubBlockForEntities(&record_, group, id, ids);
+      const ErrorStatus status =
+          ZnDbTorviActionBodyUtils::createSubBlockForEntities(&record_, group, id, ids);
       group.removeAll();
       return status;
     }
@@ -99,11 +105,12 @@ private:
   ZnDbBlockTableRecord& record_;
 };
 
-}  // namespace
+} // namespace
 
 // The entity that ends a run of equal keys before the end of the list falls out: the run is flushed by the
 // meeting of its two different keys, without it. Layouts with groups arrange their keys to suit.
-ErrorStatus ZnDbTorviActionBody::addEntitiesIntoCenterAnonymousBTR(ZnDbDatabase* /*database*/, ZnDbObjectId btrId) {
+ErrorStatus ZnDbTorviActionBody::addEntitiesIntoCenterAnonymousBTR(ZnDbDatabase* /*database*/,
+                                                                   ZnDbObjectId btrId) {
   ZnDbHolder<ZnDbBlockTableRecord> record;
   if (record.openForWrite(btrId) != Quorl::eOk) return Quorl::eInvalidInput;
   const std::unique_ptr<ZnDbTorviLayout> layout(getLayout());
@@ -125,7 +132,8 @@ ErrorStatus ZnDbTorviActionBody::addEntitiesIntoCenterAnonymousBTR(ZnDbDatabase*
     }
     if (keyed && i == last && groupIsOpen) group.append(placing.entities[i]);
     ZnDbObjectId id;
-    if (const ErrorStatus status = placing.place(i, group, groupIsOpen, id); status != Quorl::eOk) return status;
+    if (const ErrorStatus status = placing.place(i, group, groupIsOpen, id); status != Quorl::eOk)
+      return status;
     groupIsOpen = false;
     if (keyed) setOutputEdge(placing.keys[i], id);
   }
@@ -217,15 +225,21 @@ ErrorStatus ZnDbTorviActionBody::setSubentLinetypeScale(double scale) {
   return storeValue(kSubentLinetypeScale, ZnDbEvalVariant(scale));
 }
 
-bool ZnDbTorviActionBody::isExplicitlyDeassociatived() const { return getBoolParam(kIsExplicitlyDeassociatived, false); }
+bool ZnDbTorviActionBody::isExplicitlyDeassociatived() const {
+  return getBoolParam(kIsExplicitlyDeassociatived, false);
+}
 
 ErrorStatus ZnDbTorviActionBody::setIsExplicitlyDeassociatived(bool value) {
   return setBoolParam(kIsExplicitlyDeassociatived, value);
 }
 
-bool ZnDbTorviActionBody::associationToBeBroken() const { return getBoolParam(kAssociationToBeBroken, false); }
+bool ZnDbTorviActionBody::associationToBeBroken() const {
+  return getBoolParam(kAssociationToBeBroken, false);
+}
 
-void ZnDbTorviActionBody::setAssociationToBeBroken(bool value) { setBoolParam(kAssociationToBeBroken, value); }
+void ZnDbTorviActionBody::setAssociationToBeBroken(bool value) {
+  setBoolParam(kAssociationToBeBroken, value);
+}
 
 double ZnDbTorviActionBody::cachedViewportScale() const { return getDoubleParam(kCachedViewportScale, 0.0); }
 
@@ -233,7 +247,9 @@ ErrorStatus ZnDbTorviActionBody::setCachedViewportScale(double scale) {
   return setDoubleParam(kCachedViewportScale, scale);
 }
 
-bool ZnDbTorviActionBody::getCachedAssociateStatus() const { return getBoolParam(kCachedAssociateStatus, false); }
+bool ZnDbTorviActionBody::getCachedAssociateStatus() const {
+  return getBoolParam(kCachedAssociateStatus, false);
+}
 
 ErrorStatus ZnDbTorviActionBody::setCachedAssociateStatus(bool associative) {
   return setBoolParam(kCachedAssociateStatus, associative);

@@ -19,7 +19,7 @@ public:
   // Association. Breaking empties edge parameters and leaves everything else: the object keeps its shape.
   virtual Quorl::ErrorStatus breakAssociativity(int index);
   virtual Quorl::ErrorStatus breakAssociativity();
-  bool isAssociative(bool all) const;  // all: every edge lives and there is one; else: one lives
+  bool isAssociative(bool all) const; // all: every edge lives and there is one; else: one lives
   bool isExplicitlyDeassociatived() const;
   Quorl::ErrorStatus setIsExplicitlyDeassociatived(bool value);
   bool associationToBeBroken() const;
@@ -37,17 +37,17 @@ public:
   Quorl::ErrorStatus setCenterDepId(ZnDbObjectId id);
   Quorl::ErrorStatus setStyleDepId(ZnDbObjectId id);
   Quorl::ErrorStatus setDimStyleDepId(ZnDbObjectId id);
-  ZnDbObjectId centerObjectId() const;  // the block reference
+  ZnDbObjectId centerObjectId() const; // the block reference
   ZnDbObjectId getStyleId() const;
   Quorl::ErrorStatus addDependencyToStyle(ZnDbObjectId styleId);
 
   // The block. Creation gives eInvalidInput for any failure but that of opening the first edge's entity.
   Quorl::ErrorStatus createCenterEntity(ZnDbDatabase* database);
-  Quorl::ErrorStatus eraseCenterEntity();  // always eOk
+  Quorl::ErrorStatus eraseCenterEntity(); // always eOk
   Quorl::ErrorStatus getCenterEntitesIds(ZnArray<ZnDbObjectId>& ids) const;
   // Curves in block coordinates, owned by the caller; a default ZnGeLine3d for one without a usable shape.
   Quorl::ErrorStatus getCenterObjGeometry(ZnArray<ZnGeCurve3d*>& curves) const;
-  Quorl::ErrorStatus getAssociatedEntitiesIds(ZnArray<ZnDbObjectId>& ids) const;  // eNoInputEdges
+  Quorl::ErrorStatus getAssociatedEntitiesIds(ZnArray<ZnDbObjectId>& ids) const; // eNoInputEdges
   ZnDbObjectId getDependentViewportId() const;
 
   // Traits of the generated entities, as copied from the reference at the last evaluation.
@@ -70,15 +70,16 @@ public:
 
 protected:
   friend class ZnDbTorviObjectWrapper;
-  friend class ZnTorviLyxUtils;  // the database-wide updates ask for single traits
+  friend class ZnTorviLyxUtils; // the database-wide updates ask for single traits
 
-  virtual ZnDbTorviLayout* getLayout() const { return nullptr; }  // new, owned by the caller
+  virtual ZnDbTorviLayout* getLayout() const { return nullptr; } // new, owned by the caller
   virtual bool rotationToBeChecked() const { return true; }
   // True when evaluation is over: the object was asked to let go of edges that moved, not to follow them.
   virtual bool handleBreakingAssociation();
 
   Quorl::ErrorStatus addEntitiesIntoCenterAnonymousBTR(ZnDbDatabase* database, ZnDbObjectId btrId);
-  Quorl::ErrorStatus getCenterObjGeometry(const ZnArray<ZnDbObjectId>& ids, ZnArray<ZnGeCurve3d*>& curves) const;
+  Quorl::ErrorStatus getCenterObjGeometry(const ZnArray<ZnDbObjectId>& ids,
+                                          ZnArray<ZnGeCurve3d*>& curves) const;
   bool doesActionMatchCurrentSubEntLinetype() const;
   bool doesActionMatchCurrentSubEntLineWeight() const;
   bool doesActionMatchCurrentSubEntLinetypeScale() const;
@@ -89,7 +90,7 @@ protected:
   void cacheViewportScale();
   bool getCachedAssociateStatus() const;
   Quorl::ErrorStatus setCachedAssociateStatus(bool associative);
-  bool cacheAssociateStatus();  // true when it changed
+  bool cacheAssociateStatus(); // true when it changed
 
 private:
   ZnDbObjectId objectOfDependency(ZnDbObjectId dependencyId) const;

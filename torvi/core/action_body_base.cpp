@@ -12,7 +12,8 @@ constexpr int kWholeTextIsHandle = 2;
 }
 
 ZnDbTorviActionBodyBase::ZnDbTorviActionBodyBase()
-    : ZnDbAssocActionBody(kCreateImpObject), filer_(std::make_unique<ZnDbTorviActionBodyBaseFiler>(this)) {}
+    : ZnDbAssocActionBody(kCreateImpObject)
+    , filer_(std::make_unique<ZnDbTorviActionBodyBaseFiler>(this)) {}
 
 ZnDbTorviActionBodyBase::~ZnDbTorviActionBodyBase() = default;
 
@@ -68,7 +69,8 @@ ZnDbObjectId ZnDbTorviActionBodyBase::getObjectIdParam(const ZnString& name) con
   if (value.getValue(id) == Quorl::eOk && id.isValid() && id.database() == database()) return id;
   ZnString text;
   if (value.getValue(text) != Quorl::eOk || !database()) return {};
-  if (database()->getZnDbObjectId(id, false, text.asZnDbHandle(kWholeTextIsHandle), 0) != Quorl::eOk) return {};
+  if (database()->getZnDbObjectId(id, false, text.asZnDbHandle(kWholeTextIsHandle), 0) != Quorl::eOk)
+    return {};
   return id;
 }
 
@@ -146,10 +148,16 @@ void ZnDbTorviActionBodyBase::getOutputEdgeKeys(ZnArray<ZnString>& keys) const {
   }
 }
 
-ErrorStatus ZnDbTorviActionBodyBase::bdocOutFields(ZnDbFiler& filer) const { return filer_->bdocOutFields(filer); }
+ErrorStatus ZnDbTorviActionBodyBase::bdocOutFields(ZnDbFiler& filer) const {
+  return filer_->bdocOutFields(filer);
+}
 
 ErrorStatus ZnDbTorviActionBodyBase::bdocInFields(ZnDbFiler& filer) { return filer_->bdocInFields(filer); }
 
-ErrorStatus ZnDbTorviActionBodyBase::tdocOutFields(ZnDbTdocFiler& filer) const { return filer_->tdocOutFields(filer); }
+ErrorStatus ZnDbTorviActionBodyBase::tdocOutFields(ZnDbTdocFiler& filer) const {
+  return filer_->tdocOutFields(filer);
+}
 
-ErrorStatus ZnDbTorviActionBodyBase::tdocInFields(ZnDbTdocFiler& filer) { return filer_->tdocInFields(filer); }
+ErrorStatus ZnDbTorviActionBodyBase::tdocInFields(ZnDbTdocFiler& filer) {
+  return filer_->tdocInFields(filer);
+}

@@ -16,8 +16,8 @@ public:
   ZnDbTorviActionBodyBase();
   ~ZnDbTorviActionBodyBase() override;
 
-  static const ZnString& inputEdgeParamName();   // all input edges stand under this one name
-  static const ZnString& outputEdgeParamName();  // prefix of every output edge's name
+  static const ZnString& inputEdgeParamName();  // all input edges stand under this one name
+  static const ZnString& outputEdgeParamName(); // prefix of every output edge's name
 
   // Typed values. A getter gives its default for an absent value or one of another type; a setter gives the
   // host's status. All but the object id's setter assert that the body is open for write.
@@ -25,7 +25,7 @@ public:
   Quorl::ErrorStatus setIntParam(const ZnString& name, int value);
   double getDoubleParam(const ZnString& name, double defaultValue) const;
   Quorl::ErrorStatus setDoubleParam(const ZnString& name, double value);
-  bool getBoolParam(const ZnString& name, bool defaultValue) const;  // stored as 1.0 and 0.0
+  bool getBoolParam(const ZnString& name, bool defaultValue) const; // stored as 1.0 and 0.0
   Quorl::ErrorStatus setBoolParam(const ZnString& name, bool value);
   ZnDbObjectId getObjectIdParam(const ZnString& name) const;
   Quorl::ErrorStatus setObjectIdParam(const ZnString& name, ZnDbObjectId value);
@@ -34,9 +34,9 @@ public:
 
   // Input edges. An edge whose outermost entity is gone reads as an empty reference at its place.
   int edgeRefCount() const;
-  Quorl::ErrorStatus getEdgeRefs(ZnArray<ZnDbEdgeRef>& edges) const;  // eNothingToDo without any
-  ZnDbEdgeRef getInputEdge(int index) const;                          // counts the input edges
-  Quorl::ErrorStatus setEdgeRef(int index, const ZnDbEdgeRef& edge);  // counts all parameters of the body
+  Quorl::ErrorStatus getEdgeRefs(ZnArray<ZnDbEdgeRef>& edges) const; // eNothingToDo without any
+  ZnDbEdgeRef getInputEdge(int index) const;                         // counts the input edges
+  Quorl::ErrorStatus setEdgeRef(int index, const ZnDbEdgeRef& edge); // counts all parameters of the body
 
   // Output edges tie a key to a generated entity or nested reference.
   ZnDbObjectId getOutputEdge(const ZnString& key) const;

@@ -11,7 +11,7 @@ constexpr int kVersionCode = 90;
 // One marker for the whole family, so that a class of it can change its place in the family.
 constexpr const wchar_t* kMarker = L"ZnDbTorviActionBody";
 
-}  // namespace
+} // namespace
 
 ErrorStatus ZnDbTorviActionBodyBaseFiler::bdocOutFields(ZnDbFiler& filer) const {
   // The host's own level of a body is the object level.

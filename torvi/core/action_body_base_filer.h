@@ -7,7 +7,8 @@ class ZnDbTorviActionBodyBase;
 
 class ZnDbTorviActionBodyBaseFiler {
 public:
-  explicit ZnDbTorviActionBodyBaseFiler(ZnDbTorviActionBodyBase* body) : body_(body) {}
+  explicit ZnDbTorviActionBodyBaseFiler(ZnDbTorviActionBodyBase* body)
+      : body_(body) {}
   virtual ~ZnDbTorviActionBodyBaseFiler() = default;
 
   // eNewerVersion for a version above 0; eUnexpectedGroupCode where the text format has something else in
@@ -18,5 +19,5 @@ public:
   virtual Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer);
 
 private:
-  ZnDbTorviActionBodyBase* body_;  // not owned
+  ZnDbTorviActionBodyBase* body_; // not owned
 };

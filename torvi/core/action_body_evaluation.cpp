@@ -17,7 +17,7 @@ struct GeneratedCurves {
   ZnArray<ZnString> keys;
 };
 
-}  // namespace
+} // namespace
 
 void ZnDbTorviActionBody::evaluateOverride() {
   assertReadEnabled();

@@ -8,10 +8,12 @@
 
 using Quorl::ErrorStatus;
 
-ErrorStatus ZnDbTorviActionBodyUtils::createAnonymousBlockTableRecord(ZnDbDatabase* database, ZnDbObjectId& id) {
+ErrorStatus ZnDbTorviActionBodyUtils::createAnonymousBlockTableRecord(ZnDbDatabase* database,
+                                                                      ZnDbObjectId& id) {
   if (!database) return Quorl::eInvalidInput;
   ZnDbHolder<ZnDbBlockTable> table;
-  if (const ErrorStatus status = table.openForWrite(database->blockTableId()); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = table.openForWrite(database->blockTableId()); status != Quorl::eOk)
+    return status;
   ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
   record->setName(L"*U");
   return table->add(id, record.object());
@@ -55,7 +57,8 @@ void ZnDbTorviActionBodyUtils::setCenterRotation(ZnDbBlockReference* reference, 
 }
 
 ErrorStatus ZnDbTorviActionBodyUtils::createSubBlockForEntities(ZnDbBlockTableRecord* parentRecord,
-                                                                ZnArray<ZnDbEntity*> entities, ZnDbObjectId& refId,
+                                                                ZnArray<ZnDbEntity*> entities,
+                                                                ZnDbObjectId& refId,
                                                                 ZnArray<ZnDbObjectId>& ids) {
   ids.removeAll();
   ZnDbObjectId btrId;
@@ -103,7 +106,8 @@ ZnDbObjectId ZnDbTorviActionBodyUtils::mapId(const ZnDbIdMapping& idMap, ZnDbObj
   return pair.value();
 }
 
-void ZnDbTorviActionBodyUtils::ensureClonedCenterLineOwnedByDestBTR(ZnDbObjectId entityId, ZnDbObjectId refId) {
+void ZnDbTorviActionBodyUtils::ensureClonedCenterLineOwnedByDestBTR(ZnDbObjectId entityId,
+                                                                    ZnDbObjectId refId) {
   if (refId.isNull()) return;
   const ZnDbObjectId wanted = getBtrOfEntity(entityId);
   if (wanted == getBtrOfEntity(refId)) return;

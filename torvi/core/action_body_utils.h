@@ -9,11 +9,11 @@ class TORVI_EXPORT ZnDbTorviActionBodyUtils {
 public:
   // Blocks and references. eInvalidInput for a null database or entity and for every failure on the way.
   static Quorl::ErrorStatus createAnonymousBlockTableRecord(ZnDbDatabase* database, ZnDbObjectId& id);
-  // entity is that of the first input edge, open for read; database null means the working one. The block goes
-  // into the entity's database, the reference into the database's current space, turned as the user
+  // entity is that of the first input edge, open for read; database null means the working one. The block
+  // goes into the entity's database, the reference into the database's current space, turned as the user
   // coordinate system is, with the style's layer, linetype and scale.
-  static Quorl::ErrorStatus createCenterBlockRef(const ZnDbEntity* entity, ZnDbObjectId& btrId, ZnDbObjectId& refId,
-                                                 ZnDbDatabase* database);
+  static Quorl::ErrorStatus createCenterBlockRef(const ZnDbEntity* entity, ZnDbObjectId& btrId,
+                                                 ZnDbObjectId& refId, ZnDbDatabase* database);
   static void setCenterRotation(ZnDbBlockReference* reference, const ZnDbEntity* entity);
   static Quorl::ErrorStatus createSubBlockForEntities(ZnDbBlockTableRecord* parentRecord,
                                                       ZnArray<ZnDbEntity*> entities, ZnDbObjectId& refId,
@@ -24,7 +24,7 @@ public:
   static bool isEdgeFromBlockRef(const ZnDbEdgeRef& edge);
 
   // Cloning
-  static ZnDbObjectId mapId(const ZnDbIdMapping& idMap, ZnDbObjectId id);  // null for an id without mapping
+  static ZnDbObjectId mapId(const ZnDbIdMapping& idMap, ZnDbObjectId id); // null for an id without mapping
   // Moves the cloned reference into the block of the cloned entity that it follows.
   static void ensureClonedCenterLineOwnedByDestBTR(ZnDbObjectId entityId, ZnDbObjectId refId);
 

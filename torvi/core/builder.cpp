@@ -9,8 +9,8 @@
 using Quorl::ErrorStatus;
 
 ZnTorviBuilder::ZnTorviBuilder(ZnRxClass* bodyClass, ZnDbDatabase* database)
-    : bodyClass_(bodyClass),
-      database_(database ? database : zndbHostApplicationServices()->workingDatabase()) {}
+    : bodyClass_(bodyClass)
+    , database_(database ? database : zndbHostApplicationServices()->workingDatabase()) {}
 
 ErrorStatus ZnTorviBuilder::subAddInputEdgeToBody(ZnDbTorviActionBody*, const ZnDbEdgeRef&) const {
   return Quorl::eOk;
@@ -23,7 +23,8 @@ ErrorStatus ZnTorviBuilder::subModifyTorvi(ZnDbObjectId) const { return Quorl::e
 ErrorStatus ZnTorviBuilder::createTorvi(ZnDbObjectId& centerId) const {
   ZnDbObjectId bodyId;
   if (const ErrorStatus status = createActionAndActionBody(bodyId); status != Quorl::eOk) return status;
-  if (const ErrorStatus status = createEntitiesInBTR(bodyId, centerId, database_); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = createEntitiesInBTR(bodyId, centerId, database_); status != Quorl::eOk)
+    return status;
   return ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyId);
 }
 
@@ -46,9 +47,10 @@ ErrorStatus ZnTorviBuilder::createEntitiesInBTR(ZnDbObjectId bodyId, ZnDbObjectI
   return status;
 }
 
-// The counter starts at 0 for every call: during an edit the hook sees the parameter at that place of the body,
-// which may be an older one.
-ErrorStatus ZnTorviBuilder::addInputEdgesToBody(ZnDbObjectId bodyId, const ZnArray<ZnDbEdgeRef>& edges) const {
+// The counter starts at 0 for every call: during an edit the hook sees the parameter at that place of the
+// body, which may be an older one.
+ErrorStatus ZnTorviBuilder::addInputEdgesToBody(ZnDbObjectId bodyId,
+                                                const ZnArray<ZnDbEdgeRef>& edges) const {
   ZnDbHolder<ZnDbTorviActionBody> body;
   if (const ErrorStatus status = body.openForWrite(bodyId); status != Quorl::eOk) return status;
   for (int i = 0; i < edges.length(); ++i) {
@@ -84,11 +86,13 @@ ErrorStatus ZnTorviBuilder::reassociateActionBodyToInputEdge(ZnDbObjectId bodyId
 
 ErrorStatus ZnTorviBuilder::reassociateTorvi(ZnDbObjectId centerId) const {
   const ZnDbObjectId bodyId = ZnTorviLyxUtils::getTorviActionBodyId(centerId);
-  if (const ErrorStatus status = reassociateActionBodyToInputEdge(bodyId); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = reassociateActionBodyToInputEdge(bodyId); status != Quorl::eOk)
+    return status;
   return ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyId);
 }
 
-ErrorStatus ZnTorviBuilder::createTorviTransients(const ZnGePoint3d* pickPoint, ZnArray<ZnDbCurve*>& curves) const {
+ErrorStatus ZnTorviBuilder::createTorviTransients(const ZnGePoint3d* pickPoint,
+                                                  ZnArray<ZnDbCurve*>& curves) const {
   const std::unique_ptr<ZnDbTorviLayout> layout(getLayout());
   if (!layout) return Quorl::eNotProvided;
   ZnArray<ZnGeCurve3d*> shapes;

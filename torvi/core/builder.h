@@ -1,5 +1,5 @@
-// Creates, loads, edits and reassociates center objects, and previews them without touching the drawing. A kind
-// names its body class and supplies layout and first values; the sequences are here.
+// Creates, loads, edits and reassociates center objects, and previews them without touching the drawing. A
+// kind names its body class and supplies layout and first values; the sequences are here.
 #pragma once
 
 #include "torvi/core/action_body.h"
@@ -15,7 +15,7 @@ public:
   // modifyTorvi writes; setInputEdges remembers none and is for creation or before reassociateTorvi.
   virtual void setInputEdges(const ZnArray<ZnDbEdgeRef>& edges);
   virtual void addInputEdge(const ZnDbEdgeRef& edge);
-  virtual bool removeInputEdge(const ZnDbEdgeRef& edge);  // whether it was among the input edges
+  virtual bool removeInputEdge(const ZnDbEdgeRef& edge); // whether it was among the input edges
   virtual void clearInput();
   const ZnArray<ZnDbEdgeRef>& inputEdges() const { return inputEdges_; }
   const ZnArray<ZnGePoint3d>& pickPoints() const { return pickPoints_; }
@@ -27,14 +27,14 @@ public:
   Quorl::ErrorStatus createTorviTransients(const ZnGePoint3d* pickPoint, ZnArray<ZnDbCurve*>& curves) const;
   // An object without edges loads as nothing, with eOk.
   Quorl::ErrorStatus loadTorvi(ZnDbObjectId centerId);
-  Quorl::ErrorStatus modifyTorvi() const;                            // eNothingToDo without a loaded object
-  Quorl::ErrorStatus reassociateTorvi(ZnDbObjectId centerId) const;  // eInvalidInput without a body
+  Quorl::ErrorStatus modifyTorvi() const;                           // eNothingToDo without a loaded object
+  Quorl::ErrorStatus reassociateTorvi(ZnDbObjectId centerId) const; // eInvalidInput without a body
 
 protected:
   ZnTorviBuilder(ZnRxClass* bodyClass, ZnDbDatabase* database);
   virtual ~ZnTorviBuilder() = default;
 
-  virtual ZnDbTorviLayout* getLayout() const = 0;  // new, for the null object, owned by the caller
+  virtual ZnDbTorviLayout* getLayout() const = 0; // new, for the null object, owned by the caller
   virtual Quorl::ErrorStatus initValuesInBody(ZnDbObjectId bodyId) const = 0;
   virtual Quorl::ErrorStatus subAddInputEdgeToBody(ZnDbTorviActionBody* body, const ZnDbEdgeRef& edge) const;
   virtual Quorl::ErrorStatus subClearInputEdgesFromBody(ZnDbTorviActionBody* body) const;
@@ -46,7 +46,8 @@ protected:
   ZnDbObjectId centerObjId() const { return loadedObject_; }
   bool objectLoaded() const { return !loadedObject_.isNull(); }
   Quorl::ErrorStatus createActionAndActionBody(ZnDbObjectId& bodyId) const;
-  Quorl::ErrorStatus createEntitiesInBTR(ZnDbObjectId bodyId, ZnDbObjectId& centerId, ZnDbDatabase* database) const;
+  Quorl::ErrorStatus createEntitiesInBTR(ZnDbObjectId bodyId, ZnDbObjectId& centerId,
+                                         ZnDbDatabase* database) const;
   Quorl::ErrorStatus addInputEdgesToBody(ZnDbObjectId bodyId, const ZnArray<ZnDbEdgeRef>& edges) const;
   Quorl::ErrorStatus removeInputEdgesFromBody(ZnDbObjectId bodyId, const ZnArray<ZnDbEdgeRef>& edges) const;
   Quorl::ErrorStatus removeLoadedEmptyEdgesFromBody(ZnDbObjectId bodyId) const;
@@ -54,12 +55,12 @@ protected:
   Quorl::ErrorStatus setInputEdgesToBody(ZnDbObjectId bodyId) const;
   bool hasInputEdgeChangesInEdit() const;
   Quorl::ErrorStatus reassociateActionBodyToInputEdge(ZnDbObjectId bodyId) const;
-  // Brings an edge that a body holds back to the form in which the user picked it. eNothingToDo when its entity
-  // can't tell.
+  // Brings an edge that a body holds back to the form in which the user picked it. eNothingToDo when its
+  // entity can't tell.
   static Quorl::ErrorStatus convertEdgeRefToOriginalForm(ZnDbEdgeRef& edge);
 
 private:
-  friend class ZnTorviLyxUtils;  // the entry points drive the same sequences step by step
+  friend class ZnTorviLyxUtils; // the entry points drive the same sequences step by step
 
   ZnRxClass* bodyClass_ = nullptr;
   ZnDbDatabase* database_ = nullptr;

@@ -65,7 +65,8 @@ ErrorStatus ZnTorviBuilder::removeLoadedEmptyEdgesFromBody(ZnDbObjectId bodyId) 
 }
 
 // Parameters are emptied, not removed: the positions of the others stay.
-ErrorStatus ZnTorviBuilder::removeInputEdgesFromBody(ZnDbObjectId bodyId, const ZnArray<ZnDbEdgeRef>& edges) const {
+ErrorStatus ZnTorviBuilder::removeInputEdgesFromBody(ZnDbObjectId bodyId,
+                                                     const ZnArray<ZnDbEdgeRef>& edges) const {
   ZnDbHolder<ZnDbTorviActionBody> body;
   if (const ErrorStatus status = body.openForWrite(bodyId); status != Quorl::eOk) return status;
   ZnArray<ZnDbEdgeRef> held;
@@ -84,7 +85,8 @@ ErrorStatus ZnTorviBuilder::convertEdgeRefToOriginalForm(ZnDbEdgeRef& edge) {
   const auto* naming = ZnDbAssocPersSubentIdPE2::cast(entity->queryX(ZnDbAssocPersSubentIdPE::desc()));
   if (!naming) return Quorl::eNothingToDo;
   ZnDbCompoundObjectId source;
-  const ErrorStatus status = naming->getSourceOfSubentity(entity.object(), edge.subentId(), edge.entity(), source);
+  const ErrorStatus status =
+      naming->getSourceOfSubentity(entity.object(), edge.subentId(), edge.entity(), source);
   if (status != Quorl::eOk) return status;
   ZnArray<ZnDbObjectId> path;
   source.getFullPath(path);

@@ -23,7 +23,7 @@ bool bothAre(const ZnGeCurve3d* a, const ZnGeCurve3d* b, ZnGe::EntityId kind) {
   return a->isKindOf(kind) && b->isKindOf(kind);
 }
 
-}  // namespace
+} // namespace
 
 bool ZnDbTorviActionBodyUtils::lineLineEqual(const ZnGeLineSeg3d* a, const ZnGeLineSeg3d* b) {
   const ZnGeTol& tol = ZnGeContext::gTol;
@@ -47,7 +47,8 @@ bool ZnDbTorviActionBodyUtils::areTwoCurvesEqual(const ZnGeCurve3d* a, const ZnG
   return false;
 }
 
-bool ZnDbTorviActionBodyUtils::geCurvesAreEqual(ZnArray<ZnGeCurve3d*> a, ZnArray<ZnGeCurve3d*> b, bool allowMore) {
+bool ZnDbTorviActionBodyUtils::geCurvesAreEqual(ZnArray<ZnGeCurve3d*> a, ZnArray<ZnGeCurve3d*> b,
+                                                bool allowMore) {
   if (a.length() > b.length() || (a.length() < b.length() && !allowMore)) return false;
   for (int i = 0; i < a.length(); ++i)
     if (!areTwoCurvesEqual(a[i], b[i])) return false;

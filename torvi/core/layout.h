@@ -9,7 +9,8 @@ class ZnDbTorviObjectWrapper;
 
 class TORVI_EXPORT ZnDbTorviLayout {
 public:
-  explicit ZnDbTorviLayout(ZnDbObjectId centerObject) : centerObject_(centerObject) {}
+  explicit ZnDbTorviLayout(ZnDbObjectId centerObject)
+      : centerObject_(centerObject) {}
   virtual ~ZnDbTorviLayout() = default;
 
   // Curves are in the block's coordinates and owned by the caller; a curve that is neither segment nor arc, a
@@ -17,9 +18,10 @@ public:
   // with keys each names an output edge, and equal neighbours form a group.
   virtual Quorl::ErrorStatus createEntities(ZnArray<ZnDbEntity*>& entities, ZnArray<ZnString>& keys) = 0;
   // eInvalidInput without a center object and for more curves than entities; else what adjustEntities says.
-  virtual Quorl::ErrorStatus updateEntities(const ZnArray<ZnGeCurve3d*>& curves, const ZnArray<ZnString>& keys,
-                                            bool associative);
-  virtual Quorl::ErrorStatus adjustEntities(const ZnArray<ZnDbEntity*>& entities, const ZnArray<ZnString>& keys);
+  virtual Quorl::ErrorStatus updateEntities(const ZnArray<ZnGeCurve3d*>& curves,
+                                            const ZnArray<ZnString>& keys, bool associative);
+  virtual Quorl::ErrorStatus adjustEntities(const ZnArray<ZnDbEntity*>& entities,
+                                            const ZnArray<ZnString>& keys);
   virtual Quorl::ErrorStatus evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) = 0;
   virtual Quorl::ErrorStatus createTransients(const ZnArray<ZnDbEdgeRef>& edges, const ZnGePoint3d* pickPoint,
                                               ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys);
@@ -37,17 +39,18 @@ protected:
   int getInputLineSegments(ZnArray<ZnGeLineSeg3d>& segments) const;
   int getInputCircles(const ZnArray<ZnDbEdgeRef>& edges, ZnArray<ZnGeCircArc3d>& circles) const;
 
-  ZnDbObjectId centerObject_;  // null in a layout made by a builder
+  ZnDbObjectId centerObject_; // null in a layout made by a builder
   ZnGeMatrix3d transform_;
 
 private:
-  static Quorl::ErrorStatus applyCurveToEntity(ZnDbEntity* entity, const ZnGeCurve3d* curve, bool associative);
+  static Quorl::ErrorStatus applyCurveToEntity(ZnDbEntity* entity, const ZnGeCurve3d* curve,
+                                               bool associative);
   Quorl::ErrorStatus reconcileOutputEntities(ZnArray<ZnDbObjectId>& ids, const ZnArray<ZnString>& keys,
                                              ZnDbTorviObjectWrapper& wrapper, bool associative);
-  Quorl::ErrorStatus wantedOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper, ZnArray<ZnDbObjectId>& ids,
-                                  ZnArray<ZnDbObjectId>& subBlocks);
-  Quorl::ErrorStatus createOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper, ZnArray<ZnDbObjectId>& ids,
-                                  ZnArray<ZnDbObjectId>& subBlocks);
+  Quorl::ErrorStatus wantedOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper,
+                                  ZnArray<ZnDbObjectId>& ids, ZnArray<ZnDbObjectId>& subBlocks);
+  Quorl::ErrorStatus createOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper,
+                                  ZnArray<ZnDbObjectId>& ids, ZnArray<ZnDbObjectId>& subBlocks);
   Quorl::ErrorStatus staleOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper, bool associative,
                                  ZnArray<ZnDbObjectId>& ids, ZnArray<ZnDbObjectId>& subBlocks);
   void applyTraits(ZnDbTorviObjectWrapper& wrapper, const ZnArray<ZnDbEntity*>& entities) const;

@@ -11,11 +11,12 @@ TORVI_EXPORT void registerTorviWrapper(ZnDbTorviType kind, TorviWrapperMaker mak
 // A new wrapper of the object's own kind, owned by the caller; null for what is no center object.
 TORVI_EXPORT ZnDbTorviObjectWrapper* makeTorviWrapper(ZnDbObjectId centerObject);
 
-// Status eOk: holds a wrapper that is a T. eInvalidInput: no center object. eWrongWrapperKind: one of another kind.
-template<class T>
-class ZnDbTorviObjectPointer {
+// Status eOk: holds a wrapper that is a T. eInvalidInput: no center object. eWrongWrapperKind: one of another
+// kind.
+template<class T> class ZnDbTorviObjectPointer {
 public:
-  explicit ZnDbTorviObjectPointer(ZnDbObjectId centerObject) : centerObject_(centerObject) {
+  explicit ZnDbTorviObjectPointer(ZnDbObjectId centerObject)
+      : centerObject_(centerObject) {
     std::unique_ptr<ZnDbTorviObjectWrapper> made(makeTorviWrapper(centerObject));
     if (!made) {
       status_ = Quorl::eInvalidInput;

@@ -9,28 +9,24 @@ using Quorl::ErrorStatus;
 namespace {
 
 // Opens the body for read and calls; the answer of a body that does not open is given by the caller.
-template<class Answer, class Call>
-Answer readBody(ZnDbObjectId bodyId, Answer absent, Call&& call) {
+template<class Answer, class Call> Answer readBody(ZnDbObjectId bodyId, Answer absent, Call&& call) {
   ZnDbHolder<ZnDbTorviActionBody> body(bodyId);
   return body.isOpen() ? call(*body) : absent;
 }
 
 // Opens the body for write and calls; a failed opening is the answer.
-template<class Call>
-ErrorStatus writeBody(ZnDbObjectId bodyId, Call&& call) {
+template<class Call> ErrorStatus writeBody(ZnDbObjectId bodyId, Call&& call) {
   ZnDbHolder<ZnDbTorviActionBody> body;
   const ErrorStatus status = body.openForWrite(bodyId);
   return status == Quorl::eOk ? call(*body) : status;
 }
 
-template<class Answer, class Call>
-Answer readReference(ZnDbObjectId id, Answer absent, Call&& call) {
+template<class Answer, class Call> Answer readReference(ZnDbObjectId id, Answer absent, Call&& call) {
   ZnDbHolder<ZnDbBlockReference> reference(id);
   return reference.isOpen() ? call(*reference) : absent;
 }
 
-template<class Call>
-ErrorStatus writeReference(ZnDbObjectId id, Call&& call) {
+template<class Call> ErrorStatus writeReference(ZnDbObjectId id, Call&& call) {
   ZnDbHolder<ZnDbBlockReference> reference;
   const ErrorStatus status = reference.openForWrite(id);
   return status == Quorl::eOk ? call(*reference) : status;
@@ -82,7 +78,7 @@ struct KnownKinds {
 
 KnownKinds knownKinds;
 
-}  // namespace
+} // namespace
 
 ZnDbTorviType ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(ZnDbObjectId bodyId) {
   return bodyId.isValid() ? knownKinds.of(bodyId.objectClass()) : kTorviNone;
@@ -102,7 +98,8 @@ bool ZnDbTorviObjectWrapper::isCenterObject(ZnDbObjectId centerObject) {
 
 const ZnDbTorviObjectWrapper::Found* ZnDbTorviObjectWrapper::found_ = nullptr;
 
-ZnDbTorviObjectWrapper::ZnDbTorviObjectWrapper(ZnDbObjectId centerObject) : centerObject_(centerObject) {
+ZnDbTorviObjectWrapper::ZnDbTorviObjectWrapper(ZnDbObjectId centerObject)
+    : centerObject_(centerObject) {
   if (found_) {
     bodyId_ = found_->bodyId;
     centerKind_ = found_->kind;
@@ -125,11 +122,13 @@ ErrorStatus ZnDbTorviObjectWrapper::breakAssociativity() {
 }
 
 bool ZnDbTorviObjectWrapper::isExplicitlyDeassociatived() const {
-  return readBody(bodyId_, false, [](const ZnDbTorviActionBody& body) { return body.isExplicitlyDeassociatived(); });
+  return readBody(bodyId_, false,
+                  [](const ZnDbTorviActionBody& body) { return body.isExplicitlyDeassociatived(); });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::setIsExplicitlyDeassociatived(bool value) {
-  return writeBody(bodyId_, [=](ZnDbTorviActionBody& body) { return body.setIsExplicitlyDeassociatived(value); });
+  return writeBody(bodyId_,
+                   [=](ZnDbTorviActionBody& body) { return body.setIsExplicitlyDeassociatived(value); });
 }
 
 bool ZnDbTorviObjectWrapper::associationToBeBroken() const {
@@ -149,7 +148,8 @@ ErrorStatus ZnDbTorviObjectWrapper::setAssociationToBeBroken(bool value) {
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::setCachedAssociateStatus(bool associative) {
-  return writeBody(bodyId_, [=](ZnDbTorviActionBody& body) { return body.setCachedAssociateStatus(associative); });
+  return writeBody(bodyId_,
+                   [=](ZnDbTorviActionBody& body) { return body.setCachedAssociateStatus(associative); });
 }
 
 int ZnDbTorviObjectWrapper::edgeRefCount() const {
@@ -157,7 +157,8 @@ int ZnDbTorviObjectWrapper::edgeRefCount() const {
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::getEdgeRefs(ZnArray<ZnDbEdgeRef>& edges) const {
-  return readBody(bodyId_, Quorl::eOk, [&](const ZnDbTorviActionBody& body) { return body.getEdgeRefs(edges); });
+  return readBody(bodyId_, Quorl::eOk,
+                  [&](const ZnDbTorviActionBody& body) { return body.getEdgeRefs(edges); });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::getAssociatedEntitiesIds(ZnArray<ZnDbObjectId>& ids) const {
@@ -184,8 +185,8 @@ void ZnDbTorviObjectWrapper::explicitlyEvaluateCenterObject() {
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::supressCenterEvaluation() {
-  return writeBody(bodyId_,
-                   [](ZnDbTorviActionBody& body) { return body.setStatus(kSuppressedAssocStatus, true, false); });
+  return writeBody(
+      bodyId_, [](ZnDbTorviActionBody& body) { return body.setStatus(kSuppressedAssocStatus, true, false); });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::unSupressCenterEvaluation() {
@@ -221,12 +222,14 @@ ErrorStatus ZnDbTorviObjectWrapper::resetOvershoots() {
 }
 
 double ZnDbTorviObjectWrapper::autoMatchExtension() const {
-  return readBody(bodyId_, 0.0, [](const ZnDbTorviActionBody&) { return ZnDbTorviActionBody::autoMatchExtension(); });
+  return readBody(bodyId_, 0.0,
+                  [](const ZnDbTorviActionBody&) { return ZnDbTorviActionBody::autoMatchExtension(); });
 }
 
 bool ZnDbTorviObjectWrapper::isAutoMatchExtension(double value) const {
-  return readBody(bodyId_, false,
-                  [=](const ZnDbTorviActionBody&) { return ZnDbTorviActionBody::isAutoMatchExtension(value); });
+  return readBody(bodyId_, false, [=](const ZnDbTorviActionBody&) {
+    return ZnDbTorviActionBody::isAutoMatchExtension(value);
+  });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::getCenterEntitesIds(ZnArray<ZnDbObjectId>& ids) const {
@@ -241,7 +244,8 @@ ErrorStatus ZnDbTorviObjectWrapper::getCenterObjGeometry(ZnArray<ZnGeCurve3d*>& 
 }
 
 ZnDbObjectId ZnDbTorviObjectWrapper::getOutputEdge(const ZnString& key) const {
-  return readBody(bodyId_, ZnDbObjectId(), [&](const ZnDbTorviActionBody& body) { return body.getOutputEdge(key); });
+  return readBody(bodyId_, ZnDbObjectId(),
+                  [&](const ZnDbTorviActionBody& body) { return body.getOutputEdge(key); });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::setOutputEdge(const ZnString& key, ZnDbObjectId id) {
@@ -249,7 +253,8 @@ ErrorStatus ZnDbTorviObjectWrapper::setOutputEdge(const ZnString& key, ZnDbObjec
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::renameOutputEdgeKey(const ZnString& oldKey, const ZnString& newKey) {
-  return writeBody(bodyId_, [&](ZnDbTorviActionBody& body) { return body.renameOutputEdgeKey(oldKey, newKey); });
+  return writeBody(bodyId_,
+                   [&](ZnDbTorviActionBody& body) { return body.renameOutputEdgeKey(oldKey, newKey); });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::getOutputEdgeKeys(ZnArray<ZnString>& keys) const {
@@ -298,8 +303,9 @@ ZnString ZnDbTorviObjectWrapper::linetype() const {
 }
 
 int ZnDbTorviObjectWrapper::lineWeight() const {
-  return readReference(centerObject_, static_cast<int>(ZnDb::kLnWtByLayer),
-                       [](const ZnDbBlockReference& reference) { return static_cast<int>(reference.lineWeight()); });
+  return readReference(
+      centerObject_, static_cast<int>(ZnDb::kLnWtByLayer),
+      [](const ZnDbBlockReference& reference) { return static_cast<int>(reference.lineWeight()); });
 }
 
 double ZnDbTorviObjectWrapper::linetypeScale() const {
@@ -313,7 +319,8 @@ ZnCmColor ZnDbTorviObjectWrapper::subentColor() const {
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::setSubentColor(const ZnCmColor& color) {
-  return writeReference(centerObject_, [&](ZnDbBlockReference& reference) { return reference.setColor(color, true); });
+  return writeReference(centerObject_,
+                        [&](ZnDbBlockReference& reference) { return reference.setColor(color, true); });
 }
 
 ErrorStatus ZnDbTorviObjectWrapper::setSubentColorIndex(int index) {

@@ -1,6 +1,6 @@
 // The handle on a center object for everyone outside the core: made on the id of a block reference, it opens
-// the body or the reference for just as long as a request needs. It can outlive the object: reading then gives
-// neutral values, writing the status of the failed opening.
+// the body or the reference for just as long as a request needs. It can outlive the object: reading then
+// gives neutral values, writing the status of the failed opening.
 #pragma once
 
 #include "torvi/dbutils/types.h"
@@ -39,7 +39,7 @@ public:
   Quorl::ErrorStatus breakAssociativity();
   bool isExplicitlyDeassociatived() const;
   Quorl::ErrorStatus setIsExplicitlyDeassociatived(bool value);
-  bool associationToBeBroken() const;  // opens for write, so a reader elsewhere makes it false
+  bool associationToBeBroken() const; // opens for write, so a reader elsewhere makes it false
   Quorl::ErrorStatus setAssociationToBeBroken(bool value);
   Quorl::ErrorStatus setCachedAssociateStatus(bool associative);
   int edgeRefCount() const;

@@ -5,9 +5,11 @@
 
 using Quorl::ErrorStatus;
 
-// Brings the block's keyed entities in line with the wanted keys. Ids come out so that id i belongs to curve i:
-// those of the wanted keys in order, then the stale ones of an object without edges, nested references last.
-ErrorStatus ZnDbTorviLayout::reconcileOutputEntities(ZnArray<ZnDbObjectId>& ids, const ZnArray<ZnString>& keys,
+// Brings the block's keyed entities in line with the wanted keys. Ids come out so that id i belongs to curve
+// i: those of the wanted keys in order, then the stale ones of an object without edges, nested references
+// last.
+ErrorStatus ZnDbTorviLayout::reconcileOutputEntities(ZnArray<ZnDbObjectId>& ids,
+                                                     const ZnArray<ZnString>& keys,
                                                      ZnDbTorviObjectWrapper& wrapper, bool associative) {
   ZnArray<ZnString> existingKeys;
   if (const ErrorStatus status = wrapper.getOutputEdgeKeys(existingKeys); status != Quorl::eOk) return status;
@@ -17,10 +19,12 @@ ErrorStatus ZnDbTorviLayout::reconcileOutputEntities(ZnArray<ZnDbObjectId>& ids,
     if (seenKeys.contains(key)) continue;
     seenKeys.append(key);
     existingKeys.remove(key);
-    if (const ErrorStatus status = wantedOutput(key, wrapper, ids, subBlocks); status != Quorl::eOk) return status;
+    if (const ErrorStatus status = wantedOutput(key, wrapper, ids, subBlocks); status != Quorl::eOk)
+      return status;
   }
   for (const ZnString& key : existingKeys)
-    if (const ErrorStatus status = staleOutput(key, wrapper, associative, ids, subBlocks); status != Quorl::eOk)
+    if (const ErrorStatus status = staleOutput(key, wrapper, associative, ids, subBlocks);
+        status != Quorl::eOk)
       return status;
   ids.append(subBlocks);
   return Quorl::eOk;
@@ -54,7 +58,8 @@ ErrorStatus ZnDbTorviLayout::createOutput(const ZnString& key, ZnDbTorviObjectWr
   if (entities.isEmpty()) return Quorl::eInvalidInput;
   ZnDbObjectId id;
   if (entities.length() == 1) {
-    if (const ErrorStatus status = record->appendZnDbEntity(id, entities[0]); status != Quorl::eOk) return status;
+    if (const ErrorStatus status = record->appendZnDbEntity(id, entities[0]); status != Quorl::eOk)
+      return status;
     entities[0]->close();
     ids.append(id);
   } else {
@@ -68,8 +73,9 @@ ErrorStatus ZnDbTorviLayout::createOutput(const ZnString& key, ZnDbTorviObjectWr
   return wrapper.setOutputEdge(key, id);
 }
 
-ErrorStatus ZnDbTorviLayout::staleOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper, bool associative,
-                                         ZnArray<ZnDbObjectId>& ids, ZnArray<ZnDbObjectId>& subBlocks) {
+ErrorStatus ZnDbTorviLayout::staleOutput(const ZnString& key, ZnDbTorviObjectWrapper& wrapper,
+                                         bool associative, ZnArray<ZnDbObjectId>& ids,
+                                         ZnArray<ZnDbObjectId>& subBlocks) {
   const ZnDbObjectId id = wrapper.getOutputEdge(key);
   // A key may name anything; only what is drawn is an output.
   if (id.isNull() || id.isErased() || !id.isDerivedFrom(ZnDbEntity::desc())) return Quorl::eOk;

@@ -10,9 +10,10 @@ ZnDbDatabase* databaseOrWorking(ZnDbDatabase* db) {
   return db ? db : zndbHostApplicationServices()->workingDatabase();
 }
 
-}  // namespace
+} // namespace
 
-ErrorStatus ZnTorviLyxUtils::createCenterMark(const ZnDbEdgeRef& edge, ZnDbObjectId& centerId, ZnDbDatabase* db) {
+ErrorStatus ZnTorviLyxUtils::createCenterMark(const ZnDbEdgeRef& edge, ZnDbObjectId& centerId,
+                                              ZnDbDatabase* db) {
   const ZnCenterMarkBuilder builder(ZnArray<ZnDbEdgeRef>{edge}, databaseOrWorking(db));
   return builder.createTorvi(centerId);
 }

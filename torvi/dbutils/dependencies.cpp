@@ -5,7 +5,8 @@ using Quorl::ErrorStatus;
 
 namespace {
 
-ErrorStatus addDependencyTo(ZnDbAssocActionBody* body, ZnDbObjectId object, bool isWrite, ZnDbObjectId& dependencyId) {
+ErrorStatus addDependencyTo(ZnDbAssocActionBody* body, ZnDbObjectId object, bool isWrite,
+                            ZnDbObjectId& dependencyId) {
   constexpr int kOrder = 0;
   ErrorStatus status = body->addDependency(nullptr, nullptr, true, isWrite, kOrder, dependencyId);
   if (status != Quorl::eOk) return status;
@@ -16,7 +17,7 @@ ErrorStatus addDependencyTo(ZnDbAssocActionBody* body, ZnDbObjectId object, bool
   return dependency->attachToObject(ZnDbCompoundObjectId(object, nullptr));
 }
 
-}  // namespace
+} // namespace
 
 ErrorStatus ZnTorviLyxUtils::addReadWriteDependencyToObject(ZnDbAssocActionBody* body, ZnDbObjectId object,
                                                             ZnDbObjectId& dependencyId) {
@@ -32,7 +33,8 @@ ErrorStatus ZnTorviLyxUtils::setCenterDependencyId(ZnDbObjectId bodyId, ZnDbObje
   ZnDbHolder<ZnDbTorviActionBody> body;
   if (const ErrorStatus status = body.openForWrite(bodyId); status != Quorl::eOk) return status;
   ZnDbObjectId dependencyId;
-  if (addReadWriteDependencyToObject(body.object(), centerId, dependencyId) != Quorl::eOk) return Quorl::eInvalidInput;
+  if (addReadWriteDependencyToObject(body.object(), centerId, dependencyId) != Quorl::eOk)
+    return Quorl::eInvalidInput;
   return body->setCenterDepId(dependencyId);
 }
 

@@ -13,7 +13,8 @@ CurvePtr wholeCircle(const ZnGeCircArc3d& arc) {
 
 bool isCircular(const CurvePtr& curve) { return curve && curve->isKindOf(ZnGe::kCircArc3d); }
 
-// The shape as drawn in a plain space: segments of lines, circular arcs of arcs and circles, and nothing else.
+// The shape as drawn in a plain space: segments of lines, circular arcs of arcs and circles, and nothing
+// else.
 CurvePtr curveOfEntity(const ZnDbEdgeRef& edge, const ZnDbEntity& entity, bool fullCircle) {
   if (const auto* line = ZnDbLine::cast(&entity)) {
     // A line without length still stands for a point.
@@ -76,7 +77,7 @@ CurvePtr curveInDrawingView(const ZnDbEdgeRef& edge, bool fullCircle) {
   return curve;
 }
 
-}  // namespace
+} // namespace
 
 ZnGeCurve3d* ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(const ZnDbEdgeRef& edge, bool fullCircle) {
   if (isOwnEdge(edge)) return curveOfOwnEdge(edge, fullCircle).release();

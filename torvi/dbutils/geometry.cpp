@@ -18,7 +18,9 @@ ZnGeLineSeg3d ZnTorviLyxUtils::getExtendedLine(const ZnGeLineSeg3d& line, double
   return extended;
 }
 
-bool ZnTorviLyxUtils::fuzzyEqual(double a, double b, double tolerance) { return std::fabs(a - b) <= tolerance; }
+bool ZnTorviLyxUtils::fuzzyEqual(double a, double b, double tolerance) {
+  return std::fabs(a - b) <= tolerance;
+}
 
 namespace {
 
@@ -29,7 +31,7 @@ ZnGePoint3d quadrantPoint(const ZnGeCircArc3d& arc, int i) {
   return arc.evalPoint(arc.startAng() + span * i / kQuarters);
 }
 
-}  // namespace
+} // namespace
 
 ErrorStatus ZnTorviLyxUtils::getCircleQuadrantPoints(const ZnGeCircArc3d& arc, ZnArray<ZnGePoint3d>& points) {
   points.removeAll();

@@ -41,7 +41,7 @@ ZnDbObjectId onlyReferenceOf(const ZnDbBlockTableRecord& block) {
   return only;
 }
 
-}  // namespace
+} // namespace
 
 bool ZnTorviLyxUtils::isCenterObjectCurve(const ZnDbCurve* curve, ZnDbObjectId& id, ZnDbTorviType& type) {
   if (!curve) return false;
@@ -75,11 +75,13 @@ bool ZnTorviLyxUtils::isCenterMirrored(ZnDbObjectId id) {
   return reference.isOpen() && reference->blockTransform().det() < 0.0;
 }
 
-bool ZnTorviLyxUtils::isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer, const ZnArray<ZnDbObjectId>& actions) {
+bool ZnTorviLyxUtils::isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer,
+                                              const ZnArray<ZnDbObjectId>& actions) {
   if (!layer) return false;
   for (const ZnDbObjectId actionId : actions) {
     ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (!action.isOpen() || ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterMark)
+    if (!action.isOpen() ||
+        ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterMark)
       continue;
     ZnDbHolder<ZnDbEntity> center(getTorviFromActionBodyId(action->actionBody()));
     if (center.isOpen() && center->layerId() == layer->objectId()) return true;

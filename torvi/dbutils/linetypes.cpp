@@ -21,12 +21,13 @@ ZnDbObjectId presentOrLoaded(ZnDbDatabase* db, const ZnString& name) {
   return ZnTorviLyxUtils::getLineTypeByName(db, name);
 }
 
-}  // namespace
+} // namespace
 
 ErrorStatus ZnTorviLyxUtils::ensureCenterLinetypeLoaded(ZnDbDatabase* db) {
   if (!db) db = zndbHostApplicationServices()->workingDatabase();
   if (!db) return Quorl::eInvalidInput;
-  return presentOrLoaded(db, ZnTorviStyle::getCenterLineTypeName()).isValid() ? Quorl::eOk : Quorl::eLinetypeNotLoaded;
+  return presentOrLoaded(db, ZnTorviStyle::getCenterLineTypeName()).isValid() ? Quorl::eOk
+                                                                              : Quorl::eLinetypeNotLoaded;
 }
 
 ZnDbObjectId ZnTorviLyxUtils::getCenterLineTypeId(ZnDbDatabase* db) {

@@ -16,11 +16,13 @@ public:
   // isCenterObject is wider than isCenterObjectOfType on purpose: any kind passes, type matters for context.
   static bool isCenterObject(ZnDbObjectId id, ZnDbTorviType type);
   static bool isCenterObject(ZnDbObjectId id, ZnDbTorviType type, ZnResBufList& context);
-  static bool isCenterObject(const ZnDbTorviObjectWrapper* wrapper, ZnDbTorviType type, ZnResBufList& context);
+  static bool isCenterObject(const ZnDbTorviObjectWrapper* wrapper, ZnDbTorviType type,
+                             ZnResBufList& context);
   static bool isCenterObjectOfType(ZnDbObjectId id, ZnDbTorviType type);
   // Whether the curve lies, at any depth of blocks with a single reference, in a center object.
   static bool isCenterObjectCurve(const ZnDbCurve* curve, ZnDbObjectId& id, ZnDbTorviType& type);
-  static bool getTorviPatternContext(const ZnDbTorviObjectWrapper* wrapper, bool& isFullPCD, bool& showCenterMark);
+  static bool getTorviPatternContext(const ZnDbTorviObjectWrapper* wrapper, bool& isFullPCD,
+                                     bool& showCenterMark);
   static bool isCenterMirrored(ZnDbObjectId id);
   static bool isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer, const ZnArray<ZnDbObjectId>& actions);
 
@@ -30,8 +32,10 @@ public:
   static ZnDbObjectId getTorviFromActionBodyId(const ZnDbObjectId& bodyId);
   static ZnDbObjectId getTorviObjIdFromObj(ZnDbBlockReference* ref);
   // subEntId names the inner reference when the block is nested in a center object's block.
-  static ZnDbObjectId getTorviObjIdFromBlockTableRecord(const ZnDbBlockTableRecord& block, ZnDbObjectId& subEntId);
-  static void getTorviSubEntIdsFromBlockTableRecord(ZnArray<ZnDbObjectId>& ids, const ZnDbBlockTableRecord& block);
+  static ZnDbObjectId getTorviObjIdFromBlockTableRecord(const ZnDbBlockTableRecord& block,
+                                                        ZnDbObjectId& subEntId);
+  static void getTorviSubEntIdsFromBlockTableRecord(ZnArray<ZnDbObjectId>& ids,
+                                                    const ZnDbBlockTableRecord& block);
   static void getCenterActionBodiesOfBlockRef(const ZnDbObjectId& refId, ZnArray<ZnDbObjectId>& bodies);
   static void getAllTorviActionBodiesDependOnBlkRef(ZnDbObjectId refId, ZnArray<ZnDbObjectId>& bodies);
   static void getAllTorviActionBodiesDependOnBTR(ZnDbObjectId blockId, ZnArray<ZnDbObjectId>& bodies);
@@ -51,15 +55,15 @@ public:
   // True when the path holds an id and its sub-entity index is 0; name and test read opposite ways, and
   // callers depend on the test.
   static bool isSubEntityPath(const ZnDbFullSubentPath& path);
-  static ZnGeMatrix3d msWcsToPsWcs(const ZnDbObjectId& viewportId);  // identity for anything but a viewport
-  static double viewScale(const ZnDbObjectId& viewportId);           // 1.0 for anything but a viewport
+  static ZnGeMatrix3d msWcsToPsWcs(const ZnDbObjectId& viewportId); // identity for anything but a viewport
+  static double viewScale(const ZnDbObjectId& viewportId);          // 1.0 for anything but a viewport
   static bool isInBrevixView(const ZnDbObjectId& id);
   static bool isInBrevixView(const ZnDbFullSubentPath& path);
   static bool isInBrevixView(const ZnDbEdgeRef& edge);
   static bool getBrevixView(const ZnDbEdgeRef& edge, ZnDbObjectId& viewportId, ZnDbObjectId* viewRepId,
                             ZnDbObjectId* viewId);
   static bool isCenterReferenceToBrevixView(const ZnDbObjectId& centerId);
-  static ZnGeCurve3d* getBrevixProjectedCurve(const ZnDbEdgeRef& edge);  // new, or null
+  static ZnGeCurve3d* getBrevixProjectedCurve(const ZnDbEdgeRef& edge); // new, or null
 
   // Curves. The edge's current curve in the space of the center object, new and owned by the caller, or null:
   // segments, and arcs (whole circles with fullCircle); edges of any other shape give null.
@@ -87,7 +91,8 @@ public:
 
   // Creation and reassociation; db null means the working database. A failure ends the sequence with its
   // status and rolls nothing back: callers put a transaction around it.
-  static Quorl::ErrorStatus createCenterMark(const ZnDbEdgeRef& edge, ZnDbObjectId& centerId, ZnDbDatabase* db);
+  static Quorl::ErrorStatus createCenterMark(const ZnDbEdgeRef& edge, ZnDbObjectId& centerId,
+                                             ZnDbDatabase* db);
   static Quorl::ErrorStatus reAssociateCenterMark(ZnDbObjectId centerId, const ZnDbEdgeRef& edge);
 
   // Evaluation. The first marks the body's action and evaluates the top level network; the second evaluates

@@ -13,7 +13,8 @@ void appendOnce(ZnArray<ZnDbObjectId>& ids, ZnDbObjectId id) {
 }
 
 // Bodies of center objects among the actions with the wanted kinds of dependency on the object.
-void appendCenterBodies(const ZnDbObject* object, bool readWanted, bool writeWanted, ZnArray<ZnDbObjectId>& bodies) {
+void appendCenterBodies(const ZnDbObject* object, bool readWanted, bool writeWanted,
+                        ZnArray<ZnDbObjectId>& bodies) {
   ZnArray<ZnDbObjectId> actions;
   ZnDbAssocAction::getActionsDependentOnObject(object, readWanted, writeWanted, actions);
   for (const ZnDbObjectId actionId : actions) {
@@ -23,7 +24,7 @@ void appendCenterBodies(const ZnDbObject* object, bool readWanted, bool writeWan
   }
 }
 
-}  // namespace
+} // namespace
 
 // Asked dozens of times in one evaluation: it reads slots alone, and its array keeps its memory.
 ZnDbObjectId ZnTorviLyxUtils::getTorviActionBodyId(ZnDbObjectId blockRefId) {
@@ -33,7 +34,8 @@ ZnDbObjectId ZnTorviLyxUtils::getTorviActionBodyId(ZnDbObjectId blockRefId) {
   ZnDbAssocAction::getActionsDependentOnObject(blockRefId, false, true, actions);
   for (const ZnDbObjectId actionId : actions) {
     ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (action.isOpen() && action->actionBody().isDerivedFrom(ZnDbTorviActionBody::desc())) return action->actionBody();
+    if (action.isOpen() && action->actionBody().isDerivedFrom(ZnDbTorviActionBody::desc()))
+      return action->actionBody();
   }
   return {};
 }
@@ -51,7 +53,8 @@ ZnDbObjectId ZnTorviLyxUtils::getTorviObjIdFromObj(ZnDbBlockReference* ref) {
   if (!ref) return {};
   ZnDbHolder<ZnDbBlockTableRecord> block(ref->blockTableRecord());
   ZnArray<ZnDbObjectId> ids;
-  if (!block.isOpen() || block->getBlockReferenceIds(ids, true, false) != Quorl::eOk || ids.isEmpty()) return {};
+  if (!block.isOpen() || block->getBlockReferenceIds(ids, true, false) != Quorl::eOk || ids.isEmpty())
+    return {};
   return ids.first();
 }
 
@@ -78,17 +81,20 @@ void ZnTorviLyxUtils::getTorviSubEntIdsFromBlockTableRecord(ZnArray<ZnDbObjectId
     if (!id.isErased()) ids.append(id);
 }
 
-void ZnTorviLyxUtils::getCenterActionBodiesOfBlockRef(const ZnDbObjectId& refId, ZnArray<ZnDbObjectId>& bodies) {
+void ZnTorviLyxUtils::getCenterActionBodiesOfBlockRef(const ZnDbObjectId& refId,
+                                                      ZnArray<ZnDbObjectId>& bodies) {
   ZnDbHolder<ZnDbBlockReference> reference(refId, true);
   if (reference.isOpen()) appendCenterBodies(reference.object(), false, true, bodies);
 }
 
-void ZnTorviLyxUtils::getAllTorviActionBodiesDependOnBlkRef(ZnDbObjectId refId, ZnArray<ZnDbObjectId>& bodies) {
+void ZnTorviLyxUtils::getAllTorviActionBodiesDependOnBlkRef(ZnDbObjectId refId,
+                                                            ZnArray<ZnDbObjectId>& bodies) {
   ZnDbHolder<ZnDbBlockReference> reference(refId, true);
   if (reference.isOpen()) appendCenterBodies(reference.object(), true, true, bodies);
 }
 
-void ZnTorviLyxUtils::getAllTorviActionBodiesDependOnBTR(ZnDbObjectId blockId, ZnArray<ZnDbObjectId>& bodies) {
+void ZnTorviLyxUtils::getAllTorviActionBodiesDependOnBTR(ZnDbObjectId blockId,
+                                                         ZnArray<ZnDbObjectId>& bodies) {
   ZnDbHolder<ZnDbBlockTableRecord> block(blockId);
   ZnArray<ZnDbObjectId> references;
   if (!block.isOpen() || block->getBlockReferenceIds(references, true, false) != Quorl::eOk) return;
@@ -112,7 +118,7 @@ ZnArray<ZnDbObjectId> spacesOf(ZnDbDatabase* db) {
   return spaces;
 }
 
-}  // namespace
+} // namespace
 
 void ZnTorviLyxUtils::getAllCenterActionIds(ZnDbDatabase* db, ZnArray<ZnDbObjectId>& actions) {
   if (!db) return;
@@ -124,18 +130,21 @@ void ZnTorviLyxUtils::getAllCenterActionIds(ZnDbDatabase* db, ZnArray<ZnDbObject
     if (!network.isOpen()) continue;
     for (const ZnDbObjectId id : network->getActions()) {
       ZnDbHolder<ZnDbAssocAction> action(id);
-      if (action.isOpen() && action->actionBody().isDerivedFrom(ZnDbTorviActionBody::desc()) && seen.insert(id).second)
+      if (action.isOpen() && action->actionBody().isDerivedFrom(ZnDbTorviActionBody::desc()) &&
+          seen.insert(id).second)
         actions.append(id);
     }
   }
 }
 
-void ZnTorviLyxUtils::getCenterLinesDependOnEnt(const ZnDbObjectId& entityId, ZnArray<ZnDbObjectId>& centerIds) {
+void ZnTorviLyxUtils::getCenterLinesDependOnEnt(const ZnDbObjectId& entityId,
+                                                ZnArray<ZnDbObjectId>& centerIds) {
   ZnArray<ZnDbObjectId> actions;
   ZnDbAssocAction::getActionsDependentOnObject(entityId, true, false, actions);
   for (const ZnDbObjectId actionId : actions) {
     ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (!action.isOpen() || ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterLine)
+    if (!action.isOpen() ||
+        ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterLine)
       continue;
     if (const ZnDbObjectId center = getTorviFromActionBodyId(action->actionBody()); !center.isNull())
       centerIds.append(center);
@@ -156,7 +165,8 @@ ErrorStatus ZnTorviLyxUtils::getEntitesIdsFromBlkRef(const ZnDbObjectId& refId, 
     if (id.isDerivedFrom(ZnDbLine::desc()) || id.isDerivedFrom(ZnDbArc::desc())) {
       appendOnce(ids, id);
     } else if (id.isDerivedFrom(ZnDbBlockReference::desc())) {
-      if (const ErrorStatus status = getEntitesIdsFromBlkRef(id, ids, unerase); status != Quorl::eOk) return status;
+      if (const ErrorStatus status = getEntitesIdsFromBlkRef(id, ids, unerase); status != Quorl::eOk)
+        return status;
     }
   }
   return Quorl::eOk;

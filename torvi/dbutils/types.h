@@ -3,12 +3,12 @@
 
 // Kind of a center object.
 enum ZnDbTorviType : int {
-  kTorviNone = 0,          // no center object
+  kTorviNone = 0, // no center object
   kCenterMark = 1,
   kCenterLine = 2,
   kEdgeExtension = 3,
   kCenterMarkPattern = 4,
-  kTorviAny = 5,           // any kind: a value for asking only
+  kTorviAny = 5, // any kind: a value for asking only
 };
 
 // The six lines of a center mark, by their position in its block.

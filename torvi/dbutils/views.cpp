@@ -46,7 +46,7 @@ const ZnRxClass* viewReferenceClass() {
   return cls;
 }
 
-}  // namespace
+} // namespace
 
 bool ZnTorviLyxUtils::isInBrevixView(const ZnDbObjectId& id) {
   return !id.isNull() && id.isDerivedFrom(viewReferenceClass());
@@ -55,19 +55,21 @@ bool ZnTorviLyxUtils::isInBrevixView(const ZnDbObjectId& id) {
 bool ZnTorviLyxUtils::isInBrevixView(const ZnDbFullSubentPath& path) {
   if (path.objectIds().isEmpty()) return false;
   const ZnDbObjectId first = path.objectIds().first();
-  if (first.isDerivedFrom(ZnDbViewport::desc())) return DbBrevixUtil::checkBrevixViewport(first, nullptr, nullptr);
+  if (first.isDerivedFrom(ZnDbViewport::desc()))
+    return DbBrevixUtil::checkBrevixViewport(first, nullptr, nullptr);
   return isInBrevixView(first);
 }
 
 bool ZnTorviLyxUtils::isInBrevixView(const ZnDbEdgeRef& edge) {
   const ZnDbObjectId top = edge.entity().topId();
   if (top.isNull()) return false;
-  if (top.isDerivedFrom(ZnDbViewport::desc())) return DbBrevixUtil::checkBrevixViewport(top, nullptr, nullptr);
+  if (top.isDerivedFrom(ZnDbViewport::desc()))
+    return DbBrevixUtil::checkBrevixViewport(top, nullptr, nullptr);
   return isInBrevixView(top);
 }
 
-bool ZnTorviLyxUtils::getBrevixView(const ZnDbEdgeRef& edge, ZnDbObjectId& viewportId, ZnDbObjectId* viewRepId,
-                                    ZnDbObjectId* viewId) {
+bool ZnTorviLyxUtils::getBrevixView(const ZnDbEdgeRef& edge, ZnDbObjectId& viewportId,
+                                    ZnDbObjectId* viewRepId, ZnDbObjectId* viewId) {
   const ZnDbObjectId top = edge.entity().topId();
   if (top.isNull()) return false;
   if (!top.isDerivedFrom(ZnDbViewport::desc())) return isInBrevixView(top);
@@ -91,7 +93,8 @@ ZnGeCurve3d* ZnTorviLyxUtils::getBrevixProjectedCurve(const ZnDbEdgeRef& edge) {
   if (!entity.isOpen()) return nullptr;
   const auto* naming = ZnDbAssocPersSubentIdPE::cast(entity->queryX(ZnDbAssocPersSubentIdPE::desc()));
   ZnArray<ZnDbSubentId> ids;
-  if (!naming || naming->getAllSubentities(entity.object(), ZnDb::kEdgeSubentType, ids) != Quorl::eOk || ids.isEmpty())
+  if (!naming || naming->getAllSubentities(entity.object(), ZnDb::kEdgeSubentType, ids) != Quorl::eOk ||
+      ids.isEmpty())
     return nullptr;
   ZnGeCurve3d* curve = nullptr;
   naming->getSubentGeometry(entity.object(), edge.subentId(), curve);

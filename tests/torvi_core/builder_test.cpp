@@ -1,0 +1,190 @@
+// Builders: the difference that an edit keeps, and the sequences that write it.
+#include "torvi_core/scripted_body.h"
+
+namespace {
+
+using Body = ScriptedMarkBody;
+
+class Builder : public ScriptedTest {
+protected:
+  void SetUp() override {
+    ScriptedTest::SetUp();
+    for (int i = 0; i < 4; ++i) circles_.push_back(addCircle({10.0 * i, 0.0, 0.0}, 1.0));
+  }
+  ZnDbEdgeRef edge(char name) const { return edgeOf(circles_[static_cast<size_t>(name - 'a')]); }
+  // Names of edges: a to d the circles, - an empty one, ? anything else.
+  std::string names(const ZnArray<ZnDbEdgeRef>& edges) const {
+    std::string text;
+    for (const ZnDbEdgeRef& held : edges) {
+      char name = held.isEmpty() ? '-' : '?';
+      for (char c = 'a'; c <= 'd'; ++c)
+        if (held == edge(c)) name = c;
+      text += name;
+    }
+    return text;
+  }
+  std::string held(ZnDbObjectId center) const {
+    ZnArray<ZnDbEdgeRef> edges;
+    ask(center, [&](const Body& body) { return body.getEdgeRefs(edges); });
+    return names(edges);
+  }
+  // +x adds, -x removes, ! clears, = sets to edge d alone.
+  void apply(ScriptedBuilder& builder, const std::string& steps) const {
+    for (size_t i = 0; i < steps.size(); ++i) {
+      if (steps[i] == '+')
+        builder.addInputEdge(edge(steps[++i]));
+      else if (steps[i] == '-')
+        builder.removeInputEdge(edge(steps[++i]));
+      else if (steps[i] == '!')
+        builder.clearInput();
+      else
+        builder.setInputEdges({edge('d')});
+    }
+  }
+  std::vector<ZnDbObjectId> circles_;
+};
+
+TEST_F(Builder, AnEditWritesTheDifference) {
+  struct {
+    const char* what;
+    std::string broken; // of the loaded object's a, b
+    std::string steps, wanted;
+    bool changed;
+    std::string written; // edges of the body afterwards
+  } const rows[] = {
+      {"nothing", "", "", "ab", false, "ab"},
+      {"add", "", "+c", "abc", true, "abc"},
+      {"remove", "", "-a", "b", true, "-b"},
+      {"add and remove", "", "+c-c", "ab", false, "ab"},
+      {"remove and add", "", "-a+a", "ba", false, "ab"},
+      {"exchange", "", "-b+d", "ad", true, "a-d"},
+      {"clear", "", "!", "", true, "--"},
+      {"clear and anew", "", "!+c", "c", true, "--c"},
+      {"clear and the same", "", "!+a+b", "ab", false, "ab"},
+      {"remove a stranger", "", "-c", "ab", true, "ab"},
+      {"with an emptied edge", "a", "", "b", false, "-b"},
+      {"with an emptied edge, cleared", "a", "!", "", true, "--"},
+      {"with an emptied edge, one more", "b", "+d", "ad", true, "a-d"},
+      {"set keeps no difference", "", "=", "d", false, "ab"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    const ZnDbObjectId center = make({circles_[0], circles_[1]});
+    changeBody(center, [&](Body& body) {
+      for (const char c : row.broken) body.breakAssociativity(c - 'a');
+    });
+    ScriptedBuilder builder(db_.get());
+    ASSERT_EQ(builder.loadTorvi(center), Quorl::eOk);
+    EXPECT_TRUE(builder.objectLoaded());
+    EXPECT_EQ(builder.centerObjId(), center);
+    apply(builder, row.steps);
+    EXPECT_EQ(names(builder.inputEdges()), row.wanted);
+    EXPECT_EQ(builder.hasInputEdgeChangesInEdit(), row.changed);
+    script.log.clear();
+    EXPECT_EQ(builder.modifyTorvi(), Quorl::eOk);
+    EXPECT_EQ(held(center), row.written);
+    EXPECT_EQ(script.count("evaluate"), 1);
+  }
+}
+
+TEST_F(Builder, WithoutALoadedObjectEdgesAreAList) {
+  struct {
+    std::string steps, wanted;
+  } const rows[] = {{"+a+b-a", "b"}, {"+a+a-a", "a"}, {"-a", ""}, {"+a!", ""}, {"+b=", "d"}};
+  for (const auto& row : rows) {
+    ScriptedBuilder builder(db_.get());
+    builder.setPickPoints({ZnGePoint3d(1.0, 2.0, 3.0)});
+    apply(builder, row.steps);
+    EXPECT_EQ(names(builder.inputEdges()), row.wanted) << row.steps;
+    EXPECT_FALSE(builder.objectLoaded() || builder.hasInputEdgeChangesInEdit());
+    EXPECT_EQ(builder.pickPoints().length(), row.steps.back() == '!' ? 0 : 1);
+    EXPECT_EQ(builder.modifyTorvi(), Quorl::eNothingToDo);
+    const ScriptedBuilder copy(builder);
+    builder.addInputEdge(edge('c'));
+    EXPECT_EQ(names(copy.inputEdges()), row.wanted) << "a copy has its own edges";
+  }
+  ScriptedBuilder builder(db_.get());
+  builder.addInputEdge(edge('a'));
+  EXPECT_TRUE(builder.removeInputEdge(edge('a')));
+  EXPECT_FALSE(builder.removeInputEdge(edge('a')));
+}
+
+TEST_F(Builder, LoadingWhatCannotBeEdited) {
+  ScriptedBuilder builder(db_.get());
+  const ZnDbObjectId plain = addReference(addEmptyBlock());
+  for (const ZnDbObjectId id : {plain, circles_[0], ZnDbObjectId()})
+    EXPECT_EQ(builder.loadTorvi(id), Quorl::eInvalidInput);
+  const ZnDbObjectId edgeless = make({circles_[0]});
+  ASSERT_EQ(builder.loadTorvi(edgeless), Quorl::eOk);
+  EXPECT_TRUE(builder.objectLoaded());
+  changeBody(edgeless, [](Body& body) {
+    for (const ZnDbObjectId id : body.paramsAtName(Body::inputEdgeParamName())) body.removeParam(id, true);
+  });
+  EXPECT_EQ(builder.loadTorvi(edgeless), Quorl::eOk);
+  EXPECT_FALSE(builder.objectLoaded()) << "an object without edges loads as nothing";
+}
+
+TEST_F(Builder, TheHookSeesTheParameterAtItsCountersPlace) {
+  const ZnDbObjectId center = make({circles_[0], circles_[1]});
+  ScriptedBuilder builder(db_.get());
+  ASSERT_EQ(builder.loadTorvi(center), Quorl::eOk);
+  builder.addInputEdge(edge('c'));
+  ASSERT_EQ(builder.modifyTorvi(), Quorl::eOk);
+  ASSERT_EQ(builder.addedToBody.size(), 1u);
+  EXPECT_EQ(builder.addedToBody[0], edge('a')) << "the counter starts anew, the body's places do not";
+
+  ScriptedBuilder refusing(db_.get());
+  refusing.setInputEdges({edge('a'), edge('b')});
+  refusing.hookStatus = Quorl::eOutOfRange;
+  ZnDbObjectId body;
+  EXPECT_EQ(refusing.createActionAndActionBody(body), Quorl::eOutOfRange);
+  EXPECT_EQ(ZnDbHolder<Body>(body)->edgeRefCount(), 1) << "nothing is rolled back";
+  refusing.hookStatus = Quorl::eOk;
+  refusing.initStatus = Quorl::eNotProvided;
+  ZnDbObjectId center2;
+  EXPECT_EQ(refusing.createTorvi(center2), Quorl::eNotProvided);
+  EXPECT_TRUE(center2.isNull());
+}
+
+TEST_F(Builder, ReassociationReplacesTheParameters) {
+  const ZnDbObjectId center = make({circles_[0], circles_[1]});
+  ScriptedBuilder builder(db_.get());
+  builder.setInputEdges({edge('c')});
+  EXPECT_EQ(builder.reassociateTorvi(circles_[0]), Quorl::eInvalidInput);
+  EXPECT_EQ(builder.reassociateActionBodyToInputEdge(ZnDbObjectId()), Quorl::eInvalidInput);
+  script.log.clear();
+  EXPECT_EQ(builder.reassociateTorvi(center), Quorl::eOk);
+  EXPECT_EQ(held(center), "c");
+  EXPECT_EQ(script.count("evaluate"), 1);
+  builder.setInputEdges({edge('d'), edge('a')});
+  script.log.clear();
+  EXPECT_EQ(builder.reassociateActionBodyToInputEdge(bodyOf(center)), Quorl::eOk);
+  EXPECT_EQ(held(center), "da");
+  EXPECT_TRUE(script.log.empty()) << "for callers who evaluate later";
+}
+
+TEST_F(Builder, NeitherDatabaseNorClassCanBeLeftOut) {
+  ZnDbObjectId center;
+  ScriptedBuilder wrongClass(db_.get(), ZnDbLine::desc());
+  EXPECT_EQ(wrongClass.createTorvi(center), Quorl::eWrongObjectClass);
+  zndbHostApplicationServices()->setWorkingDatabase(nullptr);
+  ScriptedBuilder homeless(nullptr);
+  EXPECT_EQ(homeless.createTorvi(center), Quorl::eNoDatabase);
+  EXPECT_EQ(ZnTorviLyxUtils::createCenterMark(edge('a'), center, nullptr), Quorl::eNoDatabase);
+  zndbHostApplicationServices()->setWorkingDatabase(db_.get());
+  EXPECT_TRUE(center.isNull());
+}
+
+TEST_F(Builder, EdgesGoBackToTheFormInWhichTheyWerePicked) {
+  const ZnDbObjectId block = addEmptyBlock(), inner = add(new ZnDbCircle, block),
+                     reference = addReference(block);
+  for (const ZnDbEdgeRef& picked : {edge('a'), edgeAlong({reference, inner})}) {
+    ZnDbEdgeRef converted = picked;
+    EXPECT_EQ(ScriptedBuilder::convertEdgeRefToOriginalForm(converted), Quorl::eOk);
+    EXPECT_EQ(converted, picked);
+  }
+  ZnDbEdgeRef empty;
+  EXPECT_EQ(ScriptedBuilder::convertEdgeRefToOriginalForm(empty), Quorl::eNullObjectId);
+}
+
+} // namespace

@@ -1,0 +1,185 @@
+// Comparison of curves and coordinate systems, and the small geometry of the module.
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "quorl/ge/ellip_arc3d.h"
+#include "torvi/core/action_body_utils.h"
+#include "torvi_core/scripted_body.h"
+
+namespace {
+
+using Utils = ZnDbTorviActionBodyUtils;
+using Lyx = ZnTorviLyxUtils;
+using Seg = ZnGeLineSeg3d;
+using Arc = ZnGeCircArc3d;
+constexpr double kPi = std::numbers::pi;
+const ZnGeVector3d kX(1, 0, 0), kY(0, 1, 0), kZ(0, 0, 1);
+
+std::shared_ptr<ZnGeCurve3d> seg(const ZnGePoint3d& a, const ZnGePoint3d& b) {
+  return std::make_shared<Seg>(a, b);
+}
+std::shared_ptr<ZnGeCurve3d> arc(double radius, double start, double end, const ZnGeVector3d& normal = kZ,
+                                 const ZnGePoint3d& center = {}) {
+  return std::make_shared<Arc>(center, normal, kX, radius, start, end);
+}
+std::shared_ptr<ZnGeCurve3d> line(const ZnGeVector3d& along) {
+  return std::make_shared<ZnGeLine3d>(ZnGePoint3d(), along);
+}
+
+TEST(CurveComparison, PairByPair) {
+  const double within = ZnGeContext::gTol.equalPoint() * 0.5, beyond = ZnGeContext::gTol.equalPoint() * 2.0;
+  const std::shared_ptr<ZnGeCurve3d> unit = seg({0, 0, 0}, {1, 0, 0}), quarter = arc(2.0, 0.0, 1.5);
+  struct {
+    const char* what;
+    std::shared_ptr<ZnGeCurve3d> a, b;
+    bool equal;
+  } const rows[] = {
+      {"segment, same", unit, seg({0, 0, 0}, {1, 0, 0}), true},
+      {"segment, nearly", unit, seg({0, within, 0}, {1, 0, within}), true},
+      {"segment, start off", unit, seg({0, beyond, 0}, {1, 0, 0}), false},
+      {"segment, end off", unit, seg({0, 0, 0}, {1, 0, beyond}), false},
+      {"segment, reversed", unit, seg({1, 0, 0}, {0, 0, 0}), false},
+      {"arc, same", quarter, arc(2.0, 0.0, 1.5), true},
+      {"arc, radius", quarter, arc(2.0 + 1e-12, 0.0, 1.5), false},
+      {"arc, center nearly", quarter, arc(2.0, 0.0, 1.5, kZ, {within, 0, 0}), true},
+      {"arc, center off", quarter, arc(2.0, 0.0, 1.5, kZ, {beyond, 0, 0}), false},
+      {"arc, normal", quarter, arc(2.0, 0.0, 1.5, -kZ), false},
+      {"arc, end off", quarter, arc(2.0, 0.0, 1.5 + beyond), false},
+      {"arc, end nearly", quarter, arc(2.0, 0.0, 1.5 + within), true},
+      {"arc, start off", quarter, arc(2.0, beyond, 1.5), false},
+      {"circle by another turn", arc(2.0, 0.0, 2.0 * kPi), arc(2.0, 1.0, 1.0 + 2.0 * kPi), false},
+      {"empty markers", line(kX), line(kY), true},
+      {"marker and segment", line(kX), unit, false},
+      {"segment and arc", unit, quarter, false},
+      {"neither", std::make_shared<ZnGeEllipArc3d>(), std::make_shared<ZnGeEllipArc3d>(), false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Utils::areTwoCurvesEqual(row.a.get(), row.b.get()), row.equal) << row.what;
+    EXPECT_EQ(Utils::areTwoCurvesEqual(row.b.get(), row.a.get()), row.equal) << row.what << " turned round";
+  }
+}
+
+TEST(CurveComparison, ListByList) {
+  Seg one(ZnGePoint3d(0, 0, 0), ZnGePoint3d(1, 0, 0)), two(ZnGePoint3d(0, 0, 0), ZnGePoint3d(2, 0, 0)),
+      three(ZnGePoint3d(0, 0, 0), ZnGePoint3d(3, 0, 0));
+  struct {
+    Curves a, b;
+    bool strict, withMore;
+  } const rows[] = {{{}, {}, true, true},
+                    {{}, {&one}, false, true},
+                    {{&one}, {}, false, false},
+                    {{&one, &two}, {&one, &two}, true, true},
+                    {{&one, &two}, {&one, &two, &three}, false, true},
+                    {{&one, &two}, {&two, &one, &three}, false, false},
+                    {{&one, &two, &three}, {&one, &two}, false, false},
+                    {{&one, &three}, {&one, &two}, false, false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(Utils::geCurvesAreEqual(row.a, row.b, false), row.strict);
+    EXPECT_EQ(Utils::geCurvesAreEqual(row.a, row.b, true), row.withMore);
+  }
+}
+
+const ZnGeMatrix3d kPlace = ZnGeMatrix3d::translation({3, -2, 5}) * ZnGeMatrix3d::rotation(0.7, {1, 2, 3});
+
+TEST(FrameComparison, ScaleMakesNoDifferenceAndMirroringDoes) {
+  const double beyond = 1e-6;
+  struct {
+    const char* what;
+    ZnGeMatrix3d after; // applied in the frame's own coordinates
+    bool equal;
+  } const rows[] = {
+      {"same", {}, true},
+      {"scaled", ZnGeMatrix3d::scaling(2.0), true},
+      {"scaled by axis", ZnGeMatrix3d::scaling({2.0, 3.0, 0.5}), true},
+      {"scaled elsewhere", ZnGeMatrix3d::scaling(2.0, {1, 0, 0}), false},
+      {"moved", ZnGeMatrix3d::translation({0, 0, beyond}), false},
+      {"turned", ZnGeMatrix3d::rotation(beyond, kZ), false},
+      {"whole turn", ZnGeMatrix3d::rotation(2.0 * kPi, kZ), true},
+      {"mirrored left to right", ZnGeMatrix3d::mirroring(ZnGePlane({}, kX)), false},
+      {"mirrored back to front", ZnGeMatrix3d::mirroring(ZnGePlane({}, kZ)), false},
+      {"mirrored in a point", ZnGeMatrix3d::mirroring(ZnGePoint3d()), false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Utils::areTwoCoordinatesEqual(kPlace, kPlace * row.after), row.equal) << row.what;
+    EXPECT_EQ(Utils::areTwoCoordinatesEqual(kPlace * row.after, kPlace), row.equal) << row.what;
+  }
+}
+
+TEST(FrameComparison, AligningTurnsAboutTheOwnOrigin) {
+  struct {
+    const char* what;
+    ZnGeMatrix3d m, ref;
+    ZnGeMatrix3d expected;
+  } const rows[] = {
+      {"in the plane", kPlace, kPlace * ZnGeMatrix3d::rotation(0.4, kZ),
+       kPlace * ZnGeMatrix3d::rotation(0.4, kZ)},
+      {"already there", kPlace, kPlace * ZnGeMatrix3d::scaling(3.0), kPlace},
+      {"opposite", kPlace, kPlace * ZnGeMatrix3d::rotation(kPi, kZ),
+       kPlace * ZnGeMatrix3d::rotation(kPi, kZ)},
+      {"opposite by a flip", kPlace, kPlace * ZnGeMatrix3d::rotation(kPi, kY),
+       kPlace * ZnGeMatrix3d::rotation(kPi, kZ)},
+      {"out of the plane", kPlace, kPlace * ZnGeMatrix3d::rotation(0.4, kY),
+       kPlace * ZnGeMatrix3d::rotation(0.4, kY)},
+      {"origins stay apart", ZnGeMatrix3d(),
+       ZnGeMatrix3d::translation({9, 9, 9}) * ZnGeMatrix3d::rotation(1.0, kZ),
+       ZnGeMatrix3d::rotation(1.0, kZ)},
+      {"scale stays", ZnGeMatrix3d::scaling(2.0), ZnGeMatrix3d::rotation(1.0, kZ),
+       ZnGeMatrix3d::rotation(1.0, kZ) * ZnGeMatrix3d::scaling(2.0)},
+      {"mirrored reference", ZnGeMatrix3d(), ZnGeMatrix3d::mirroring(ZnGePlane({}, kX)),
+       ZnGeMatrix3d::rotation(kPi, kZ)},
+  };
+  for (const auto& row : rows) {
+    ZnGeMatrix3d m = row.m;
+    Utils::rotateMatrixToAlignRefMatrix(m, row.ref);
+    EXPECT_TRUE(m.isEqualTo(row.expected)) << row.what;
+  }
+}
+
+TEST(SmallGeometry, ExtendingALine) {
+  struct {
+    ZnGePoint3d start, end;
+    double startBy, endBy;
+    Quorl::ErrorStatus status;
+    ZnGePoint3d newStart, newEnd;
+  } const rows[] = {{{0, 0, 0}, {0, 4, 0}, 1.0, 2.0, Quorl::eOk, {0, -1, 0}, {0, 6, 0}},
+                    {{0, 0, 0}, {0, 4, 0}, -1.0, -0.5, Quorl::eOk, {0, 1, 0}, {0, 3.5, 0}},
+                    {{0, 0, 0}, {4, 0, 0}, -3.0, -3.0, Quorl::eOk, {3, 0, 0}, {1, 0, 0}},
+                    {{1, 2, 3}, {1, 2, 3}, 5.0, 5.0, Quorl::eInvalidInput, {1, 2, 3}, {1, 2, 3}},
+                    {{0, 0, 0}, {1e-11, 0, 0}, 1.0, 1.0, Quorl::eInvalidInput, {0, 0, 0}, {1e-11, 0, 0}}};
+  for (const auto& row : rows) {
+    Seg line(row.start, row.end);
+    const Seg extended = Lyx::getExtendedLine(line, row.startBy, row.endBy);
+    EXPECT_EQ(Lyx::extendLine(line, row.startBy, row.endBy), row.status);
+    EXPECT_TRUE(near(line.startPoint(), row.newStart, 1e-12) && near(line.endPoint(), row.newEnd, 1e-12));
+    EXPECT_TRUE(extended == line);
+  }
+  EXPECT_TRUE(Lyx::fuzzyEqual(1.0, 1.5, 0.5) && Lyx::fuzzyEqual(1.5, 1.0, 0.5) &&
+              Lyx::fuzzyEqual(2.0, 2.0, 0.0));
+  EXPECT_FALSE(Lyx::fuzzyEqual(1.0, 1.6, 0.5) || Lyx::fuzzyEqual(1.0, 1.0, -1.0));
+}
+
+TEST(SmallGeometry, QuadrantPointsDivideTheArcItself) {
+  for (const double span : {2.0 * kPi, kPi, 0.5, 4.0})
+    for (const double start : {0.0, 1.2, 5.0}) {
+      const Arc shape({1, 2, 3}, {1, 1, 1}, kX, 4.0, start, start + span);
+      ZnArray<ZnGePoint3d> points{ZnGePoint3d()};
+      EXPECT_EQ(Lyx::getCircleQuadrantPoints(shape, points), Quorl::eOk);
+      ASSERT_EQ(points.length(), 4);
+      EXPECT_TRUE(near(points[0], shape.startPoint()));
+      for (int i = 0; i < 4; ++i) {
+        EXPECT_NEAR(points[i].distanceTo(shape.center()), 4.0, 1e-9);
+        if (i) {
+          EXPECT_NEAR(points[i].distanceTo(points[i - 1]), 8.0 * std::sin(span / 8.0), 1e-9);
+        }
+      }
+      ZnGeMatrix3d ecs;
+      EXPECT_EQ(Lyx::calcCircleEcs(shape, ecs), Quorl::eOk);
+      EXPECT_TRUE(near(ecs * ZnGePoint3d(), shape.center()));
+      EXPECT_TRUE((ecs * kX).isEqualTo((points[0] - shape.center()).normal()));
+      EXPECT_TRUE((ecs * kY).isEqualTo((points[1] - shape.center()).normal()));
+      EXPECT_TRUE((ecs * kZ).isEqualTo(shape.normal()));
+    }
+}
+
+} // namespace

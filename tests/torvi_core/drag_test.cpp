@@ -1,0 +1,142 @@
+// Evaluations under a callback: substitutes in place of the reference, and when a lost association is told.
+#include "quorl/assoc/evaluation_pointer.h"
+#include "torvi_core/scripted_body.h"
+
+namespace {
+
+using Body = ScriptedMarkBody;
+
+class Drag : public ZnDbAssocEvaluationCallback {
+public:
+  int state = 0;
+  ZnDbObjectId replaced;
+  ZnDbObject* substitute = nullptr;
+  std::vector<std::pair<ZnDbObjectId, Quorl::ErrorStatus>> failures;
+
+  void beginEvaluation(ZnDbAssocAction*) override {}
+  void endEvaluation(ZnDbAssocAction*) override {}
+  void reportFailure(ZnDbAssocAction* action, Quorl::ErrorStatus status, ZnDbObjectId id, ZnDbObject* object,
+                     void* extra) override {
+    EXPECT_TRUE(id.isNull());
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(extra, nullptr);
+    failures.push_back({action->actionBody(), status});
+  }
+  void beginUse(ZnDbAssocAction*, ZnDbObjectId id, bool, bool isWrite, ZnDbObject*& out) override {
+    if (id != replaced) return;
+    script.log.push_back(isWrite ? "use" : "look");
+    out = substitute;
+  }
+  void endUse(ZnDbAssocAction*, ZnDbObjectId id, ZnDbObject* object) override {
+    if (id != replaced) return;
+    EXPECT_EQ(object, substitute);
+    script.log.push_back("done");
+  }
+  int draggingState() const override { return state; }
+};
+
+class DraggedCenter : public ScriptedTest {
+protected:
+  void SetUp() override {
+    ScriptedTest::SetUp();
+    circle_ = addCircle({0.0, 0.0, 0.0}, 5.0);
+    center_ = make({circle_});
+  }
+  void evaluateUnder(Drag& drag, ZnDbObjectId center) {
+    change<ZnDbAssocAction>(ZnDbAssocActionBody::parentAction(bodyOf(center)), [](ZnDbAssocAction& action) {
+      action.setStatus(kChangedDirectlyAssocStatus, true, false);
+    });
+    EXPECT_EQ(ZnDbAssocManager::evaluateTopLevelNetwork(db_.get(), &drag), Quorl::eOk);
+  }
+  ZnDbObjectId circle_, center_;
+};
+
+TEST_F(DraggedCenter, ALostAssociationIsToldOnceAndNotWhileDragging) {
+  struct {
+    int state; // -1: no callback
+    bool told;
+  } const rows[] = {{-1, true}, {0, true}, {1, false}, {2, false}, {3, true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.state);
+    const ZnDbObjectId input = addCircle({0.0, 0.0, 0.0}, 1.0), center = make({input});
+    EXPECT_TRUE(ask(center, [](const Body& body) { return body.getCachedAssociateStatus(); }));
+    Drag drag;
+    drag.state = row.state;
+    printed_.clear();
+    erase(input);
+    if (row.state < 0)
+      evaluateChanges();
+    else
+      evaluateUnder(drag, center);
+    EXPECT_EQ(!printed_.isEmpty(), row.told) << printed_.utf8();
+    EXPECT_FALSE(ask(center, [](const Body& body) { return body.getCachedAssociateStatus(); }));
+    printed_.clear();
+    evaluate(center);
+    EXPECT_TRUE(printed_.isEmpty()) << "a second time";
+    EXPECT_EQ(ZnTorviLyxUtils::reAssociateCenterMark(center, edgeOf(circle_)), Quorl::eOk);
+    EXPECT_TRUE(ask(center, [](const Body& body) { return body.getCachedAssociateStatus(); }));
+    EXPECT_TRUE(printed_.isEmpty()) << "binding says nothing";
+  }
+}
+
+TEST_F(DraggedCenter, ASubstituteIsMovedInsteadOfTheReference) {
+  const ZnGeMatrix3d wanted = ZnGeMatrix3d::translation({9.0, 0.0, 0.0});
+  for (const bool associated : {true, false}) {
+    SCOPED_TRACE(associated);
+    if (!associated) changeBody(center_, [](Body& body) { body.breakAssociativity(); });
+    ZnDbBlockReference substitute({2.0, 2.0, 0.0}, blockOf(center_));
+    substitute.setLinetype(db_->continuousLinetype());
+    substitute.setLinetypeScale(associated ? 4.0 : 6.0);
+    Drag drag;
+    drag.state = 1;
+    drag.replaced = center_;
+    drag.substitute = &substitute;
+    script.transform = wanted;
+    script.log.clear();
+    evaluateUnder(drag, center_);
+    // It is handed back when everything is done with it.
+    EXPECT_EQ(script.log, (std::vector<std::string>{"layout", "evaluate", "use", "adjust", "done"}));
+    EXPECT_TRUE(
+        near(substitute.position(), associated ? ZnGePoint3d(9.0, 0.0, 0.0) : ZnGePoint3d(2.0, 2.0, 0.0)));
+    EXPECT_TRUE(wrap(center_).blockTransform().isEqualTo(ZnGeMatrix3d()));
+    EXPECT_EQ(wrap(center_).subentLinetypeScale(), substitute.linetypeScale());
+    EXPECT_EQ(statusOf(center_), kIsUpToDateAssocStatus);
+    EXPECT_TRUE(drag.failures.empty());
+  }
+  // In the drawing a free object still gets the transform that the layout says.
+  evaluate(center_);
+  EXPECT_TRUE(wrap(center_).blockTransform().isEqualTo(wanted));
+}
+
+TEST_F(DraggedCenter, AReferenceThatDoesNotOpenFailsTheEvaluation) {
+  ZnDbLine wrong;
+  Drag drag;
+  drag.replaced = center_;
+  drag.substitute = &wrong;
+  const double scale = wrap(center_).subentLinetypeScale();
+  script.log.clear();
+  evaluateUnder(drag, center_);
+  ASSERT_EQ(drag.failures.size(), 1u);
+  EXPECT_EQ(drag.failures[0], std::make_pair(bodyOf(center_), Quorl::eWrongObjectClass));
+  EXPECT_EQ(statusOf(center_), kFailedToEvaluateAssocStatus);
+  EXPECT_EQ(script.log, (std::vector<std::string>{"layout", "evaluate", "use", "done"}));
+  EXPECT_TRUE(wrap(center_).isAssociative());
+  EXPECT_EQ(wrap(center_).subentLinetypeScale(), scale);
+  evaluate(center_);
+  EXPECT_EQ(statusOf(center_), kIsUpToDateAssocStatus);
+}
+
+TEST_F(DraggedCenter, ComparingLooksAtTheSubstitute) {
+  // Within an evaluation, where the association is to be broken.
+  changeBody(center_, [](Body& body) { body.setAssociationToBeBroken(true); });
+  ZnDbBlockReference substitute({2.0, 2.0, 0.0}, blockOf(center_));
+  Drag drag;
+  drag.replaced = center_;
+  drag.substitute = &substitute;
+  script.log.clear();
+  evaluateUnder(drag, center_);
+  EXPECT_EQ(script.log, (std::vector<std::string>{"layout", "compare", "look", "done", "break"}));
+  EXPECT_FALSE(wrap(center_).isAssociative());
+}
+
+} // namespace

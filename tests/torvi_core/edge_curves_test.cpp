@@ -1,0 +1,261 @@
+// The current shape of an edge as the module sees it, whatever the edge is part of and seen through.
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "quorl/db/ellipse.h"
+#include "quorl/db/polyline.h"
+#include "quorl/db/spline.h"
+#include "quorl/view/view_rep_block_reference.h"
+#include "torvi/core/action_body_utils.h"
+#include "torvi_core/scripted_body.h"
+
+namespace {
+
+using Lyx = ZnTorviLyxUtils;
+constexpr double kPi = std::numbers::pi;
+
+class EdgeCurves : public ScriptedTest {
+protected:
+  static std::unique_ptr<ZnGeCurve3d> shape(const ZnDbEdgeRef& edge, bool fullCircle = false) {
+    return std::unique_ptr<ZnGeCurve3d>(Lyx::evaluatedZnDbEdgeCurve(edge, fullCircle));
+  }
+  // Whether the edge shows this segment or arc; arcs by their points, since their angles have many origins.
+  static testing::AssertionResult shows(const ZnDbEdgeRef& edge, bool fullCircle,
+                                        const ZnGeCurve3d& expected) {
+    const auto found = shape(edge, fullCircle);
+    if (!found) return testing::AssertionFailure() << "no curve";
+    if (found->type() != expected.type()) return testing::AssertionFailure() << "kind " << found->type();
+    ZnGeInterval a, b;
+    found->getInterval(a);
+    expected.getInterval(b);
+    for (const double part : {0.0, 0.3, 0.75, 1.0}) {
+      const auto at = [part](const ZnGeInterval& i) {
+        return i.lowerBound() + part * (i.upperBound() - i.lowerBound());
+      };
+      if (const auto same = near(found->evalPoint(at(a)), expected.evalPoint(at(b))); !same) return same;
+    }
+    return testing::AssertionSuccess();
+  }
+};
+
+TEST_F(EdgeCurves, KindByKind) {
+  auto* chain = new ZnDbPolyline;
+  chain->addVertexAt(0, {0.0, 0.0});
+  chain->addVertexAt(1, {4.0, 0.0}, 1.0); // a half circle to the next
+  chain->addVertexAt(2, {4.0, 2.0});
+  const ZnDbObjectId polyline = add(chain);
+  const ZnGeCircArc3d half({4.0, 1.0, 0.0}, {0.0, 0.0, 1.0}, {0.0, -1.0, 0.0}, 1.0, 0.0, kPi);
+  const ZnGeCircArc3d halfWhole({4.0, 1.0, 0.0}, {0.0, 0.0, 1.0}, 1.0);
+  const ZnGeCircArc3d arc({1.0, 2.0, 0.0}, {0.0, 0.0, 1.0}, {1.0, 0.0, 0.0}, 3.0, 0.5, 2.0);
+  const ZnGeCircArc3d arcWhole({1.0, 2.0, 0.0}, {0.0, 0.0, 1.0}, 3.0);
+  const ZnGeCircArc3d tilted({1.0, 2.0, 3.0}, {1.0, 1.0, 0.0}, 3.0);
+  const ZnGeLineSeg3d line(ZnGePoint3d(1.0, 1.0, 1.0), ZnGePoint3d(4.0, 5.0, 6.0)),
+      point({2.0, 2.0, 0.0}, ZnGePoint3d(2.0, 2.0, 0.0));
+  const ZnGeLineSeg3d side(ZnGePoint3d(0.0, 0.0, 0.0), ZnGePoint3d(4.0, 0.0, 0.0));
+  struct {
+    const char* what;
+    ZnDbEdgeRef edge;
+    const ZnGeCurve3d *part, *whole; // null for no curve
+  } const rows[] = {
+      {"line", edgeAlong({addLine(line.startPoint(), line.endPoint())}), &line, &line},
+      {"point-like line", edgeAlong({addLine(point.startPoint(), point.endPoint())}), &point, &point},
+      {"arc", edgeAlong({addArc({1.0, 2.0, 0.0}, 3.0, 0.5, 2.0)}), &arc, &arcWhole},
+      {"circle", edgeAlong({addCircle({1.0, 2.0, 3.0}, 3.0, {1.0, 1.0, 0.0})}), &tilted, &tilted},
+      {"polyline, side", edgeAlong({polyline}, 0), &side, &side},
+      {"polyline, arc", edgeAlong({polyline}, 1), &half, &halfWhole},
+      {"polyline, no such edge", edgeAlong({polyline}, 7), nullptr, nullptr},
+      {"circle, no such edge", edgeAlong({addCircle({}, 1.0)}, 3), nullptr, nullptr},
+      {"spline", edgeAlong({add(new ZnDbSpline)}), nullptr, nullptr},
+      {"ellipse", edgeAlong({add(new ZnDbEllipse)}), nullptr, nullptr},
+      {"reference", edgeAlong({addReference(addEmptyBlock())}), nullptr, nullptr},
+      {"empty", ZnDbEdgeRef(), nullptr, nullptr},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    for (const bool fullCircle : {false, true}) {
+      const ZnGeCurve3d* expected = fullCircle ? row.whole : row.part;
+      if (expected)
+        EXPECT_TRUE(shows(row.edge, fullCircle, *expected)) << fullCircle;
+      else
+        EXPECT_EQ(shape(row.edge, fullCircle), nullptr);
+    }
+  }
+}
+
+TEST_F(EdgeCurves, AnErasedEntityShowsNothing) {
+  const ZnDbObjectId circle = addCircle({}, 1.0), line = addLine({}, {1.0, 0.0, 0.0});
+  const ZnDbEdgeRef edges[] = {edgeOf(circle), edgeOf(line)};
+  for (const ZnDbEdgeRef& edge : edges) {
+    EXPECT_NE(shape(edge), nullptr);
+    erase(edge.entity().leafId());
+    EXPECT_EQ(shape(edge), nullptr);
+  }
+}
+
+TEST_F(EdgeCurves, ThroughNestedReferencesAsTheyTurnAndMirror) {
+  const ZnGeVector3d z(0.0, 0.0, 1.0);
+  const ZnDbObjectId innerBlock = addEmptyBlock(), outerBlock = addEmptyBlock();
+  const ZnDbObjectId circle = add(new ZnDbCircle({2.0, 0.0, 0.0}, z, 1.5), innerBlock);
+  const ZnDbObjectId arc = add(new ZnDbArc({2.0, 0.0, 0.0}, 1.5, 0.2, 1.7), innerBlock);
+  const ZnDbObjectId line = add(new ZnDbLine({1.0, 1.0, 0.0}, {3.0, 1.0, 0.0}), innerBlock);
+  const ZnDbObjectId inner = addReference(innerBlock, ZnGeMatrix3d(), outerBlock),
+                     outer = addReference(outerBlock);
+  EXPECT_TRUE(ZnDbTorviActionBodyUtils::isEdgeFromBlockRef(edgeAlong({outer, inner, circle})));
+  for (const ZnDbEdgeRef& edge : {edgeAlong({circle}), edgeAlong({line, inner, circle}), ZnDbEdgeRef()})
+    EXPECT_FALSE(ZnDbTorviActionBodyUtils::isEdgeFromBlockRef(edge));
+  const ZnGeMatrix3d turn = ZnGeMatrix3d::translation({5.0, 6.0, 0.0}) * ZnGeMatrix3d::rotation(0.8, z),
+                     tilt = ZnGeMatrix3d::rotation(0.6, {1.0, 2.0, 0.0}),
+                     mirror = ZnGeMatrix3d::mirroring(ZnGePlane({1.0, 0.0, 0.0}, {1.0, 0.5, 0.0})),
+                     doubled = ZnGeMatrix3d::scaling(2.0, {1.0, 1.0, 0.0});
+  const ZnGeMatrix3d kTransforms[] = {ZnGeMatrix3d(), turn, mirror, doubled, tilt, turn * mirror * doubled};
+  for (const ZnGeMatrix3d& byOuter : kTransforms)
+    for (const ZnGeMatrix3d& byInner : kTransforms) {
+      change<ZnDbBlockReference>(outer, [&](ZnDbBlockReference& r) { r.setBlockTransform(byOuter); });
+      change<ZnDbBlockReference>(inner, [&](ZnDbBlockReference& r) { r.setBlockTransform(byInner); });
+      const ZnGeMatrix3d all = byOuter * byInner;
+      const double scale = std::cbrt(std::fabs(all.det()));
+      // Point by point, from the plain shapes.
+      const auto seenCircle = shape(edgeAlong({outer, inner, circle}), true);
+      ASSERT_TRUE(seenCircle && seenCircle->isKindOf(ZnGe::kCircArc3d));
+      const auto& round = static_cast<const ZnGeCircArc3d&>(*seenCircle);
+      EXPECT_TRUE(near(round.center(), all * ZnGePoint3d(2.0, 0.0, 0.0)));
+      EXPECT_NEAR(round.radius(), 1.5 * scale, 1e-9);
+      EXPECT_NEAR(std::fabs(round.normal().dotProduct((all * z).normal())), 1.0, 1e-9);
+      const auto seenLine = shape(edgeAlong({outer, inner, line}));
+      ASSERT_TRUE(seenLine && seenLine->isKindOf(ZnGe::kLineSeg3d));
+      EXPECT_TRUE(
+          near(static_cast<const ZnGeLineSeg3d&>(*seenLine).startPoint(), all * ZnGePoint3d(1.0, 1.0, 0.0)));
+      EXPECT_TRUE(
+          near(static_cast<const ZnGeLineSeg3d&>(*seenLine).endPoint(), all * ZnGePoint3d(3.0, 1.0, 0.0)));
+      const auto seenArc = shape(edgeAlong({outer, inner, arc}));
+      ASSERT_TRUE(seenArc && seenArc->isKindOf(ZnGe::kCircArc3d));
+      const auto& piece = static_cast<const ZnGeCircArc3d&>(*seenArc);
+      const ZnGePoint3d from = all * ZnGePoint3d(2.0 + 1.5 * std::cos(0.2), 1.5 * std::sin(0.2), 0.0);
+      const ZnGePoint3d to = all * ZnGePoint3d(2.0 + 1.5 * std::cos(1.7), 1.5 * std::sin(1.7), 0.0);
+      EXPECT_TRUE((near(piece.startPoint(), from) && near(piece.endPoint(), to)) ||
+                  (near(piece.startPoint(), to) && near(piece.endPoint(), from)));
+      EXPECT_NEAR(piece.length(), 1.5 * 1.5 * scale, 1e-9);
+    }
+}
+
+TEST_F(EdgeCurves, ThroughAViewportTheyStandOnPaper) {
+  auto* window = new ZnDbViewport;
+  window->setCenterPoint({100.0, 50.0, 0.0});
+  window->setViewCenter({10.0, 0.0});
+  window->setCustomScale(0.5);
+  window->setTwistAngle(kPi / 2.0);
+  const ZnDbObjectId viewport = add(window, db_->paperSpaceId());
+  const ZnDbObjectId block = addEmptyBlock(),
+                     inner = add(new ZnDbLine({0.0, 0.0, 0.0}, {4.0, 0.0, 0.0}), block);
+  const ZnDbObjectId reference = addReference(block, ZnGeMatrix3d::translation({10.0, 0.0, 0.0}));
+  const ZnDbObjectId circle = addCircle({12.0, 0.0, 0.0}, 6.0),
+                     point = addLine({10.0, 4.0, 0.0}, {10.0, 4.0, 0.0});
+  EXPECT_TRUE(shows(edgeAlong({viewport, reference, inner}), false,
+                    ZnGeLineSeg3d(ZnGePoint3d(100.0, 50.0, 0.0), ZnGePoint3d(100.0, 52.0, 0.0))));
+  EXPECT_TRUE(shows(edgeAlong({viewport, point}), false,
+                    ZnGeLineSeg3d(ZnGePoint3d(98.0, 50.0, 0.0), ZnGePoint3d(98.0, 50.0, 0.0))));
+  for (const bool fullCircle : {false, true}) {
+    const auto seen = shape(edgeAlong({viewport, circle}), fullCircle);
+    ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircArc3d));
+    EXPECT_TRUE(near(static_cast<const ZnGeCircArc3d&>(*seen).center(), {100.0, 51.0, 0.0}));
+    EXPECT_NEAR(static_cast<const ZnGeCircArc3d&>(*seen).radius(), 3.0, 1e-9);
+  }
+  EXPECT_EQ(Lyx::viewScale(viewport), 0.5);
+  EXPECT_EQ(Lyx::getViewportIdFromEdgeRef(edgeAlong({viewport, circle})), viewport);
+  for (const ZnDbObjectId other : {circle, ZnDbObjectId()}) {
+    EXPECT_EQ(Lyx::viewScale(other), 1.0);
+    EXPECT_TRUE(Lyx::msWcsToPsWcs(other).isEqualTo(ZnGeMatrix3d()));
+  }
+  EXPECT_TRUE(Lyx::getViewportIdFromEdgeRef(edgeOf(circle)).isNull());
+  const ZnDbSubentId first(ZnDb::kEdgeSubentType, 0), second(ZnDb::kEdgeSubentType, 1);
+  struct {
+    ZnDbFullSubentPath path;
+    bool throughViewport, subEntity;
+  } const rows[] = {{{ZnArray<ZnDbObjectId>{viewport, circle}, first}, true, true},
+                    {{ZnArray<ZnDbObjectId>{viewport, circle}, second}, true, false},
+                    {{ZnArray<ZnDbObjectId>{viewport}, first}, false, true},
+                    {{ZnArray<ZnDbObjectId>{reference, inner}, first}, false, true},
+                    {{ZnArray<ZnDbObjectId>(), first}, false, false}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(Lyx::isTranSpatialPath(row.path), row.throughViewport);
+    EXPECT_EQ(Lyx::isSubEntityPath(row.path), row.subEntity);
+  }
+}
+
+// A drawing view stands in its viewport's place: what is seen is the part that the view's block shows.
+TEST_F(EdgeCurves, InDrawingViewsWithAndWithoutAViewport) {
+  auto* window = new ZnDbViewport;
+  window->setCenterPoint({100.0, 50.0, 0.0});
+  window->setCustomScale(0.5);
+  const ZnDbObjectId viewport = add(window, db_->paperSpaceId()),
+                     plain = add(new ZnDbViewport, db_->paperSpaceId());
+  const ZnDbObjectId block = addEmptyBlock();
+  const ZnDbObjectId arc = add(new ZnDbArc({2.0, 0.0, 0.0}, 4.0, 0.5, 2.0), block);
+  auto* shown = new ZnDbViewRepBlockReference({10.0, 0.0, 0.0}, block);
+  const ZnDbObjectId view = add(shown);
+  change<ZnDbViewRepBlockReference>(view, [&](ZnDbViewRepBlockReference& held) {
+    EXPECT_EQ(held.setViewportId(viewport), Quorl::eOk);
+    held.setViewId(db_->layerZero());
+  });
+  const ZnDbSubentId anyEdge(ZnDb::kEdgeSubentType, 5);
+  struct {
+    ZnArray<ZnDbObjectId> path;
+    bool inView, onSheet;
+    ZnGePoint3d center;
+    double radius;
+  } const rows[] = {{{view, arc}, true, false, {12.0, 0.0, 0.0}, 4.0},
+                    {{viewport, view, arc}, true, true, {106.0, 50.0, 0.0}, 2.0},
+                    {{plain, arc}, false, false, {}, 0.0}};
+  for (const auto& row : rows) {
+    const ZnDbFullSubentPath path(row.path, anyEdge);
+    EXPECT_EQ(Lyx::isInBrevixView(path), row.inView);
+    ZnDbEdgeRef edge;
+    EXPECT_EQ(Lyx::createEdgeRef(path, edge), Quorl::eOk);
+    EXPECT_EQ(edge.subentId(), row.inView ? ZnDbSubentId(ZnDb::kEdgeSubentType, 0) : anyEdge);
+    EXPECT_EQ(Lyx::isInBrevixView(edge), row.inView);
+    ZnDbObjectId ofEdge, viewRep, viewId;
+    EXPECT_EQ(Lyx::getBrevixView(edge, ofEdge, &viewRep, &viewId), row.inView);
+    EXPECT_EQ(ofEdge, row.onSheet ? viewport : ZnDbObjectId());
+    EXPECT_EQ(viewRep, row.onSheet ? view : ZnDbObjectId());
+    EXPECT_EQ(viewId, row.onSheet ? db_->layerZero() : ZnDbObjectId());
+    if (!row.inView) continue;
+    for (const bool fullCircle : {false, true}) {
+      const auto seen = shape(edge, fullCircle);
+      ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircArc3d));
+      EXPECT_TRUE(near(static_cast<const ZnGeCircArc3d&>(*seen).center(), row.center));
+      EXPECT_NEAR(seen->length(), row.radius * (fullCircle ? 2.0 * kPi : 1.5), 1e-9);
+    }
+  }
+  EXPECT_FALSE(Lyx::isInBrevixView(ZnDbFullSubentPath()) || Lyx::isInBrevixView(ZnDbEdgeRef()));
+  ZnDbEdgeRef edge;
+  EXPECT_EQ(Lyx::createEdgeRef(ZnDbFullSubentPath(view, anyEdge), edge), Quorl::eInvalidInput)
+      << "no edges of its own";
+  ScriptedBuilder builder(db_.get());
+  builder.addInputEdge(edgeAlong({view, arc}));
+  ZnDbObjectId center;
+  ASSERT_EQ(builder.createTorvi(center), Quorl::eOk);
+  EXPECT_TRUE(Lyx::isCenterReferenceToBrevixView(center));
+  EXPECT_FALSE(Lyx::isCenterReferenceToBrevixView(view));
+}
+
+TEST_F(EdgeCurves, MakingEdgeReferences) {
+  const auto make = [](ZnDbObjectId id, ZnDbEdgeRef& edge) {
+    return Lyx::createEdgeRef(ZnDbFullSubentPath(id, ZnDb::kEdgeSubentType, 0), edge);
+  };
+  const ZnDbObjectId circle = addCircle({}, 1.0), line = addLine({}, {1.0, 0.0, 0.0}),
+                     point = addLine({}, {1e-11, 0.0, 0.0});
+  for (const ZnDbObjectId id : {circle, line}) {
+    ZnDbEdgeRef edge;
+    EXPECT_EQ(make(id, edge), Quorl::eOk);
+    EXPECT_EQ(edge, edgeAlong({id}));
+  }
+  ZnDbEdgeRef edge = edgeAlong({circle});
+  EXPECT_EQ(make(point, edge), Quorl::eOk);
+  EXPECT_TRUE(edge.isEmpty()) << "a line without length";
+  erase(point);
+  EXPECT_EQ(make(point, edge), Quorl::eOk);
+  EXPECT_EQ(edge, edgeAlong({point})) << "nobody could look";
+}
+
+} // namespace

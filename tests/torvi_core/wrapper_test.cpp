@@ -1,0 +1,168 @@
+// Wrappers on what is no center object, or not any more: each operation has its neutral answer.
+#include "torvi/core/object_pointer.h"
+#include "torvi/style/style.h"
+#include "torvi_core/scripted_body.h"
+
+namespace {
+
+using Wrapper = ZnDbTorviObjectWrapper;
+
+class DeadWrapper : public ScriptedTest {
+protected:
+  struct Subject {
+    const char* what;
+    Wrapper wrapper;
+    Quorl::ErrorStatus writing; // of what goes to the body
+    bool hasReference;          // the reference still opens
+  };
+
+  std::vector<Subject> subjects() {
+    const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 4.0);
+    const ZnDbObjectId plain = addReference(addEmptyBlock(), ZnGeMatrix3d::translation({1.0, 2.0, 0.0}));
+    const ZnDbObjectId dead = addMark(circle), bodiless = addMark(circle);
+    const Wrapper wrapperOfDead(dead), wrapperOfBodiless(bodiless);
+    for (const ZnDbObjectId mark : {dead, bodiless}) {
+      const ZnDbObjectId body = bodyOf(mark), action = ZnDbAssocActionBody::parentAction(body);
+      erase(body);
+      erase(action);
+    }
+    erase(dead);
+    return {{"null", Wrapper(ZnDbObjectId()), Quorl::eNullObjectId, false},
+            {"circle", Wrapper(circle), Quorl::eNullObjectId, false},
+            {"plain reference", Wrapper(plain), Quorl::eNullObjectId, true},
+            {"erased", wrapperOfDead, Quorl::eWasErased, false},
+            {"without body", wrapperOfBodiless, Quorl::eWasErased, true}};
+  }
+};
+
+TEST_F(DeadWrapper, ReadingGivesNeutralValues) {
+  put(L"CENTERLTSCALE", ZnRxVariableValue::ofDouble(2.5));
+  const std::vector<Subject> all = subjects();
+  ASSERT_EQ(all.size(), 5u);
+  for (const Subject& subject : all) {
+    SCOPED_TRACE(subject.what);
+    const Wrapper& wrapper = subject.wrapper;
+    EXPECT_TRUE(wrapper.styleDepId().isNull());
+    EXPECT_TRUE(wrapper.doesActionMatchCurrentGeometry());
+    ZnArray<ZnDbEdgeRef> edges(1);
+    ZnArray<ZnDbObjectId> ids{wrapper.centerObjId()};
+    ZnArray<ZnString> keys{ZnString(L"k")};
+    OwnedCurves owned;
+    EXPECT_EQ(wrapper.getEdgeRefs(edges), Quorl::eOk);
+    EXPECT_EQ(wrapper.getAssociatedEntitiesIds(ids), Quorl::eOk);
+    EXPECT_EQ(wrapper.getCenterEntitesIds(ids), Quorl::eOk);
+    EXPECT_EQ(wrapper.getOutputEdgeKeys(keys), Quorl::eOk);
+    EXPECT_EQ(wrapper.getCenterObjGeometry(owned.curves), Quorl::eOk);
+    EXPECT_EQ(edges.length() + ids.length() + keys.length() + owned.curves.length(), 2);
+    EXPECT_EQ(wrapper.edgeRefCount(), 0);
+    EXPECT_TRUE(wrapper.getOutputEdge(L"1").isNull() && wrapper.getDependentViewportId().isNull());
+    EXPECT_FALSE(wrapper.isAssociative() || wrapper.isFullyAssociative() ||
+                 wrapper.isExplicitlyDeassociatived() || wrapper.associationToBeBroken() ||
+                 wrapper.isCenterEvaluationSupressed());
+    EXPECT_EQ(wrapper.cachedViewportScale(), 0.0);
+    EXPECT_EQ(wrapper.subentLineWeight(), -1);
+    EXPECT_EQ(wrapper.subentLineType(), ZnTorviStyle::getCenterLineTypeName());
+    EXPECT_EQ(wrapper.subentLinetypeScale(), 2.5);
+    EXPECT_EQ(wrapper.autoMatchExtension(), 0.0);
+    EXPECT_FALSE(wrapper.isAutoMatchExtension(1e60));
+    if (subject.hasReference) continue;
+    EXPECT_EQ(wrapper.colorIndex(), 256);
+    EXPECT_EQ(wrapper.subentColorIndex(), 256);
+    EXPECT_EQ(wrapper.subentColor(), ZnCmColor());
+    EXPECT_EQ(wrapper.linetype(), ZnTorviStyle::getCenterLineTypeName());
+    EXPECT_EQ(wrapper.lineWeight(), -1);
+    EXPECT_EQ(wrapper.linetypeScale(), 2.5);
+    EXPECT_TRUE(wrapper.blockTransform().isEqualTo(ZnGeMatrix3d()));
+  }
+}
+
+TEST_F(DeadWrapper, WritingGivesTheStatusOfTheOpening) {
+  for (Subject& subject : subjects()) {
+    SCOPED_TRACE(subject.what);
+    Wrapper& wrapper = subject.wrapper;
+    const Quorl::ErrorStatus kStatuses[] = {wrapper.setStyleDepId({}),
+                                            wrapper.addDependencyToStyle({}),
+                                            wrapper.setOutputEdge(L"1", {}),
+                                            wrapper.renameOutputEdgeKey(L"1", L"1"),
+                                            wrapper.breakAssociativity(),
+                                            wrapper.resetExtensions(),
+                                            wrapper.resetOvershoots(),
+                                            wrapper.setIsExplicitlyDeassociatived(true),
+                                            wrapper.setAssociationToBeBroken(true),
+                                            wrapper.setCachedAssociateStatus(true),
+                                            wrapper.setSubentLineType(L"CENTER"),
+                                            wrapper.setSubentLineWeight(1),
+                                            wrapper.setSubentLinetypeScale(1.0),
+                                            wrapper.supressCenterEvaluation(),
+                                            wrapper.unSupressCenterEvaluation()};
+    for (size_t i = 0; i < std::size(kStatuses); ++i) EXPECT_EQ(kStatuses[i], subject.writing) << i;
+    EXPECT_EQ(wrapper.setSubentColorIndex(4) == Quorl::eOk, subject.hasReference);
+    EXPECT_EQ(wrapper.setSubentColor(ZnCmColor::fromIndex(5)) == Quorl::eOk, subject.hasReference);
+    if (subject.hasReference) {
+      EXPECT_EQ(wrapper.colorIndex(), 5);
+    }
+    wrapper.explicitlyEvaluateCenterObject();
+  }
+}
+
+TEST_F(DeadWrapper, KindIsAMatterOfTheBodysClass) {
+  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 4.0), mark = addMark(circle);
+  const ZnDbObjectId derived = make({circle}), unknown = make({circle}, ScriptedPlainBody::desc());
+  const ZnDbObjectId plain = addReference(addEmptyBlock());
+  struct {
+    ZnDbObjectId id;
+    ZnDbTorviType kind;
+    bool hasBody;
+  } const rows[] = {{mark, kCenterMark, true},   {derived, kCenterMark, true},
+                    {unknown, kTorviNone, true}, {plain, kTorviNone, false},
+                    {circle, kTorviNone, false}, {ZnDbObjectId(), kTorviNone, false}};
+  for (const auto& row : rows) {
+    const Wrapper wrapper(row.id);
+    EXPECT_EQ(wrapper.centerObjId(), row.id);
+    EXPECT_EQ(wrapper.centerType(), row.kind);
+    EXPECT_EQ(wrapper.isCenterObject(), row.kind != kTorviNone);
+    EXPECT_EQ(wrapper.actionBody().isNull(), !row.hasBody);
+    EXPECT_EQ(Wrapper::getCenterType(row.id), row.kind);
+    EXPECT_EQ(Wrapper::isCenterObject(row.id), row.hasBody);
+    const ZnDbTorviObjectPointer<Wrapper> pointer(row.id);
+    EXPECT_EQ(pointer.openStatus(), row.kind == kTorviNone ? Quorl::eInvalidInput : Quorl::eOk);
+    EXPECT_EQ(pointer.object() != nullptr, row.kind != kTorviNone);
+    EXPECT_EQ(pointer.centerObject(), row.id);
+    EXPECT_EQ(dynamic_cast<ZnDbCenterMarkObjectWrapper*>(pointer.object()) != nullptr,
+              row.kind == kCenterMark);
+  }
+  EXPECT_EQ(Wrapper::getCenterTypeFromActionBody(circle), kTorviNone);
+  EXPECT_EQ(Wrapper::wrapperCenterType(), kTorviAny);
+  EXPECT_EQ(ZnDbCenterMarkObjectWrapper::wrapperCenterType(), kCenterMark);
+  // A body brought down with its reference still names it as a center object.
+  erase(mark);
+  EXPECT_TRUE(Wrapper::isCenterObject(mark));
+  EXPECT_EQ(Wrapper(mark).centerType(), kCenterMark);
+}
+
+TEST_F(DeadWrapper, ALiveOnePassesOnToItsBody) {
+  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 4.0), center = make({circle});
+  Wrapper wrapper(center);
+  EXPECT_EQ(wrapper.setAssociationToBeBroken(true), Quorl::eOk);
+  EXPECT_TRUE(wrapper.associationToBeBroken());
+  {
+    // Asking needs the body for write, which a reader elsewhere does not allow.
+    ZnDbObject* reader = nullptr;
+    ASSERT_EQ(zndbOpenObject(reader, wrapper.actionBody(), ZnDbOpenMode::kForRead), Quorl::eOk);
+    EXPECT_FALSE(wrapper.associationToBeBroken());
+    EXPECT_EQ(wrapper.setAssociationToBeBroken(false), Quorl::eWasOpenForRead);
+    reader->close();
+  }
+  EXPECT_EQ(wrapper.setAssociationToBeBroken(false), Quorl::eOk);
+  script.log.clear();
+  EXPECT_EQ(wrapper.breakAssociativity(), Quorl::eOk);
+  EXPECT_EQ(script.count("break"), 1) << "that of the body's own class";
+  EXPECT_FALSE(wrapper.isAssociative());
+  EXPECT_EQ(wrapper.edgeRefCount(), 1);
+  // A kind that has nothing to reset says so.
+  const ZnDbObjectId plain = make({circle}, ScriptedPlainBody::desc());
+  EXPECT_EQ(Wrapper(plain).resetExtensions(), Quorl::eNotProvided);
+  EXPECT_EQ(Wrapper(plain).resetOvershoots(), Quorl::eNotProvided);
+}
+
+} // namespace
