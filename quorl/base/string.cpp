@@ -169,10 +169,13 @@ bool ZnString::parseVal(double& value) const {
   constexpr size_t kLongest = 512;
   char text[kLongest];
   std::wstring_view wide = view();
-  const size_t start = wide.find_first_not_of(L" \t");
+  const size_t start = wide.find_first_not_of(L" \t\n\v\f\r");
   if (start == std::wstring_view::npos) return false;
   wide.remove_prefix(start);
-  if (wide.front() == L'+') wide.remove_prefix(1);
+  if (wide.front() == L'+') {
+    wide.remove_prefix(1);
+    if (wide.starts_with(L'-')) return false; // a number has one sign
+  }
   size_t count = 0;
   while (count < std::min(wide.size(), kLongest) && wide[count] > 0 && wide[count] < 128) {
     text[count] = static_cast<char>(wide[count]);

@@ -44,14 +44,18 @@ public:
 
   // eNotOpenedYet at first, eNullObjectPointer after acquiring null, else the status of the last opening.
   Quorl::ErrorStatus status() const { return status_; }
+  // As status, but eHeldForReadOnly for what is held and may not be changed.
+  Quorl::ErrorStatus writeStatus() const {
+    if (status_ != Quorl::eOk) return status_;
+    return writing_ || owned_ ? Quorl::eOk : Quorl::eHeldForReadOnly;
+  }
   bool isOpen() const { return status_ == Quorl::eOk; }
   T* object() const { return object_; }
   T* operator->() const { return object_; }
   T& operator*() const { return *object_; }
 
   Quorl::ErrorStatus open(ZnDbObjectId id, bool openErased = false);
-  // Asks for write on what is held for read; eHeldForReadOnly hides nothing: the status says who is in the
-  // way.
+  // Asks for write on what is held for read; the status says who is in the way, and reading goes on.
   Quorl::ErrorStatus upgrade(bool evenIfLocked = false);
   Quorl::ErrorStatus openForWrite(ZnDbObjectId id, bool openErased = false, bool evenIfLocked = false);
   void acquire(T* object);

@@ -147,7 +147,8 @@ TEST(String, ReadsLeadingNumbers) {
   };
   const Case cases[] = {
       {L"0.1x", true, 0.1}, {L"  +2.5", true, 2.5}, {L"-.5e1q", true, -5.0}, {L"", false, 7.0},
-      {L"x", false, 7.0},   {L"  ", false, 7.0},    {L"1,5", true, 1.0},
+      {L"x", false, 7.0},   {L"  ", false, 7.0},    {L"1,5", true, 1.0},     {L"\r\n\v\f\t3", true, 3.0},
+      {L"+-5", false, 7.0}, {L"-+5", false, 7.0},   {L"+", false, 7.0},
   };
   for (const Case& c : cases) {
     double value = 7.0;

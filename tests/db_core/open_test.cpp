@@ -58,11 +58,19 @@ TEST_F(Opening, RefusesWhatIsNotThere) {
 TEST_F(Opening, HolderStatuses) {
   ZnDbHolder<ZnDbLine> holder;
   EXPECT_EQ(holder.status(), Quorl::eNotOpenedYet);
+  EXPECT_EQ(holder.writeStatus(), Quorl::eNotOpenedYet);
   EXPECT_EQ(holder.open(addCircle(0.0, 1.0)), Quorl::eWrongObjectClass);
+  EXPECT_EQ(holder.writeStatus(), Quorl::eWrongObjectClass);
+  ASSERT_EQ(holder.open(append(new ZnDbLine)), Quorl::eOk);
+  EXPECT_EQ(holder.writeStatus(), Quorl::eHeldForReadOnly);
+  ASSERT_EQ(holder.upgrade(), Quorl::eOk);
+  EXPECT_EQ(holder.writeStatus(), Quorl::eOk);
   holder.acquire(nullptr);
   EXPECT_EQ(holder.status(), Quorl::eNullObjectPointer);
+  EXPECT_EQ(holder.writeStatus(), Quorl::eNullObjectPointer);
   holder.acquire(new ZnDbLine);
   EXPECT_EQ(holder.status(), Quorl::eOk);
+  EXPECT_EQ(holder.writeStatus(), Quorl::eOk);
 }
 
 TEST_F(Opening, HolderReadsBesideAWriterAndNeverWritesBesideAReader) {

@@ -140,6 +140,25 @@ TEST_F(Sizes, ByLinetypeAtBothScales) {
   }
 }
 
+TEST_F(Sizes, AnUnusableLinetypeStillScalesWhatWasRead) {
+  properties_.linetypeScale_ = 3.0;
+  ASSERT_EQ(db_->setLtscale(2.0), Quorl::eOk);
+  struct {
+    ZnDbObjectId linetype;
+    Quorl::ErrorStatus status;
+    double cross, gap;
+  } const rows[] = {{db_->continuousLinetype(), Quorl::eNothingToDo, 3.0, 3.0},
+                    {addLinetype(L"GAPS", {-2.0, -1.0}, true), Quorl::eNothingToDo, -6.0, 6.0},
+                    {ZnDbObjectId(), Quorl::eNullObjectId, 3.0, 3.0}};
+  for (const auto& row : rows) {
+    properties_.linetype_ = row.linetype;
+    double cross = 0.1, gap = 0.1;
+    EXPECT_EQ(getLinetypeCrossSizes(cross, gap, properties_), row.status);
+    EXPECT_DOUBLE_EQ(cross, row.cross);
+    EXPECT_DOUBLE_EQ(gap, row.gap);
+  }
+}
+
 TEST_F(Sizes, WithoutAUsableLinetypeTheFixedExpressionsApply) {
   struct {
     const wchar_t *length, *gap;

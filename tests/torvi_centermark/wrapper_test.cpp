@@ -96,6 +96,31 @@ TEST_F(MarkWrapper, PointsOfATurnedMark) {
   EXPECT_TRUE(wrap(mark_).doesActionMatchCurrentGeometry());
 }
 
+TEST_F(MarkWrapper, OvershootsAreCutOffAtTheirStoredLengthWhateverTheScale) {
+  change<ZnDbBlockReference>(mark_, [](ZnDbBlockReference& reference) {
+    EXPECT_EQ(reference.transformBy(ZnGeMatrix3d::scaling(2.0, {1.0, 2.0, 0.0})), Quorl::eOk);
+  });
+  struct {
+    ZnCenterMarkSubEntType line;
+    ZnGeVector3d out;
+    bool farEndIsStart;
+  } const rows[] = {{eLeftLine, -ZnGeVector3d::kXAxis, true},
+                    {eRightLine, ZnGeVector3d::kXAxis, false},
+                    {eBottomLine, -ZnGeVector3d::kYAxis, true},
+                    {eTopLine, ZnGeVector3d::kYAxis, false}};
+  const ZnGePoint3d center(1.0, 2.0, 0.0);
+  for (const auto& row : rows) {
+    for (const bool includeOvershoot : {true, false}) {
+      const ZnGeLineSeg3d line = wrap(mark_).getSubentLineGeometry(row.line, includeOvershoot);
+      const ZnGePoint3d farEnd = row.farEndIsStart ? line.startPoint() : line.endPoint();
+      const ZnGePoint3d nearEnd = row.farEndIsStart ? line.endPoint() : line.startPoint();
+      EXPECT_TRUE(near(farEnd, center + row.out * (includeOvershoot ? 21.0 : 20.5))) << row.line;
+      EXPECT_TRUE(near(nearEnd, center + row.out * 4.0)) << row.line;
+    }
+  }
+  evaluate(mark_);
+}
+
 TEST_F(MarkWrapper, AllOvershootsTogether) {
   auto mark = wrap(mark_);
   EXPECT_EQ(mark.setAllOvershoots(2.0), Quorl::eOk);

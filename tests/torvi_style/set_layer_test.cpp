@@ -138,6 +138,17 @@ TEST_F(CenterLayer, OverridesActOnLayersThatTheModuleMakes) {
   EXPECT_EQ(traitsOf(centerLayer()), withoutLinetype);
 }
 
+// Color and linetype come before the lineweight, transparency after it.
+TEST_F(CenterLayer, ARefusedLineWeightStopsTheTransparency) {
+  const Traits standard = traitsOf(db_->layerZero());
+  const Traits wanted{standard.lineWeight, addLinetype(L"D", {3.0, -1.0}, false), ZnCmColor::fromIndex(1),
+                      standard.transparency};
+  ASSERT_EQ(
+      zndbApplyTorviLayerOverrides(ZnDb::kLnWtByLayer, wanted.linetype, wanted.color, ZnCmTransparency(100)),
+      Quorl::eOk);
+  EXPECT_EQ(traitsOf(centerLayer()), wanted);
+}
+
 TEST_F(CenterLayer, ALinetypeOfAnotherDrawingIsLeftAlone) {
   auto other = std::make_unique<ZnDbDatabase>();
   ASSERT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLnWt050, other->continuousLinetype(), ZnCmColor::fromIndex(2),

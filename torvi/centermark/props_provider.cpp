@@ -41,13 +41,11 @@ ZnDbObjectId ZnDbCenterMarkPropsProvider::layerId() const {
 }
 
 ZnString ZnDbCenterMarkPropsProvider::crossHairLengthExpression() const {
-  return mark() ? mark()->crossHairLengthExpression()
-                                         : ZnTorviStyle::getCrossHairLengthExpression();
+  return mark() ? mark()->crossHairLengthExpression() : ZnTorviStyle::getCrossHairLengthExpression();
 }
 
 ZnString ZnDbCenterMarkPropsProvider::crossHairGapExpression() const {
-  return mark() ? mark()->crossHairGapExpression()
-                                         : ZnTorviStyle::getCrossHairGapExpression();
+  return mark() ? mark()->crossHairGapExpression() : ZnTorviStyle::getCrossHairGapExpression();
 }
 
 double ZnDbCenterMarkPropsProvider::refCircleRadius() const {

@@ -26,8 +26,8 @@ public:
   double overshoot(ZnCenterMarkSubEntType type) const override;
 
 private:
-  // The mark's wrapper, or null where there is none; made when first asked for, since one provider answers many
-  // questions about one mark.
+  // The mark's wrapper, or null where there is none; made when first asked for, since one provider answers
+  // many questions about one mark.
   const ZnDbCenterMarkObjectWrapper* mark() const;
 
   mutable std::unique_ptr<ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>> mark_;

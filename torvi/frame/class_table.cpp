@@ -4,26 +4,28 @@
 #include "torvi/centermark/builder.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/core/object_pointer.h"
+#include "torvi/frame/registration_step.h"
 
 namespace {
 
 // Parents come before their children.
-using Registration = void (*)();
-constexpr Registration kRegistrations[] = {
+constexpr TorviStep kRegistrations[] = {
     ZnDbTorviActionBodyBase::rxInit,
     ZnDbTorviActionBody::rxInit,
     ZnDbCenterMarkActionBody::rxInit,
 };
 
+// What stands under the name goes, whoever made it.
+template<class Class> void deleteByName() {
+  if (ZnRxClass* cls = znrxFindZnRxClass(Class::className())) deleteZnRxClass(cls);
+  Class::gpDesc = nullptr;
+}
+
 // Children go before their parents.
-struct ClassToDelete {
-  const wchar_t* name;
-  ZnRxClass** stored;
-};
-constexpr ClassToDelete kDeletions[] = {
-    {L"ZnDbCenterMarkActionBody", &ZnDbCenterMarkActionBody::gpDesc},
-    {L"ZnDbTorviActionBody", &ZnDbTorviActionBody::gpDesc},
-    {L"ZnDbTorviActionBodyBase", &ZnDbTorviActionBodyBase::gpDesc},
+constexpr TorviStep kDeletions[] = {
+    deleteByName<ZnDbCenterMarkActionBody>,
+    deleteByName<ZnDbTorviActionBody>,
+    deleteByName<ZnDbTorviActionBodyBase>,
 };
 
 template<class Wrapper> ZnDbTorviObjectWrapper* makeWrapper(ZnDbObjectId centerObject) {
@@ -46,7 +48,7 @@ constexpr ZnRxClass** kBuilderClasses[] = {
 } // namespace
 
 void registerTorviClasses() {
-  for (const Registration registration : kRegistrations) registration();
+  runTorviSteps(kRegistrations);
   for (const WrapperKind& row : kWrappers) registerTorviWrapper(row.kind, row.maker);
   znrxBuildClassHierarchy();
 }
@@ -54,9 +56,6 @@ void registerTorviClasses() {
 void deleteTorviClasses() {
   for (const WrapperKind& row : kWrappers) registerTorviWrapper(row.kind, nullptr);
   for (ZnRxClass** stored : kBuilderClasses) *stored = nullptr;
-  for (const ClassToDelete& row : kDeletions) {
-    if (ZnRxClass* cls = znrxFindZnRxClass(row.name)) deleteZnRxClass(cls);
-    *row.stored = nullptr;
-  }
+  runTorviSteps(kDeletions);
   znrxBuildClassHierarchy();
 }

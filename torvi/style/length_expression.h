@@ -12,7 +12,7 @@ TORVI_EXPORT extern const ZnString kDefaultCrossGapExpression;
 // "ByLinetype"; number gets its value and stays as it is for "ByLinetype". Both stay on an invalid text.
 // std::out_of_range for a valid number that no double holds.
 TORVI_EXPORT bool parseLengthExpression(const ZnString& expression, ZnString& normalised, double& number);
-// The same for the length of a cross, which can't be 0.
+// The same for the length of a cross, which can't be 0; a refused text leaves normalised empty.
 TORVI_EXPORT bool isValidCrossSizeExpression(const ZnString& expression, ZnString& normalised);
 TORVI_EXPORT bool isByLinetypeExpression(const ZnString& expression);
 // By its last character alone.
