@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "app/number_range.h"
+
 namespace app {
 
 namespace {
@@ -41,11 +43,11 @@ void addImportOptions(CLI::App& command, ImportOptions& options) {
       ->check(CLI::IsMember(unitNames()));
   command
       .add_option("--dpi", options.dpi, "Pixels to the inch in an SVG; 96 or the file's own hint without it")
-      ->check(CLI::Range(kLeastDpi, kLargestDpi));
+      ->check(numberFrom(kLeastDpi, kLargestDpi));
   command
       .add_option("--fit-tolerance", options.fitTolerance,
                   "How far a drawn circle may leave the true one, as a part of its radius; 0.02 without it")
-      ->check(CLI::Range(kLeastFit, kLargestFit));
+      ->check(numberFrom(kLeastFit, kLargestFit));
 }
 
 } // namespace app

@@ -14,7 +14,8 @@ constexpr double kLeastConcentricDistance = 1e-9;
 // Largest sine between the normals of circles in one plane.
 constexpr double kSamePlaneSine = 1e-6;
 
-// Slack on the least span of an arc, in radians: half circles that went through files are half circles.
-constexpr double kSpanSlack = 1e-6;
+// Slack on the least span of an arc, in radians, half a degree: a half circle whose ends were rounded to a few
+// decimals comes out a little short, and of several that look alike all should be treated alike.
+constexpr double kSpanSlack = 0.0087;
 
 } // namespace companion

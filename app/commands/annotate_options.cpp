@@ -2,10 +2,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "app/number_range.h"
+
 namespace app {
 
 void defineAnnotateOptions(CLI::App& command, AnnotateOptions& options) {
-  constexpr double kLargestRadius = 1e300, kFullTurn = 360.0;
+  // Larger circles are beyond what a drawing in any unit holds.
+  constexpr double kLargestRadius = 1e12, kFullTurn = 360.0;
   command.add_option("INPUT", options.inputs, "Drawings: .bdoc, .tdoc or .svg")->required();
   command
       .add_option("-o,--output", options.outputs,
@@ -17,12 +20,12 @@ void defineAnnotateOptions(CLI::App& command, AnnotateOptions& options) {
   command.add_option("--set", options.settings, "System variable, as NAME=VALUE; may be repeated")
       ->allow_extra_args(false);
   command.add_option("--min-radius", options.minRadius, "Pass over smaller circles, in drawing units")
-      ->check(CLI::Range(0.0, kLargestRadius));
+      ->check(numberFrom(0.0, kLargestRadius));
   command.add_option("--max-radius", options.maxRadius, "Pass over larger circles, in drawing units")
-      ->check(CLI::Range(0.0, kLargestRadius));
+      ->check(numberFrom(0.0, kLargestRadius));
   command
       .add_option("--arcs", options.arcs, "Least span of an arc that gets a mark, in degrees; 180 without it")
-      ->check(CLI::Range(0.0, kFullTurn));
+      ->check(numberFrom(0.0, kFullTurn));
   addImportOptions(command, options.import);
 }
 

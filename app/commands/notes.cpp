@@ -12,8 +12,10 @@ void tellImport(const Drawing& drawing, const Console& console) {
   for (const interchange::Error& problem : import->problems)
     console.note(Failure{problem.file, problem.line, problem.what, problem.expected}.text());
   if (!import->skipped.empty())
-    console.note(fmt::format("{}: {} elements passed over; the report names them", drawing.path(),
-                             import->skipped.size()));
+    console.note(fmt::format("{}: {} passed over; a report names what and where", drawing.path(),
+                             import->skipped.size() == 1
+                                 ? std::string("1 element")
+                                 : fmt::format("{} elements", import->skipped.size())));
 }
 
 } // namespace app
