@@ -57,6 +57,8 @@ const ChoiceCase kChoices[] = {
      {3}},
     {"half a turn", "<path d='M60 50 A10 10 0 0 1 40 50'/>", "", {10}},
     {"less than half a turn", "<path d='M60 50 A10 10 0 0 1 40.01 50.447'/>", "", {}},
+    {"a half circle of rounded ends", "<path d='M60 50 A10 10 0 0 1 40 50.05'/>", "", {10}},
+    {"a degree short of half", "<path d='M60 50 A10 10 0 0 1 40.0015 50.1745'/>", "", {}},
     {"a quarter, asked for", "<path d='M60 50 A10 10 0 0 1 50 60'/>", "--arcs 89.9", {10}},
     {"three quarters, with more asked for", "<path d='M60 50 A10 10 0 1 1 50 40'/>", "--arcs 271", {}},
     {"rounded corners of an outline", "<rect x='20' y='20' width='100' height='50' rx='8'/>", "", {}},
