@@ -11,24 +11,31 @@ namespace {
 
 constexpr int kNameCode = 300, kExpressionCode = 301, kEvaluatorCode = 302;
 
+// An action that has values at all has about as many as this: growing step by step would copy them four
+// times.
+constexpr size_t kUsualCount = 16;
+
 // The least that a name and a value can take in a binary file; a count beyond that is damage.
 constexpr size_t kLeastBytes = 1;
 
 } // namespace
 
 void ZnDbAssocValueParam::put(int index, const ZnDbAssocValue& value) {
-  if (index == 0)
+  if (index == 0) {
     first_ = value;
-  else if (index == count_)
-    more_.push_back(value);
-  else
-    more_[static_cast<size_t>(index - 1)] = value;
+  } else {
+    if (!more_) more_ = std::make_unique<Values>();
+    if (index == count_)
+      more_->push_back(value);
+    else
+      (*more_)[static_cast<size_t>(index - 1)] = value;
+  }
   count_ = std::max(count_, index + 1);
 }
 
 void ZnDbAssocValueParam::truncate(int count) {
   count_ = count;
-  more_.resize(static_cast<size_t>(std::max(count - 1, 0)));
+  if (more_) more_->resize(static_cast<size_t>(std::max(count - 1, 0)));
 }
 
 const ZnDbAssocValue* ZnDbAssocValueParamList::at(ZnAtom name, int index, ErrorStatus& status) const {
@@ -51,6 +58,7 @@ ErrorStatus ZnDbAssocValueParamList::checkPut(ZnAtom name, int index) const {
 ZnDbAssocValueParam& ZnDbAssocValueParamList::made(ZnAtom name) {
   for (ZnDbAssocValueParam& param : params_)
     if (param.name() == name) return param;
+  if (params_.empty()) params_.reserve(kUsualCount);
   return params_.emplace_back(name);
 }
 

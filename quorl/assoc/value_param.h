@@ -1,6 +1,8 @@
 // Named values of an action: a small flat list, searched by comparing interned names.
 #pragma once
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "quorl/assoc/eval_variant.h"
@@ -18,19 +20,34 @@ class ZnDbAssocValueParam {
 public:
   explicit ZnDbAssocValueParam(ZnAtom name = {})
       : name_(name) {}
+  ZnDbAssocValueParam(const ZnDbAssocValueParam& other)
+      : name_(other.name_)
+      , first_(other.first_)
+      , more_(other.more_ ? std::make_unique<Values>(*other.more_) : nullptr)
+      , count_(other.count_) {}
+  ZnDbAssocValueParam(ZnDbAssocValueParam&&) noexcept = default;
+  ZnDbAssocValueParam& operator=(ZnDbAssocValueParam other) noexcept {
+    std::swap(name_, other.name_);
+    std::swap(first_, other.first_);
+    std::swap(more_, other.more_);
+    std::swap(count_, other.count_);
+    return *this;
+  }
   ZnAtom name() const { return name_; }
   int count() const { return count_; }
   const ZnDbAssocValue& at(int index) const {
-    return index == 0 ? first_ : more_[static_cast<size_t>(index - 1)];
+    return index == 0 ? first_ : (*more_)[static_cast<size_t>(index - 1)];
   }
   // An index equal to the count appends.
   void put(int index, const ZnDbAssocValue& value);
   void truncate(int count);
 
 private:
+  using Values = std::vector<ZnDbAssocValue>;
+
   ZnAtom name_;
   ZnDbAssocValue first_;
-  std::vector<ZnDbAssocValue> more_;
+  std::unique_ptr<Values> more_; // null for none
   int count_ = 0;
 };
 

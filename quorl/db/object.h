@@ -8,6 +8,7 @@
 #include "quorl/db/drawable.h"
 #include "quorl/db/filer.h"
 #include "quorl/db/object_id.h"
+#include "quorl/db/object_pool.h"
 #include "quorl/db/open.h"
 #include "quorl/db/tdoc_filer.h"
 
@@ -19,6 +20,11 @@ class ZnDbObject : public ZnGiDrawable {
 
 public:
   ~ZnDbObject() override;
+  // See object_pool.h; also for the classes of modules.
+  static void* operator new(std::size_t size) { return ZnDbObjectPool::allocate(size); }
+  static void operator delete(void* piece, std::size_t size) noexcept {
+    ZnDbObjectPool::release(piece, size);
+  }
 
   // Identity. Null for an object that is in no database.
   ZnDbObjectId objectId() const { return ZnDbObjectId(stub_); }

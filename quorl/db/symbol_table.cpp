@@ -14,6 +14,24 @@ namespace {
 
 constexpr std::int16_t kVersion = 0;
 
+// The name of an anonymous block taken apart; kind is a position in byNumber_, or -1 for any other name.
+struct AnonymousName {
+  int kind = -1;
+  size_t number = 0;
+};
+AnonymousName anonymousName(std::wstring_view name) {
+  constexpr size_t kMostDigits = 9;
+  if (name.size() < 3 || name.size() > 2 + kMostDigits || name[0] != L'*' || name[2] == L'0') return {};
+  const wchar_t letter = Quorl::foldCase(name[1]);
+  if (letter != L'u' && letter != L'd') return {};
+  AnonymousName parts{letter == L'u' ? 0 : 1, 0};
+  for (const wchar_t digit : name.substr(2)) {
+    if (digit < L'0' || digit > L'9') return {};
+    parts.number = parts.number * 10 + static_cast<size_t>(digit - L'0');
+  }
+  return parts;
+}
+
 const ZnDbSymbolTableRecord* recordOf(ZnDbObjectId id) {
   return id.isValid() ? ZnDbSymbolTableRecord::cast(id.stub()->object) : nullptr;
 }
@@ -22,13 +40,21 @@ const ZnDbSymbolTableRecord* recordOf(ZnDbObjectId id) {
 
 const ZnRxClass* ZnDbSymbolTable::recordClass() const { return ZnDbSymbolTableRecord::desc(); }
 
-ErrorStatus ZnDbSymbolTable::getIdAt(const ZnString& name, ZnDbObjectId& id, bool getErased) const {
-  id.setNull();
-  // A text that was never interned names nothing; most look-ups use names that were.
+ZnDbObjectId ZnDbSymbolTable::at(const ZnString& name) const {
+  if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
+    const std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
+    if (parts.number < ids.size() && !ids[parts.number].isNull()) return ids[parts.number];
+    if (!hasFarNumbers_) return {}; // and the name, most likely a new one, is not interned for nothing
+  }
   const auto found = byName_.find(name.atom().folded());
-  if (found == byName_.end() || (found->second.isErased() && !getErased)) return Quorl::eKeyNotFound;
-  id = found->second;
-  return Quorl::eOk;
+  return found == byName_.end() ? ZnDbObjectId() : found->second;
+}
+
+ErrorStatus ZnDbSymbolTable::getIdAt(const ZnString& name, ZnDbObjectId& id, bool getErased) const {
+  id = at(name);
+  if (!id.isNull() && (!id.isErased() || getErased)) return Quorl::eOk;
+  id.setNull();
+  return Quorl::eKeyNotFound;
 }
 
 bool ZnDbSymbolTable::has(const ZnString& name) const {
@@ -41,7 +67,7 @@ ZnString ZnDbSymbolTable::completed(const ZnString& name) {
   if (!name.equalsNoCase(L"*U") && !name.equalsNoCase(L"*D")) return name;
   for (;;) {
     const ZnString numbered(std::wstring(name.view()) + std::to_wstring(nextAnonymous_++));
-    if (!byName_.count(numbered.atom().folded())) return numbered;
+    if (at(numbered).isNull()) return numbered;
   }
 }
 
@@ -65,13 +91,42 @@ ErrorStatus ZnDbSymbolTable::add(ZnDbObjectId& id, ZnDbSymbolTableRecord* record
 }
 
 void ZnDbSymbolTable::index(ZnDbObjectId id, const ZnString& name) {
-  ZnDbObjectId& place = byName_[name.atom().folded()];
-  if (place.isErased() || !id.isErased()) place = id;
+  const ZnDbObjectId known = at(name);
+  if (!known.isNull() && !known.isErased() && id.isErased()) return;
+  if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
+    // Numbers are given one after the other; one far off is from elsewhere, and a name like any other.
+    std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
+    constexpr size_t kRoom = 4096;
+    if (parts.number < 2 * ids.size() + kRoom) {
+      if (parts.number >= ids.size()) ids.resize(parts.number + 1);
+      ids[parts.number] = id;
+      return;
+    }
+    hasFarNumbers_ = true;
+  }
+  byName_[name.atom().folded()] = id;
+}
+
+void ZnDbSymbolTable::unindex(ZnDbObjectId id, const ZnString& name) {
+  if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
+    std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
+    if (parts.number < ids.size() && ids[parts.number] == id) {
+      ids[parts.number].setNull();
+      return;
+    }
+  }
+  const auto found = byName_.find(name.atom().folded());
+  if (found != byName_.end() && found->second == id) byName_.erase(found);
+}
+
+void ZnDbSymbolTable::clearIndex() {
+  byName_.clear();
+  for (std::vector<ZnDbObjectId>& ids : byNumber_) ids.clear();
+  hasFarNumbers_ = false;
 }
 
 ErrorStatus ZnDbSymbolTable::rename(ZnDbObjectId record, const ZnString& from, const ZnString& to) {
-  const auto old = byName_.find(from.atom().folded());
-  if (old != byName_.end() && old->second == record) byName_.erase(old);
+  unindex(record, from);
   index(record, to);
   return Quorl::eOk;
 }
@@ -100,7 +155,7 @@ ErrorStatus ZnDbSymbolTable::bdocInFields(ZnDbFiler& filer) {
   if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
   nextAnonymous_ = static_cast<std::uint64_t>(filer.rdInt64());
   records_.clear();
-  byName_.clear();
+  clearIndex();
   for (int count = filer.rdCount(); count > 0; --count) records_.push_back(filer.rdHardOwnershipId());
   return filer.status();
 }
@@ -118,7 +173,7 @@ ErrorStatus ZnDbSymbolTable::tdocInFields(ZnDbTdocFiler& filer) {
   if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
   if (!filer.atSubclassData(className())) return filer.status();
   records_.clear();
-  byName_.clear();
+  clearIndex();
   ZnDbTdocItem item;
   while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
     if (item.code == 160) nextAnonymous_ = static_cast<std::uint64_t>(item.integer);
@@ -133,7 +188,7 @@ ErrorStatus ZnDbSymbolTable::tdocInFields(ZnDbTdocFiler& filer) {
 
 // Names are read with the records, so the index can only be made when all are there.
 void ZnDbSymbolTable::loaded() {
-  byName_.clear();
+  clearIndex();
   for (const ZnDbObjectId id : records_)
     if (const ZnDbSymbolTableRecord* record = recordOf(id)) index(id, record->name());
 }
@@ -151,13 +206,12 @@ void ZnDbSymbolTable::memberAdded(ZnDbObjectId id) {
   index(id, record->name());
 }
 
+// From behind: what is taken back was mostly added last.
 void ZnDbSymbolTable::memberRemoved(ZnDbObjectId id) {
-  records_.erase(std::remove(records_.begin(), records_.end(), id), records_.end());
-  for (auto it = byName_.begin(); it != byName_.end(); ++it) {
-    if (it->second != id) continue;
-    byName_.erase(it);
-    return;
-  }
+  const auto found = std::find(records_.rbegin(), records_.rend(), id);
+  if (found != records_.rend()) records_.erase(std::next(found).base());
+  const auto* record = id.isNull() ? nullptr : ZnDbSymbolTableRecord::cast(id.stub()->object);
+  if (record) unindex(id, record->name()); // an erased one too
 }
 
 void ZnDbSymbolTable::audit(std::vector<ZnString>& faults, bool fix) {

@@ -42,11 +42,18 @@ protected:
   virtual void completeRecord(ZnDbSymbolTableRecord&) const {}
 
 private:
+  ZnDbObjectId at(const ZnString& name) const; // null for a name that stands for nothing
   void index(ZnDbObjectId id, const ZnString& name);
+  void unindex(ZnDbObjectId id, const ZnString& name);
+  void clearIndex();
   ZnString completed(const ZnString& name);
 
   std::vector<ZnDbObjectId> records_;
-  std::unordered_map<ZnAtom, ZnDbObjectId> byName_; // folded names; the live record wins over erased ones
+  // Folded names; the live record wins over erased ones. Blocks that were given a number stand under it, null
+  // where it is not in use: every center object has one, and nobody asks for it by name.
+  std::unordered_map<ZnAtom, ZnDbObjectId> byName_;
+  std::vector<ZnDbObjectId> byNumber_[2]; // of "*U" and "*D"
+  bool hasFarNumbers_ = false;            // numbers that are too far off for the above, under their names
   std::uint64_t nextAnonymous_ = 1;
 };
 

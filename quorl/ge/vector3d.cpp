@@ -43,6 +43,8 @@ ZnGeVector3d& ZnGeVector3d::setToProduct(const ZnGeMatrix3d& matrix, const ZnGeV
 }
 
 ZnGeVector3d ZnGeVector3d::perpVector() const {
+  // What most normals are: the same result without roots.
+  if (x == 0.0 && y == 0.0 && z != 0.0) return z > 0.0 ? kXAxis : -kXAxis;
   const double size = length();
   if (!(size > 0.0)) return kXAxis;
   const double limit = ZnGe::kArbitraryAxisLimit * size;

@@ -21,6 +21,7 @@ ZnRxVariablesDictionary* ZnRxVariablesDictionary::get() {
 }
 
 ZnRxVariable* ZnRxVariablesDictionary::getVariable(std::wstring_view name) const {
+  if (const auto exact = asWritten_.find(name); exact != asWritten_.end()) return exact->second;
   const auto found = variables_.find(name);
   return found == variables_.end() ? nullptr : found->second.get();
 }
@@ -61,13 +62,16 @@ Quorl::ErrorStatus ZnRxVariablesDictionary::set(std::wstring_view name, const Zn
 Quorl::ErrorStatus ZnRxVariablesDictionary::addVariable(std::unique_ptr<ZnRxVariable> variable) {
   if (!variable || variable->name().isEmpty()) return Quorl::eInvalidInput;
   std::wstring name(variable->name().view());
-  return variables_.try_emplace(std::move(name), std::move(variable)).second ? Quorl::eOk
-                                                                             : Quorl::eDuplicateKey;
+  const auto [place, isNew] = variables_.try_emplace(std::move(name), std::move(variable));
+  if (!isNew) return Quorl::eDuplicateKey;
+  asWritten_.emplace(place->first, place->second.get());
+  return Quorl::eOk;
 }
 
 Quorl::ErrorStatus ZnRxVariablesDictionary::removeVariable(std::wstring_view name) {
   const auto found = variables_.find(name);
   if (found == variables_.end()) return Quorl::eKeyNotFound;
+  asWritten_.erase(found->first);
   variables_.erase(found);
   return Quorl::eOk;
 }

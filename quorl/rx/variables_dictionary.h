@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "quorl/rx/variable.h"
@@ -47,5 +48,7 @@ private:
   };
 
   std::map<std::wstring, std::unique_ptr<ZnRxVariable>, NoCaseLess> variables_;
+  // By the very letters of the name, which is how code asks, and often. The map above owns the letters.
+  std::unordered_map<std::wstring_view, ZnRxVariable*> asWritten_;
   ZnRxVariableStore* store_ = nullptr;
 };

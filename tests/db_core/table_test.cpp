@@ -76,6 +76,35 @@ TEST_F(Tables, AnonymousBlocksGetFreshNames) {
   EXPECT_TRUE(space->isLayout());
 }
 
+// Names with numbers have an index of their own, and must answer like all other names.
+TEST_F(Tables, NumberedNames) {
+  const auto blockAt = [this](const wchar_t* name) {
+    ZnDbObjectId id;
+    ZnDbHolder<ZnDbBlockTable>(db.blockTableId())->getIdAt(name, id);
+    return id;
+  };
+  const wchar_t* names[] = {L"*U7", L"*D7", L"*U07", L"*U70000000", L"*U7000000000", L"*Ux", L"*U"};
+  for (const wchar_t* name : names) {
+    SCOPED_TRACE(ZnString(name).utf8());
+    const ZnDbObjectId id = addBlock(name);
+    const ZnString given = ZnDbHolder<ZnDbBlockTableRecord>(id)->name();
+    if (name != names[6]) EXPECT_EQ(given, name);
+    EXPECT_EQ(blockAt(given.c_str()), id);
+  }
+  EXPECT_EQ(blockAt(L"*u7"), blockAt(L"*U7"));
+  EXPECT_TRUE(blockAt(L"*U8").isNull());
+  // The next numbers pass by what is taken.
+  for (int i = 0; i < 10; ++i) addBlock(L"*U");
+
+  db.undoRecorder().startStep();
+  const ZnDbObjectId last = addBlock(L"*U");
+  const ZnString name = ZnDbHolder<ZnDbBlockTableRecord>(last)->name();
+  ASSERT_EQ(db.undoRecorder().undo(), Quorl::eOk);
+  EXPECT_TRUE(blockAt(name.c_str()).isNull()) << "taken back";
+  ASSERT_EQ(db.undoRecorder().redo(), Quorl::eOk);
+  EXPECT_EQ(blockAt(name.c_str()), last);
+}
+
 TEST_F(Tables, BlocksKnowTheirReferences) {
   const ZnDbObjectId inner = addBlock(L"Inner"), outer = addBlock(L"Outer");
   addCircle(0.0, 1.0, inner);

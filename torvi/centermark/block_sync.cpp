@@ -31,11 +31,13 @@ void swapVerticalSides(ZnDbCenterMarkObjectWrapper& mark) {
 
 } // namespace
 
-ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform) {
+ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform,
+                                       ZnGeCircArc3d* refCircle) {
   ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject));
   if (!body.isOpen()) return body.status();
   ZnGeCircArc3d circle;
   const ErrorStatus status = body->getRefCircle(circle);
+  if (refCircle) *refCircle = circle;
   ZnGeMatrix3d base;
   if (hostDocumentKindQuery())
     base.setToTranslation(circle.center().asVector());

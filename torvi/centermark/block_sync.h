@@ -7,9 +7,10 @@
 
 // Where the reference has to stand: on the circle's center, in its plane, turned by the remembered rotation.
 // In a document of the alternate kind the plane is the world's. The status is that of finding the circle; the
-// transform is written even when that fails, but not when there is no mark.
-TORVI_EXPORT Quorl::ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject,
-                                                           ZnGeMatrix3d& transform);
+// transform is written even when that fails, but not when there is no mark. The circle itself goes to whoever
+// wants it.
+TORVI_EXPORT Quorl::ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform,
+                                                           ZnGeCircArc3d* refCircle = nullptr);
 
 // A mark without its circle that was scaled takes the scale into its extensions; those that followed the
 // circle get a fixed length by that.

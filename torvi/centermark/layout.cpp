@@ -1,10 +1,12 @@
 #include "torvi/centermark/layout.h"
 
+#include "torvi/centermark/action_body.h"
 #include "torvi/centermark/block_sync.h"
 #include "torvi/centermark/mark_curves.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/centermark/props_provider.h"
 #include "torvi/core/object_pointer.h"
+#include "torvi/dbutils/lyx_utils.h"
 #include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
@@ -38,14 +40,17 @@ ErrorStatus ZnDbCenterMarkLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves
   if (!hostDocumentKindQuery()) updateCachedRotationFromBlock(centerObject());
   compareGeometry(curves, keys);
   if (curves.isEmpty()) return Quorl::eInvalidInput;
-  const MarkPointer mark(centerObject());
-  if (mark.openStatus() == Quorl::eOk) mark->updateCachedCircleRadius();
+  // A radius that is remembered already is not written again: a write keeps the body's state for undo.
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject()));
+  if (body.isOpen() && body->cachedCircleRadius() != refCircle_.radius() && body->isAssociative(false) &&
+      body.upgrade() == Quorl::eOk)
+    body->setCachedCircleRadius(refCircle_.radius());
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbCenterMarkLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>&) {
-  if (const ErrorStatus status = computeCenterMarkTransform(centerObject(), transform_); status != Quorl::eOk)
-    return status;
+  const ErrorStatus status = computeCenterMarkTransform(centerObject(), transform_, &refCircle_);
+  if (status != Quorl::eOk) return status;
   const ZnDbCenterMarkPropsProvider provider(centerObject());
-  return generateCenterMarkCurves(curves, provider, &transform_);
+  return generateCenterMarkCurves(curves, provider, transform_, refCircle_);
 }

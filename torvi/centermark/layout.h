@@ -14,4 +14,7 @@ public:
   // Takes over what the user did to the reference before it generates. eInvalidInput without curves.
   Quorl::ErrorStatus evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) override;
   Quorl::ErrorStatus compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) override;
+
+private:
+  ZnGeCircArc3d refCircle_; // as compareGeometry has found it
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <utility>
 
 #include "torvi/centermark/object_wrapper.h"
@@ -32,12 +33,13 @@ struct PitchPosition {
 
 // How far each line is drawn from the center.
 ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, const ZnGeCircArc3d& circle,
-                                 const ZnCenterMarkArmLengths& armLengths, const ZnGePoint3d* patternCenter) {
+                                 const ZnCenterMarkArmLengths& armLengths, const ZnGePoint3d* patternCenter,
+                                 std::optional<double> knownRefRadius = {}) {
   const bool stored = !provider.objectId().isNull();
   const double offset = stored && patternCenter ? patternCenter->distanceTo(circle.center()) : 0.0;
   // The style is asked only for a line that says nothing itself.
   const auto unset = [&] { return circle.radius() + ZnTorviStyle::getCenterOvershoot(); };
-  const double refRadius = stored ? provider.refCircleRadius() : 0.0;
+  const double refRadius = !stored ? 0.0 : knownRefRadius ? *knownRefRadius : provider.refCircleRadius();
   ZnCenterMarkArmLengths reaches;
   for (size_t i = 0; i < reaches.size(); ++i) {
     const double arm = armLengths[i];
@@ -58,6 +60,51 @@ double startOf(double reach, const ZnDbCenterMarkSizeCalculator& sizes) {
   return start <= reach + ZnGeContext::gTol.equalPoint() ? start : arm;
 }
 
+// What the lines are laid along; see buildCenterMarkCurves.
+struct MarkFrame {
+  const ZnGeCircArc3d& circle;
+  const ZnGeVector3d &normal, &x, &y;
+  const ZnGePoint3d* patternCenter;
+};
+
+void appendCrossHair(ZnArray<ZnGeCurve3d*>& curves, const ZnDbCenterMarkSizeCalculator& sizes,
+                     const MarkFrame& frame) {
+  const double half = sizes.crossLength * 0.5;
+  const ZnGePoint3d& center = frame.circle.center();
+  if (frame.patternCenter) {
+    const PitchPosition at(*frame.patternCenter, center, frame.normal, frame.x);
+    const double halfAngle = chordToArcAngle(half, at.radius);
+    curves.append(new ZnGeCircArc3d(*frame.patternCenter, frame.normal, frame.x, at.radius,
+                                    toFullTurn(at.angle - halfAngle), toFullTurn(at.angle + halfAngle)));
+  } else {
+    curves.append(new ZnGeLineSeg3d(center - frame.x * half, center + frame.x * half));
+  }
+  curves.append(new ZnGeLineSeg3d(center - frame.y * half, center + frame.y * half));
+}
+
+void appendExtensions(ZnArray<ZnGeCurve3d*>& curves, const ZnDbCenterMarkSizeCalculator& sizes,
+                      const ZnCenterMarkArmLengths& reaches, const MarkFrame& frame) {
+  for (size_t i = 0; i < reaches.size(); ++i) {
+    const double reach = reaches[i], start = startOf(reach, sizes);
+    const bool horizontal = i < 2, towardsMinus = i % 2 == 0;
+    curves.append(makeCenterMarkCurve(frame.circle.center(), horizontal ? frame.patternCenter : nullptr,
+                                      frame.normal, horizontal ? frame.x : frame.y,
+                                      towardsMinus ? -reach : start, towardsMinus ? -start : reach,
+                                      reach <= 0.0));
+  }
+}
+
+// Both halves need the same sizes, and to resolve their expressions is not cheap.
+void appendMark(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterMarkPropsProvider& provider,
+                const MarkFrame& frame, const ZnCenterMarkArmLengths& armLengths,
+                std::optional<double> knownRefRadius) {
+  ZnDbCenterMarkSizeCalculator sizes(provider);
+  if (sizes.calculateSizes(frame.circle.radius()) != Quorl::eOk) return;
+  appendCrossHair(curves, sizes, frame);
+  appendExtensions(curves, sizes,
+                   reachesOf(provider, frame.circle, armLengths, frame.patternCenter, knownRefRadius), frame);
+}
+
 } // namespace
 
 ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
@@ -67,13 +114,23 @@ ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
   if (mark.openStatus() != Quorl::eOk) return mark.openStatus();
   ZnGeCircArc3d circle;
   if (const ErrorStatus status = mark->getRefCircle(circle); status != Quorl::eOk) return status;
-  const ZnGeMatrix3d toSpace = transform ? *transform : mark->blockTransform();
-  circle.transformBy(toSpace.inverse());
+  return generateCenterMarkCurves(curves, provider, transform ? *transform : mark->blockTransform(), circle);
+}
+
+ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
+                                     const IZnDbCenterMarkPropsProvider& provider,
+                                     const ZnGeMatrix3d& transform, const ZnGeCircArc3d& refCircle) {
+  ZnGeCircArc3d circle = refCircle;
+  circle.transformBy(transform.inverse());
+  if (circle.radius() == 0.0) return Quorl::eInvalidInput;
   ZnGePoint3d origin;
   ZnGeVector3d x = ZnGeVector3d::kXAxis, y = ZnGeVector3d::kYAxis, z;
   // There the reference moves without turning, so the lines themselves carry the rotation.
-  if (hostDocumentKindQuery()) toSpace.getCoordSystem(origin, x, y, z);
-  return buildCenterMarkCurves(curves, provider, circle, circle.normal(), x, &y, kStoredArmLengths, nullptr);
+  if (hostDocumentKindQuery()) transform.getCoordSystem(origin, x, y, z);
+  y = y.normal(ZnGeContext::gTol);
+  appendMark(curves, provider, {circle, circle.normal(), x, y, nullptr}, kStoredArmLengths,
+             refCircle.radius());
+  return Quorl::eOk;
 }
 
 ErrorStatus buildCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterMarkPropsProvider& provider,
@@ -87,8 +144,7 @@ ErrorStatus buildCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCent
     second = y->normal(ZnGeContext::gTol);
   else if (patternCenter)
     second = (circle.center() - *patternCenter).normal(ZnGeContext::gTol);
-  addCrossHairCurves(curves, provider, circle, normal, x, second, patternCenter);
-  addExtensionCurves(curves, provider, circle, normal, x, second, armLengths, patternCenter);
+  appendMark(curves, provider, {circle, normal, x, second, patternCenter}, armLengths, {});
   return Quorl::eOk;
 }
 
@@ -97,17 +153,7 @@ ErrorStatus addCrossHairCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterM
                                const ZnGeVector3d& y, const ZnGePoint3d* patternCenter) {
   ZnDbCenterMarkSizeCalculator sizes(provider);
   if (const ErrorStatus status = sizes.calculateSizes(circle.radius()); status != Quorl::eOk) return status;
-  const double half = sizes.crossLength * 0.5;
-  const ZnGePoint3d& center = circle.center();
-  if (patternCenter) {
-    const PitchPosition at(*patternCenter, center, normal, x);
-    const double halfAngle = chordToArcAngle(half, at.radius);
-    curves.append(new ZnGeCircArc3d(*patternCenter, normal, x, at.radius, toFullTurn(at.angle - halfAngle),
-                                    toFullTurn(at.angle + halfAngle)));
-  } else {
-    curves.append(new ZnGeLineSeg3d(center - x * half, center + x * half));
-  }
-  curves.append(new ZnGeLineSeg3d(center - y * half, center + y * half));
+  appendCrossHair(curves, sizes, {circle, normal, x, y, patternCenter});
   return Quorl::eOk;
 }
 
@@ -117,14 +163,8 @@ ErrorStatus addExtensionCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterM
                                const ZnGePoint3d* patternCenter) {
   ZnDbCenterMarkSizeCalculator sizes(provider);
   if (const ErrorStatus status = sizes.calculateSizes(circle.radius()); status != Quorl::eOk) return status;
-  const ZnCenterMarkArmLengths reaches = reachesOf(provider, circle, armLengths, patternCenter);
-  for (size_t i = 0; i < reaches.size(); ++i) {
-    const double reach = reaches[i], start = startOf(reach, sizes);
-    const bool horizontal = i < 2, towardsMinus = i % 2 == 0;
-    curves.append(makeCenterMarkCurve(circle.center(), horizontal ? patternCenter : nullptr, normal,
-                                      horizontal ? x : y, towardsMinus ? -reach : start,
-                                      towardsMinus ? -start : reach, reach <= 0.0));
-  }
+  appendExtensions(curves, sizes, reachesOf(provider, circle, armLengths, patternCenter),
+                   {circle, normal, x, y, patternCenter});
   return Quorl::eOk;
 }
 

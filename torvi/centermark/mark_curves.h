@@ -18,6 +18,11 @@ constexpr ZnCenterMarkArmLengths kStoredArmLengths = {-eLeftLine, -eRightLine, -
 TORVI_EXPORT Quorl::ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
                                                          const IZnDbCenterMarkPropsProvider& provider,
                                                          const ZnGeMatrix3d* transform = nullptr);
+// The same for a caller who has looked at the mark's circle already: reading it is a good part of the work.
+TORVI_EXPORT Quorl::ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
+                                                         const IZnDbCenterMarkPropsProvider& provider,
+                                                         const ZnGeMatrix3d& transform,
+                                                         const ZnGeCircArc3d& refCircle);
 
 // Appends cross and extension lines. Everything is in one coordinate system. x is the direction of the
 // horizontal lines; that of the vertical ones is y, else away from the pattern's center, else normal cross x.
