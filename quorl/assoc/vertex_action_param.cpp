@@ -19,9 +19,7 @@ ErrorStatus ZnDbAssocVertexActionParam::vertexRefs(ZnArray<ZnDbVertexRef>& verti
   }
   const ZnDbAssocGeomDependency* dependency = geomDependency();
   if (!dependency || !dependency->isAttached()) return Quorl::eOk;
-  ZnArray<ZnDbObjectId> path;
-  dependency->compoundObject().getFullPath(path);
-  vertices.append(ZnDbVertexRef(ZnDbFullSubentPath(path, dependency->subentId())));
+  vertices.append(ZnDbVertexRef(dependency->compoundObject(), dependency->subentId()));
   return Quorl::eOk;
 }
 

@@ -1,6 +1,7 @@
 #include "quorl/db/block_table.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "quorl/db/block_reference.h"
 #include "quorl/db/database.h"
@@ -16,18 +17,32 @@ namespace {
 constexpr std::int16_t kVersion = 0;
 constexpr int kDeepestNesting = 64;
 
-// Whether a reference to that block, placed in the given block, would make a block contain itself.
-bool wouldContain(ZnDbObjectId block, ZnDbObjectId containing, int depth = 0) {
-  if (block == containing || depth > kDeepestNesting) return true;
-  const auto* record = block.isValid() ? ZnDbBlockTableRecord::cast(block.stub()->object) : nullptr;
-  if (!record) return false;
-  for (const ZnDbObjectId id : record->entityIds()) {
-    if (id.isErased() || !id.isDerivedFrom(ZnDbBlockReference::desc())) continue;
-    const auto* nested = static_cast<const ZnDbBlockReference*>(id.stub()->object);
-    if (wouldContain(nested->blockTableRecord(), containing, depth + 1)) return true;
+// Looks into each block once, however often it is shown: copies of copies double at every level.
+class Containment {
+public:
+  explicit Containment(ZnDbObjectId containing)
+      : containing_(containing) {}
+
+  // Whether a reference to that block, placed in the given block, would make a block contain itself.
+  bool wouldContain(ZnDbObjectId block, int depth = 0) {
+    if (block == containing_ || depth > kDeepestNesting) return true;
+    const auto* record = block.isValid() ? ZnDbBlockTableRecord::cast(block.stub()->object) : nullptr;
+    if (!record) return false;
+    int& seenAt = seenAt_.try_emplace(block, -1).first->second;
+    if (seenAt >= depth) return false;
+    seenAt = depth;
+    for (const ZnDbObjectId id : record->entityIds()) {
+      if (id.isErased() || !id.isDerivedFrom(ZnDbBlockReference::desc())) continue;
+      const auto* nested = static_cast<const ZnDbBlockReference*>(id.stub()->object);
+      if (wouldContain(nested->blockTableRecord(), depth + 1)) return true;
+    }
+    return false;
   }
-  return false;
-}
+
+private:
+  ZnDbObjectId containing_;
+  std::unordered_map<ZnDbObjectId, int> seenAt_; // the greatest depth: deeper it may still reach the limit
+};
 
 } // namespace
 
@@ -39,7 +54,7 @@ ErrorStatus ZnDbBlockTableRecord::appendZnDbEntity(ZnDbObjectId& id, ZnDbEntity*
   if (!database()) return Quorl::eNotInDatabase;
   if (entity->database()) return Quorl::eAlreadyInDatabase;
   if (const auto* reference = ZnDbBlockReference::cast(entity))
-    if (wouldContain(reference->blockTableRecord(), objectId())) return Quorl::eInvalidOwner;
+    if (Containment(objectId()).wouldContain(reference->blockTableRecord())) return Quorl::eInvalidOwner;
   assertWriteEnabled(false);
   const ErrorStatus status = database()->addObject(entity, objectId(), id);
   if (status != Quorl::eOk) return status;

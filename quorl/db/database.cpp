@@ -12,6 +12,7 @@
 #include "quorl/db/layer_table.h"
 #include "quorl/db/linetype_table.h"
 #include "quorl/db/object_access.h"
+#include "quorl/db/tell_each.h"
 #include "quorl/db/transaction.h"
 #include "quorl/db/undo.h"
 
@@ -66,8 +67,7 @@ ZnDbDatabase::ZnDbDatabase(bool buildDefaults)
 
 ZnDbDatabase::~ZnDbDatabase() {
   ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.databaseToBeDestroyed(this); });
-  const std::vector<ZnDbDatabaseReactor*> now = reactors_;
-  for (ZnDbDatabaseReactor* reactor : now) reactor->goodbye(this);
+  zndbTellEach(reactors_, [this](ZnDbDatabaseReactor& reactor) { reactor.goodbye(this); });
   ZnDbHostApplicationServices* services = zndbHostApplicationServices();
   if (services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
   undo_->clear();

@@ -10,6 +10,7 @@
 #include "quorl/db/layer_table.h"
 #include "quorl/db/linetype_file.h"
 #include "quorl/db/linetype_table.h"
+#include "quorl/db/tell_each.h"
 #include "quorl/db/undo.h"
 #include "quorl/rx/host_globals.h"
 
@@ -47,9 +48,9 @@ const ZnString& ltscaleName() {
 void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
   if (reactors_.empty()) return;
   const ZnString text(name);
-  const std::vector<ZnDbDatabaseReactor*> now = reactors_;
-  for (ZnDbDatabaseReactor* reactor : now)
-    before ? reactor->headerSysVarWillChange(this, text) : reactor->headerSysVarChanged(this, text, true);
+  zndbTellEach(reactors_, [&](ZnDbDatabaseReactor& reactor) {
+    before ? reactor.headerSysVarWillChange(this, text) : reactor.headerSysVarChanged(this, text, true);
+  });
 }
 
 // Header ids change alike: the record must be of the right class, the old value is kept, watchers are told.

@@ -9,6 +9,7 @@
 #include "quorl/db/memory_filer.h"
 #include "quorl/db/object_access.h"
 #include "quorl/db/object_reactor.h"
+#include "quorl/db/tell_each.h"
 #include "quorl/db/undo.h"
 #include "quorl/db/watch_link.h"
 
@@ -45,9 +46,7 @@ template<class Call> void forEachWatcher(const ZnDbStub* stub, Call&& call) {
 } // namespace
 
 ZnDbObject::~ZnDbObject() {
-  if (!reactors_) return;
-  const std::vector<ZnDbObjectReactor*> now = *reactors_;
-  for (ZnDbObjectReactor* reactor : now) reactor->goodbye(this);
+  if (reactors_) zndbTellEach(*reactors_, [this](ZnDbObjectReactor& reactor) { reactor.goodbye(this); });
 }
 
 void ZnDbObject::setOwnerId(ZnDbObjectId owner) {
@@ -204,39 +203,32 @@ void ZnDbObject::audit(std::vector<ZnString>& faults, bool fix) {
 
 void ZnDbObjectAccess::tellOpenedForModify(ZnDbObject* object) {
   if (object->isNew_) return;
-  if (object->reactors_) {
-    const std::vector<ZnDbObjectReactor*> now = *object->reactors_;
-    for (ZnDbObjectReactor* reactor : now) reactor->openedForModify(object);
-  }
-  const std::vector<ZnDbDatabaseReactor*>& listeners = object->database()->reactors();
-  if (listeners.empty()) return;
-  const std::vector<ZnDbDatabaseReactor*> now = listeners;
-  for (ZnDbDatabaseReactor* reactor : now) reactor->objectOpenedForModify(object->database(), object);
+  if (object->reactors_)
+    zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) { reactor.openedForModify(object); });
+  zndbTellEach(object->database()->reactors(), [&](ZnDbDatabaseReactor& reactor) {
+    reactor.objectOpenedForModify(object->database(), object);
+  });
 }
 
 void ZnDbObjectAccess::tellModified(ZnDbObject* object, bool undone) {
   if (!undone) forEachWatcher(object->stub_, [&](ZnDbObject* watcher) { watcher->watchedModified(object); });
-  if (object->reactors_) {
-    const std::vector<ZnDbObjectReactor*> now = *object->reactors_;
-    for (ZnDbObjectReactor* reactor : now)
-      undone ? reactor->modifiedUndone(object) : reactor->modified(object);
-  }
-  const std::vector<ZnDbDatabaseReactor*>& listeners = object->database()->reactors();
-  if (listeners.empty()) return;
-  const std::vector<ZnDbDatabaseReactor*> now = listeners;
-  for (ZnDbDatabaseReactor* reactor : now) reactor->objectModified(object->database(), object);
+  if (object->reactors_)
+    zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) {
+      undone ? reactor.modifiedUndone(object) : reactor.modified(object);
+    });
+  zndbTellEach(object->database()->reactors(),
+               [&](ZnDbDatabaseReactor& reactor) { reactor.objectModified(object->database(), object); });
 }
 
 void ZnDbObjectAccess::tellErased(ZnDbObject* object) {
   const bool erasing = object->stub_->erased;
   if (!object->isUndoing())
     forEachWatcher(object->stub_, [&](ZnDbObject* watcher) { watcher->watchedErased(object, erasing); });
-  if (object->reactors_) {
-    const std::vector<ZnDbObjectReactor*> now = *object->reactors_;
-    for (ZnDbObjectReactor* reactor : now) reactor->erased(object, erasing);
-  }
-  const std::vector<ZnDbDatabaseReactor*> now = object->database()->reactors();
-  for (ZnDbDatabaseReactor* reactor : now) reactor->objectErased(object->database(), object, erasing);
+  if (object->reactors_)
+    zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) { reactor.erased(object, erasing); });
+  zndbTellEach(object->database()->reactors(), [&](ZnDbDatabaseReactor& reactor) {
+    reactor.objectErased(object->database(), object, erasing);
+  });
 }
 
 void ZnDbObjectAccess::finishWrite(ZnDbObject* object) {
@@ -244,10 +236,9 @@ void ZnDbObjectAccess::finishWrite(ZnDbObject* object) {
   const bool isNew = std::exchange(object->isNew_, false);
   const bool modified = std::exchange(object->modified_, false);
   const bool erased = std::exchange(object->eraseToggled_, false);
-  if (isNew) {
-    const std::vector<ZnDbDatabaseReactor*> now = object->database()->reactors();
-    for (ZnDbDatabaseReactor* reactor : now) reactor->objectAppended(object->database(), object);
-  }
+  if (isNew)
+    zndbTellEach(object->database()->reactors(),
+                 [&](ZnDbDatabaseReactor& reactor) { reactor.objectAppended(object->database(), object); });
   if (erased)
     tellErased(object);
   else if (modified)

@@ -41,8 +41,8 @@ ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode
     ++stub->writers;
     break;
   case ZnDbOpenMode::kForNotify:
-    // Looks on while others have it open as they like; counted as a reader that hinders nobody.
-    if (stub->writers == 0) ++stub->readers;
+    // Looks on while others have it open as they like.
+    ++stub->readers;
     break;
   }
   object = stub->object;

@@ -8,7 +8,8 @@ enum class ZnDbOpenMode { kForRead, kForWrite, kForNotify };
 
 // Opens strictly. eNullObjectId, ePermanentlyErased, eWasErased (unless openErased), eWasOpenForRead or
 // eWasOpenForWrite by somebody else, eOnLockedLayer for writing an entity whose layer is locked. The object
-// stays open until its close().
+// stays open until its close(). kForNotify is granted beside a writer too and ended by endZnDbObjectRead,
+// since close() would end the writer's access.
 Quorl::ErrorStatus zndbOpenObject(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode,
                                   bool openErased = false);
 // Opens for write even if the entity's layer is locked.

@@ -23,6 +23,7 @@ struct ZnDbUndoRecorder::Step {
   std::vector<Record> records;
   std::string bytes;
   std::vector<std::function<void()>> exchanges;
+  size_t before = 0; // records of all earlier steps
 
   void addState(ZnDbObjectId id, bool erased, std::string_view state) {
     records.push_back({Record::kState, erased, id, bytes.size(), state.size()});
@@ -46,7 +47,12 @@ void ZnDbUndoRecorder::startStep(const ZnString& label) {
   if (!done_.empty() && done_.back().records.empty())
     done_.back().label = label;
   else
-    done_.push_back({label, {}, {}, {}});
+    push({label, {}, {}, {}});
+}
+
+void ZnDbUndoRecorder::push(Step step) {
+  step.before = mark();
+  done_.push_back(std::move(step));
 }
 
 bool ZnDbUndoRecorder::canUndo() const { return undoDepth() > 0; }
@@ -59,7 +65,7 @@ size_t ZnDbUndoRecorder::undoDepth() const {
 
 // A first change opens a step of its own where none was begun, and makes redoing impossible.
 void ZnDbUndoRecorder::begin() {
-  if (done_.empty()) done_.push_back({});
+  if (done_.empty()) push({});
   undone_.clear();
 }
 
@@ -164,15 +170,13 @@ ErrorStatus ZnDbUndoRecorder::redo() {
   undone_.pop_back();
   Step back{step.label, {}, {}, {}};
   apply(step, step.records.size(), back);
-  done_.push_back(std::move(back));
+  push(std::move(back));
   startStep();
   return Quorl::eOk;
 }
 
 size_t ZnDbUndoRecorder::mark() const {
-  size_t count = 0;
-  for (const Step& step : done_) count += step.records.size();
-  return count;
+  return done_.empty() ? 0 : done_.back().before + done_.back().records.size();
 }
 
 void ZnDbUndoRecorder::rollBackTo(size_t mark) {

@@ -49,6 +49,7 @@ private:
   struct Record;
   struct Step;
   void begin();
+  void push(Step step);
   void apply(Step& step, size_t count, Step& inverse);
   void restore(Step& step, const Record& record, Step& inverse);
 

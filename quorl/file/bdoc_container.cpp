@@ -10,17 +10,24 @@ namespace {
 
 constexpr std::string_view kEndMark("QBDOCEND", 8);
 constexpr std::uint64_t kPrefixSize = 40, kEntrySize = 40, kHashSize = 8;
+constexpr std::uint64_t kTableAt = 16; // in the prefix
 constexpr std::uint32_t kCompressed = 1;
 // Drawings are mostly doubles, which higher levels hardly make smaller.
 constexpr int kCompressionLevel = 1;
 
 std::uint64_t hashOf(std::string_view bytes) { return XXH64(bytes.data(), bytes.size(), 0); }
 
-std::string bytePlace(std::uint64_t offset) { return "byte " + std::to_string(offset); }
-
 std::string hex(std::uint64_t value) { return handleText(ZnDbHandle(value)).utf8(); }
 
 } // namespace
+
+using Quorl::bytePlace;
+
+std::string Quorl::bytePlace(std::uint64_t offset) { return "byte " + std::to_string(offset); }
+
+std::string ZnBdocContainerReader::Section::place() const {
+  return bytePlace(offset) + ", " + Quorl::sectionPlace(type, number);
+}
 
 std::string Quorl::sectionPlace(ZnSectionType type, size_t number) {
   static constexpr const char* kNames[] = {"header", "classes", "names", "handles", "objects"};
@@ -90,7 +97,7 @@ bool ZnBdocContainerReader::openPrefix(std::uint64_t& tableOffset, std::uint64_t
     return error.fail(Quorl::eFileDamaged, bytePlace(source_.size()), "the file ends within its prefix",
                       std::to_string(kPrefixSize) + " bytes at least");
   if (!source_.read(0, kPrefixSize, prefix))
-    return error.fail(Quorl::eFileAccess, bytePlace(0), "can't be read");
+    return error.fail(Quorl::eFileAccess, bytePlace(0), "can't be read", "a readable file");
   ZnByteReader reader(prefix);
   if (reader.takeRaw(Quorl::kBdocMagic.size()) != Quorl::kBdocMagic)
     return error.fail(Quorl::eFileDamaged, bytePlace(0), "no drawing file", "the mark of a drawing");
@@ -103,18 +110,24 @@ bool ZnBdocContainerReader::openPrefix(std::uint64_t& tableOffset, std::uint64_t
   tableOffset = reader.take<std::uint64_t>();
   const auto length = reader.take<std::uint64_t>();
   const size_t hashed = reader.position();
-  if (reader.take<std::uint64_t>() != hashOf(std::string_view(prefix).substr(0, hashed)))
-    return error.fail(Quorl::eFileDamaged, bytePlace(0), "the prefix does not match its checksum");
+  const auto said = reader.take<std::uint64_t>();
+  const std::uint64_t hash = hashOf(std::string_view(prefix).substr(0, hashed));
+  if (said != hash)
+    return error.fail(Quorl::eFileDamaged, bytePlace(hashed), "the checksum of the prefix is " + hex(hash),
+                      hex(said));
   if (version == 0)
     return error.fail(Quorl::eFileDamaged, bytePlace(Quorl::kBdocMagic.size()), "format version 0",
                       "1 or more");
   if (length != source_.size())
     return error.fail(Quorl::eFileDamaged, bytePlace(source_.size()),
-                      "the file has " + std::to_string(source_.size()) + " bytes", std::to_string(length));
+                      "the file ends after " + std::to_string(source_.size()) + " bytes",
+                      std::to_string(length) + " bytes");
   // No sum here can overflow: the count has 32 bits, and the offset is compared first.
-  if (tableOffset < kPrefixSize || tableOffset > length ||
-      length - tableOffset != count * kEntrySize + kHashSize + kEndMark.size())
-    return error.fail(Quorl::eFileDamaged, bytePlace(0), "the section table does not end with the file");
+  const std::uint64_t tableSize = count * kEntrySize + kHashSize + kEndMark.size();
+  if (tableOffset < kPrefixSize || tableOffset > length || length - tableOffset != tableSize)
+    return error.fail(Quorl::eFileDamaged, bytePlace(kTableAt),
+                      "a section table at " + std::to_string(tableOffset),
+                      "a place " + std::to_string(tableSize) + " bytes before the end");
   return true;
 }
 
@@ -123,27 +136,31 @@ bool ZnBdocContainerReader::open(ZnFileError& error) {
   if (!openPrefix(tableOffset, count, error)) return false;
   std::string table;
   if (!source_.read(tableOffset, source_.size() - tableOffset, table))
-    return error.fail(Quorl::eFileAccess, bytePlace(tableOffset), "can't be read");
+    return error.fail(Quorl::eFileAccess, bytePlace(tableOffset), "can't be read", "a readable file");
   if (!table.ends_with(kEndMark))
     return error.fail(Quorl::eFileDamaged, bytePlace(source_.size() - kEndMark.size()), "no end mark",
                       "the end mark");
   const std::string_view entries = std::string_view(table).substr(0, count * kEntrySize);
   ZnByteReader hash(std::string_view(table).substr(entries.size()));
-  if (hash.take<std::uint64_t>() != hashOf(entries))
+  const auto said = hash.take<std::uint64_t>();
+  if (said != hashOf(entries))
     return error.fail(Quorl::eFileDamaged, bytePlace(tableOffset),
-                      "the section table does not match its checksum");
+                      "the checksum of the section table is " + hex(hashOf(entries)), hex(said));
   for (std::uint64_t i = 0; i < count; ++i)
     if (!openSection(entries.substr(i * kEntrySize, kEntrySize), tableOffset, error)) return false;
   const std::uint64_t end =
       sections_.empty() ? kPrefixSize : sections_.back().offset + sections_.back().storedSize;
   if (end != tableOffset)
-    return error.fail(Quorl::eFileDamaged, bytePlace(end), "bytes between the sections and their table");
+    return error.fail(Quorl::eFileDamaged, bytePlace(end), "bytes between the sections and their table",
+                      "the table at once");
   return true;
 }
 
 bool ZnBdocContainerReader::openSection(std::string_view entry, std::uint64_t tableOffset,
                                         ZnFileError& error) {
-  const std::string place = "section table, entry " + std::to_string(sections_.size() + 1);
+  const size_t number = sections_.size();
+  const std::string place =
+      bytePlace(tableOffset + number * kEntrySize) + ", section table entry " + std::to_string(number + 1);
   ZnByteReader reader(entry);
   const auto type = reader.take<std::uint32_t>(), flags = reader.take<std::uint32_t>();
   Section section;
@@ -156,6 +173,20 @@ bool ZnBdocContainerReader::openSection(std::string_view entry, std::uint64_t ta
     return error.fail(Quorl::eFileDamaged, place, "flags " + std::to_string(flags), "0 or 1");
   section.type = static_cast<ZnSectionType>(type);
   section.compressed = flags == kCompressed;
+  if (!checkSection(section, tableOffset, place, error)) return false;
+  section.number = 1;
+  for (size_t i = sections_.size(); i-- > 0;) {
+    if (sections_[i].type != section.type) continue;
+    section.number = sections_[i].number + 1;
+    break;
+  }
+  sections_.push_back(section);
+  return true;
+}
+
+// Sections follow one another without gaps, and none is larger than what memory may be given to.
+bool ZnBdocContainerReader::checkSection(const Section& section, std::uint64_t tableOffset,
+                                         const std::string& place, ZnFileError& error) const {
   const std::uint64_t expected =
       sections_.empty() ? kPrefixSize : sections_.back().offset + sections_.back().storedSize;
   if (section.offset != expected || section.storedSize > tableOffset - section.offset)
@@ -168,25 +199,17 @@ bool ZnBdocContainerReader::openSection(std::string_view entry, std::uint64_t ta
     return error.fail(Quorl::eFileDamaged, place, "a raw size of " + std::to_string(section.rawSize),
                       section.compressed ? std::to_string(Quorl::kLargestSection) + " at most"
                                          : std::to_string(section.storedSize));
-  section.number = 1;
-  for (size_t i = sections_.size(); i-- > 0;) {
-    if (sections_[i].type != section.type) continue;
-    section.number = sections_[i].number + 1;
-    break;
-  }
-  sections_.push_back(section);
   return true;
 }
 
 bool ZnBdocContainerReader::read(const Section& section, std::string& raw, ZnFileError& error) {
   std::string& target = section.compressed ? stored_ : raw;
   if (!source_.read(section.offset, section.storedSize, target))
-    return error.fail(Quorl::eFileAccess, bytePlace(section.offset), "can't be read");
+    return error.fail(Quorl::eFileAccess, section.place(), "can't be read", "a readable file");
   const std::uint64_t hash = hashOf(target);
   if (hash != section.hash)
-    return error.fail(Quorl::eFileDamaged,
-                      Quorl::sectionPlace(section.type, section.number) + " at " + bytePlace(section.offset),
-                      "its checksum is " + hex(hash), hex(section.hash));
+    return error.fail(Quorl::eFileDamaged, section.place(), "its checksum is " + hex(hash),
+                      hex(section.hash));
   return !section.compressed || expand(section, raw, error);
 }
 
@@ -200,6 +223,6 @@ bool ZnBdocContainerReader::expand(const Section& section, std::string& raw, ZnF
         ZSTD_decompressDCtx(codec_->context.get(), raw.data(), raw.size(), stored_.data(), stored_.size());
     good = !ZSTD_isError(size) && size == section.rawSize;
   }
-  return good || error.fail(Quorl::eFileDamaged, Quorl::sectionPlace(section.type, section.number),
-                            "can't be expanded", std::to_string(section.rawSize) + " bytes");
+  return good || error.fail(Quorl::eFileDamaged, section.place(), "can't be expanded",
+                            std::to_string(section.rawSize) + " bytes");
 }

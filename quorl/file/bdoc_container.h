@@ -29,6 +29,8 @@ constexpr std::uint32_t kBdocVersion = 1;
 constexpr std::uint64_t kLargestSection = std::uint64_t{1} << 28;
 // "section objects 2", counted from 1 within the type.
 std::string sectionPlace(ZnSectionType type, size_t number);
+// "byte 40", of the file.
+std::string bytePlace(std::uint64_t offset);
 } // namespace Quorl
 
 class ZnBdocContainerWriter {
@@ -57,6 +59,8 @@ public:
     bool compressed = false;
     std::uint64_t offset = 0, storedSize = 0, rawSize = 0, hash = 0;
     size_t number = 0; // within its type, from 1
+
+    std::string place() const; // "byte 40, section objects 2"
   };
 
   explicit ZnBdocContainerReader(const ZnByteSource& source);
@@ -71,6 +75,8 @@ private:
   struct Codec;
   bool openPrefix(std::uint64_t& tableOffset, std::uint64_t& count, ZnFileError& error);
   bool openSection(std::string_view entry, std::uint64_t tableOffset, ZnFileError& error);
+  bool checkSection(const Section& section, std::uint64_t tableOffset, const std::string& place,
+                    ZnFileError& error) const;
   bool expand(const Section& section, std::string& raw, ZnFileError& error);
 
   const ZnByteSource& source_;

@@ -1,5 +1,6 @@
 #include "quorl/file/bdoc_reader.h"
 
+#include <cmath>
 #include <limits>
 
 #include "quorl/file/bdoc_records.h"
@@ -11,10 +12,14 @@ using Quorl::ErrorStatus;
 
 namespace {
 
+// The section may be compressed: a place within it is counted in what it holds.
+std::string placeIn(const std::string& place, const ZnByteReader& in) {
+  return place + " at its byte " + std::to_string(in.position());
+}
+
 bool failInSection(ZnFileError& error, const std::string& place, const ZnByteReader& in, std::string what,
-                   std::string expected = {}) {
-  return error.fail(Quorl::eFileDamaged, place + ", byte " + std::to_string(in.position()), std::move(what),
-                    std::move(expected));
+                   std::string expected) {
+  return error.fail(Quorl::eFileDamaged, placeIn(place, in), std::move(what), std::move(expected));
 }
 
 ZnString takeString(ZnByteReader& in) { return ZnString::fromUtf8(in.takeText()); }
@@ -61,19 +66,37 @@ std::unique_ptr<ZnDbDatabase> ZnBdocReader::read(ZnFileError& error) {
                         readAll(ZnSectionType::kHandles, &ZnBdocReader::readHandles, error);
   if (!prepared) return nullptr;
   if (!hasHeader_ || index_.size() != header_.objectCount) {
-    error.fail(Quorl::eFileDamaged, "section handles", std::to_string(index_.size()) + " objects",
-               hasHeader_ ? std::to_string(header_.objectCount) : "a header");
+    error.fail(Quorl::eFileDamaged, endPlace(),
+               hasHeader_ ? std::to_string(index_.size()) + " handles" : "no section header",
+               hasHeader_ ? std::to_string(header_.objectCount) + ", as the header says" : "one");
     return nullptr;
   }
   index_.finish();
   if (!readAll(ZnSectionType::kObjects, &ZnBdocReader::readObjects, error)) return nullptr;
   if (objectsRead_ != index_.size()) {
-    error.fail(Quorl::eFileDamaged, "section objects", std::to_string(objectsRead_) + " objects",
+    error.fail(Quorl::eFileDamaged, endPlace(), std::to_string(objectsRead_) + " objects in the sections",
                std::to_string(index_.size()));
     return nullptr;
   }
-  if (!Quorl::finishDrawing(*database_, index_, header_, error)) return nullptr;
+  if (!Quorl::finishDrawing(*database_, index_, header_, error)) {
+    error.place = endPlace() + ", " + error.place;
+    return nullptr;
+  }
   return std::move(database_);
+}
+
+// Behind the last section, where what is missing would have to come.
+std::string ZnBdocReader::endPlace() const {
+  const auto& sections = container_.sections();
+  return Quorl::bytePlace(sections.empty() ? 0 : sections.back().offset + sections.back().storedSize);
+}
+
+// What the sections of objects could hold if every record were as short as a record can be.
+std::uint64_t ZnBdocReader::mostObjects() const {
+  std::uint64_t bytes = 0;
+  for (const Section& section : container_.sections())
+    if (section.type == ZnSectionType::kObjects) bytes += section.rawSize;
+  return bytes / Quorl::kLeastRecord;
 }
 
 bool ZnBdocReader::readAll(ZnSectionType type, Part part, ZnFileError& error) {
@@ -81,9 +104,9 @@ bool ZnBdocReader::readAll(ZnSectionType type, Part part, ZnFileError& error) {
     if (section.type != type) continue;
     if (!container_.read(section, raw_, error)) return false;
     ZnByteReader in(raw_);
-    const std::string place = Quorl::sectionPlace(type, section.number);
+    const std::string place = section.place();
     if (!(this->*part)(in, place, error)) return false;
-    if (!in.atEnd()) return failInSection(error, place, in, "the section does not end where its contents do");
+    if (!in.atEnd()) return failInSection(error, place, in, "bytes behind its contents", "its end");
   }
   return true;
 }
@@ -96,14 +119,21 @@ bool ZnBdocReader::readHeader(ZnByteReader& in, const std::string& place, ZnFile
   header_.objectCount = in.take<std::uint64_t>();
   for (int* number : {&header_.version, &header_.maintenanceVersion, &header_.insertionUnits})
     *number = in.take<std::int32_t>();
-  for (double& element : header_.ucs) element = in.take<double>();
+  for (double& element : header_.ucs) {
+    element = in.take<double>();
+    if (!std::isfinite(element)) return failInSection(error, place, in, "an infinite axis", "a number");
+  }
+  if (header_.objectCount > mostObjects())
+    return failInSection(error, place, in, std::to_string(header_.objectCount) + " objects",
+                         std::to_string(mostObjects()) + " at most in a file of this size");
   for (std::uint64_t count = in.takeCount(); count > 0 && in.isGood(); --count) {
     const ZnString name = takeString(in);
     ZnRxVariableValue value;
     if (!takeValue(in, value)) in.setBad();
     header_.variables.emplace_back(name, value);
   }
-  return in.isGood() || failInSection(error, place, in, "values that can't be read");
+  return in.isGood() ||
+         failInSection(error, place, in, "values that can't be read", "handles, numbers and variables");
 }
 
 bool ZnBdocReader::readClasses(ZnByteReader& in, const std::string& place, ZnFileError& error) {
@@ -123,17 +153,22 @@ bool ZnBdocReader::readClasses(ZnByteReader& in, const std::string& place, ZnFil
 
 bool ZnBdocReader::readNames(ZnByteReader& in, const std::string& place, ZnFileError& error) {
   while (in.isGood() && !in.atEnd()) names_.push_back(ZnAtom::of(Quorl::fromUtf8(in.takeText())));
-  return in.isGood() || failInSection(error, place, in, "a name that can't be read");
+  return in.isGood() ||
+         failInSection(error, place, in, "a name that can't be read", "its length and letters");
 }
 
 bool ZnBdocReader::readHandles(ZnByteReader& in, const std::string& place, ZnFileError& error) {
   while (!in.atEnd()) {
     const std::uint64_t step = in.takeCount(), cls = in.takeCount();
-    if (!in.isGood()) return failInSection(error, place, in, "a count that can't be read");
+    if (!in.isGood())
+      return failInSection(error, place, in, "a count that can't be read", "at most ten bytes");
     const std::uint64_t handle = index_.lastHandle() + step;
     if (cls >= classes_.size())
       return failInSection(error, place, in, "class number " + std::to_string(cls),
                            "below " + std::to_string(classes_.size()));
+    if (index_.size() == header_.objectCount)
+      return failInSection(error, place, in, "a handle too many",
+                           std::to_string(header_.objectCount) + " handles");
     if (!Quorl::addSlot(*database_, index_, handle, header_.handseed))
       return failInSection(error, place, in, "handle " + handleText(ZnDbHandle(handle)).utf8(),
                            "above " + handleText(ZnDbHandle(index_.lastHandle())).utf8() + ", below " +
@@ -158,11 +193,11 @@ bool ZnBdocReader::readObjects(ZnByteReader& in, const std::string& place, ZnFil
     if (readRecord(in, id.handle().value, text, isText, fault))
       object = readFields(cls, isText ? &text : nullptr, status);
     if (!object)
-      return error.fail(status,
-                        place + ", byte " + std::to_string(in.position()) + ", " +
-                            Quorl::objectPlace(id.handle(), classes_.record(cls).name.utf8()),
-                        fault.empty() ? std::string("can't be read: ") + Quorl::errorStatusText(status)
-                                      : fault);
+      return error.fail(
+          status,
+          placeIn(place, in) + ", " + Quorl::objectPlace(id.handle(), classes_.record(cls).name.utf8()),
+          fault.empty() ? std::string("can't be read: ") + Quorl::errorStatusText(status) : fault,
+          "the record of its class");
     Quorl::install(*database_, id, std::move(object));
     ++objectsRead_;
   }

@@ -25,6 +25,8 @@ private:
   using Part = bool (ZnBdocReader::*)(ZnByteReader&, const std::string& place, ZnFileError&);
   // Hands the sections of the type, one by one, to the part's reader.
   bool readAll(ZnSectionType type, Part part, ZnFileError& error);
+  std::string endPlace() const;
+  std::uint64_t mostObjects() const;
   bool readHeader(ZnByteReader& in, const std::string& place, ZnFileError& error);
   bool readClasses(ZnByteReader& in, const std::string& place, ZnFileError& error);
   bool readNames(ZnByteReader& in, const std::string& place, ZnFileError& error);

@@ -7,11 +7,17 @@
 #include "quorl/file/proxy_conversion.h"
 #include "quorl/file/record_filer.h"
 
+namespace {
+
+constexpr const char* kRoom = "a place with room for it";
+
+} // namespace
+
 bool ZnBdocWriter::write(const ZnDbDatabase& database, ZnFileError& error) {
   const std::vector<ZnDbObjectId> ids = Quorl::storedObjects(database);
   ZnDrawingHeader header;
   if (!ZnDrawingHeader::of(database, ids.size(), header, error)) return false;
-  if (!container_.begin()) return error.fail(Quorl::eFileAccess, "byte 0", "can't be written");
+  if (!container_.begin()) return error.fail(Quorl::eFileAccess, "byte 0", "can't be written", kRoom);
   for (const ZnDbObjectId id : ids) {
     if (!writeObject(id, error)) return false;
     if (!flush(ZnSectionType::kObjects, objects_, Quorl::kSectionBytes, error)) return false;
@@ -24,7 +30,7 @@ bool ZnBdocWriter::write(const ZnDbDatabase& database, ZnFileError& error) {
                        flush(ZnSectionType::kNames, names_, kAll, error) && writeClasses(error) &&
                        writeHeader(header, error);
   return written &&
-         (container_.finish() || error.fail(Quorl::eFileAccess, "section table", "can't be written"));
+         (container_.finish() || error.fail(Quorl::eFileAccess, "section table", "can't be written", kRoom));
 }
 
 bool ZnBdocWriter::flush(ZnSectionType type, std::string& section, size_t least, ZnFileError& error) {
@@ -34,7 +40,7 @@ bool ZnBdocWriter::flush(ZnSectionType type, std::string& section, size_t least,
                       "the fields of one object are too long",
                       std::to_string(Quorl::kLargestSection) + " bytes at most");
   if (!container_.add(type, section))
-    return error.fail(Quorl::eFileAccess, Quorl::sectionPlace(type, 1), "can't be written");
+    return error.fail(Quorl::eFileAccess, Quorl::sectionPlace(type, 1), "can't be written", kRoom);
   section.clear();
   return true;
 }
@@ -51,7 +57,8 @@ bool ZnBdocWriter::writeObject(ZnDbObjectId id, ZnFileError& error) {
   }
   if (status != Quorl::eOk)
     return error.fail(status, Quorl::objectPlace(id.handle(), id.objectClass()->name().utf8()),
-                      std::string("can't be written: ") + Quorl::errorStatusText(status));
+                      std::string("can't be written: ") + Quorl::errorStatusText(status),
+                      "an object that writes its fields");
   const std::uint64_t handle = id.handle().value;
   ZnByteWriter handles(handles_);
   handles.putCount(handle - lastHandle_);

@@ -8,7 +8,8 @@
 #include <unistd.h>
 
 ZnDiskSource::ZnDiskSource(const std::string& path)
-    : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    // Opening a pipe would wait for somebody to write into it; it is refused all the same.
+    : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
   struct stat about {};
   if (descriptor_ < 0 || fstat(descriptor_, &about) != 0)
     fault_ = std::strerror(errno);

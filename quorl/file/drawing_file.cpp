@@ -28,7 +28,7 @@ std::unique_ptr<ZnDbDatabase> readFrom(const ZnByteSource& source, ZnFileError& 
   constexpr std::uint64_t kLookAt = 32;
   std::string bytes;
   if (!source.read(0, std::min(source.size(), kLookAt), bytes)) {
-    error.fail(Quorl::eFileAccess, "byte 0", "can't be read");
+    error.fail(Quorl::eFileAccess, "byte 0", "can't be read", "a readable file");
     return nullptr;
   }
   if (bytes.starts_with(Quorl::kBdocMagic)) return ZnBdocReader(source).read(error);
@@ -37,7 +37,7 @@ std::unique_ptr<ZnDbDatabase> readFrom(const ZnByteSource& source, ZnFileError& 
     return nullptr;
   }
   if (!source.read(0, source.size(), bytes)) {
-    error.fail(Quorl::eFileAccess, "byte 0", "can't be read");
+    error.fail(Quorl::eFileAccess, "byte 0", "can't be read", "a readable file");
     return nullptr;
   }
   return ZnTdocReader(bytes).read(error);
@@ -53,12 +53,13 @@ bool formatOf(const std::string& path, ZnDrawingFormat& format) {
 bool saveTo(const std::string& path, const ZnDbDatabase& database, ZnDrawingFormat format,
             ZnFileError& error) {
   ZnAtomicFile file(path);
-  if (!file.fault().empty()) return error.fail(Quorl::eFileAccess, {}, file.fault());
+  constexpr const char* kWanted = "a folder with room that can be written to";
+  if (!file.fault().empty()) return error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
   if (!writeTo(file, database, format, error)) {
-    if (!file.fault().empty()) error.what = file.fault();
+    if (!file.fault().empty()) error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
     return false;
   }
-  return file.commit() || error.fail(Quorl::eFileAccess, {}, file.fault());
+  return file.commit() || error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
 }
 
 } // namespace
@@ -88,7 +89,7 @@ std::unique_ptr<ZnDbDatabase> zndbOpenDrawing(const std::string& path, ZnFileErr
   error.file = path;
   const ZnDiskSource source(path);
   if (!source.fault().empty()) {
-    error.fail(Quorl::eFileAccess, {}, "can't be opened: " + source.fault());
+    error.fail(Quorl::eFileAccess, {}, "can't be opened: " + source.fault(), "a readable file");
     return nullptr;
   }
   std::unique_ptr<ZnDbDatabase> database = readFrom(source, error);

@@ -60,7 +60,7 @@ bool ZnDrawingHeader::of(const ZnDbDatabase& database, std::uint64_t objectCount
     const ZnDbObjectId id = ids.*entry.place;
     header.handles[i] = id.isErased() ? 0 : id.handle().value;
     if (entry.required && header.handles[i] == 0)
-      return error.fail(Quorl::eInvalidInput, kPlace, std::string("the drawing has no ") + entry.name);
+      return error.fail(Quorl::eInvalidInput, kPlace, std::string("the drawing has no ") + entry.name, "one");
   }
   header.handseed = database.handseed().value;
   header.objectCount = objectCount;

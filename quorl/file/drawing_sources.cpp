@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "quorl/db/undo.h"
+#include "quorl/file/block_nesting.h"
 #include "quorl/file/drawing_header.h"
 #include "quorl/file/handle_index.h"
 
@@ -37,7 +38,7 @@ void Quorl::install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnD
 
 bool Quorl::finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, const ZnDrawingHeader& header,
                           ZnFileError& error) {
-  if (!header.apply(database, index, error)) return false;
+  if (!header.apply(database, index, error) || !checkBlockNesting(index, error)) return false;
   for (size_t i = 0; i < index.size(); ++i) {
     ZnDbStub* stub = index.at(i).stub();
     // Nobody else is about: whoever settles after reading may write.

@@ -22,7 +22,7 @@ std::unique_ptr<ZnDbDatabase> drawingToFill();
 bool addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t handle, std::uint64_t handseed);
 // Puts the object that was read into its slot.
 void install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnDbObject> object);
-// After all objects are in: header, loaded() in order of handles, then the links.
+// After all objects are in: header, nesting of blocks, loaded() in order of handles, then the links.
 bool finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, const ZnDrawingHeader& header,
                    ZnFileError& error);
 

@@ -53,8 +53,9 @@ const ZnDbProxyClass* ZnFileClasses::proxyClass(int number) {
   if (entry.proxyClass) return entry.proxyClass;
   std::vector<ZnDbClassRecord> ancestors;
   auto up = byName_.find(entry.record.parentName.atom());
-  // No more steps than classes: a damaged file may name parents in a circle.
-  while (up != byName_.end() && ancestors.size() < entries_.size()) {
+  // A damaged file may name parents in a circle, and every class of a large one with all of them.
+  constexpr size_t kDeepest = 64;
+  while (up != byName_.end() && ancestors.size() < kDeepest) {
     ancestors.push_back(record(up->second));
     up = byName_.find(ancestors.back().parentName.atom());
   }

@@ -6,12 +6,13 @@
 
 std::string ZnFileError::text() const {
   if (status == Quorl::eOk) return {};
-  std::string line;
-  for (const std::string* part : {&file, &place})
-    if (!part->empty()) line += *part + ": ";
-  line += what.empty() ? Quorl::errorStatusText(status) : what;
-  if (!expected.empty()) line += ", expected " + expected;
-  return line;
+  std::string text = file;
+  if (line > 0) text += (file.empty() ? "line " : ":") + std::to_string(line);
+  if (!text.empty()) text += ": ";
+  if (!place.empty()) text += place + ": ";
+  text += what.empty() ? Quorl::errorStatusText(status) : what;
+  if (!expected.empty()) text += ", expected " + expected;
+  return text;
 }
 
 bool ZnFileError::fail(Quorl::ErrorStatus why, std::string where, std::string found, std::string wanted) {

@@ -125,16 +125,18 @@ bool unescape(std::string_view text, std::string& plain) {
   return true;
 }
 
+static_assert(kLongestLine == 16 * 1024 * 1024, "as the message says");
+
+bool TdocLines::fail(const char* fault, const char* expected) {
+  fault_ = fault;
+  expected_ = expected;
+  return false;
+}
+
 bool TdocLines::lineAt(size_t& at, std::string_view& line) {
   const size_t end = text_.find('\n', at);
-  if (end == std::string_view::npos) {
-    fault_ = "the line does not end";
-    return false;
-  }
-  if (end - at > kLongestLine) {
-    fault_ = "the line is too long";
-    return false;
-  }
+  if (end == std::string_view::npos) return fail("the line does not end", "a line end");
+  if (end - at > kLongestLine) return fail("the line is too long", "16 MiB at most");
   line = text_.substr(at, end - at);
   at = end + 1;
   return true;
@@ -144,14 +146,8 @@ bool TdocLines::next(int& code, std::string_view& value) {
   size_t at = at_;
   std::string_view codeText;
   if (!lineAt(at, codeText)) return false;
-  if (!parseWhole(codeText, code)) {
-    fault_ = "the group code is no number";
-    return false;
-  }
-  if (at >= text_.size()) {
-    fault_ = "the value's line is missing";
-    return false;
-  }
+  if (!parseWhole(codeText, code)) return fail("the group code is no number", "a whole number");
+  if (at >= text_.size()) return fail("the value's line is missing", "a value for the group code");
   if (!lineAt(at, value)) return false;
   at_ = at;
   line_ += 2;

@@ -63,6 +63,7 @@ public:
   // The next pair; false with the fault told, and nothing consumed.
   bool next(int& code, std::string_view& value);
   const char* fault() const { return fault_; }
+  const char* expected() const { return expected_; }
   std::string_view rest() const { return text_.substr(at_); }
   void moveTo(size_t position, size_t line) {
     at_ = position;
@@ -70,10 +71,11 @@ public:
   }
 
 private:
+  bool fail(const char* fault, const char* expected);
   bool lineAt(size_t& at, std::string_view& line);
   std::string_view text_;
   size_t at_ = 0, line_ = 1;
-  const char* fault_ = "";
+  const char *fault_ = "", *expected_ = "";
 };
 
 } // namespace Quorl

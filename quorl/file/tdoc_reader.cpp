@@ -1,6 +1,7 @@
 #include "quorl/file/tdoc_reader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <xxhash.h>
 
@@ -27,26 +28,33 @@ std::unique_ptr<ZnDbDatabase> ZnTdocReader::read(ZnFileError& error) {
   if (!readMark(error) || !readHeader(error) || !readClasses(error) || !scanObjects(error)) return nullptr;
   if (!expectSection("END", error)) return nullptr;
   if (!lines_.atEnd()) {
-    failHere(error, "lines after the end");
+    line_ = lines_.line();
+    failHere(error, "lines after the end", "the end of the file");
     return nullptr;
   }
   database_ = Quorl::drawingToFill();
   if (!makeSlots(error)) return nullptr;
   for (const Object& object : objects_)
     if (!readObject(object, error)) return nullptr;
-  if (!Quorl::finishDrawing(*database_, index_, header_, error)) return nullptr;
+  if (!Quorl::finishDrawing(*database_, index_, header_, error)) {
+    // Without an object at fault it is the header that names the wrong ones.
+    error.line = headerLine_;
+    for (const Object& object : objects_)
+      if (object.handle == error.object.value) error.line = object.line - 2;
+    return nullptr;
+  }
   return std::move(database_);
 }
 
 bool ZnTdocReader::failHere(ZnFileError& error, std::string what, std::string expected) const {
-  return error.fail(Quorl::eFileDamaged, "line " + std::to_string(line_), std::move(what),
-                    std::move(expected));
+  error.line = line_;
+  return error.fail(Quorl::eFileDamaged, {}, std::move(what), std::move(expected));
 }
 
 bool ZnTdocReader::next(int& code, std::string_view& value, ZnFileError& error) {
   line_ = lines_.line();
   if (lines_.atEnd()) return failHere(error, "the file ends too early", "a group code");
-  return lines_.next(code, value) || failHere(error, lines_.fault());
+  return lines_.next(code, value) || failHere(error, lines_.fault(), lines_.expected());
 }
 
 bool ZnTdocReader::expect(int wanted, std::string& plain, ZnFileError& error) {
@@ -54,7 +62,8 @@ bool ZnTdocReader::expect(int wanted, std::string& plain, ZnFileError& error) {
   std::string_view value;
   if (!next(code, value, error)) return false;
   if (code != wanted) return failHere(error, "group code " + std::to_string(code), std::to_string(wanted));
-  return Quorl::unescape(value, plain) || failHere(error, "a backslash that escapes nothing");
+  return Quorl::unescape(value, plain) ||
+         failHere(error, "a backslash that escapes nothing", "\\n, \\r or \\\\");
 }
 
 bool ZnTdocReader::expectSection(std::string_view name, ZnFileError& error) {
@@ -115,6 +124,7 @@ bool ZnTdocReader::readHeaderHandle(const char* name, std::uint64_t& value, ZnFi
 
 bool ZnTdocReader::readHeader(ZnFileError& error) {
   if (!expectSection("HEADER", error)) return false;
+  headerLine_ = line_;
   const size_t begin = lines_.position();
   for (size_t i = 0; i < ZnDrawingHeader::kIds; ++i)
     if (!readHeaderHandle(ZnDrawingHeader::idName(i), header_.handles[i], error)) return false;
@@ -123,7 +133,8 @@ bool ZnTdocReader::readHeader(ZnFileError& error) {
   std::int64_t count = 0;
   if (!readHeaderName("objects", error) || !expect(Quorl::kHeaderCount, text, error)) return false;
   if (!Quorl::parseInteger(text, count) || count < 0)
-    return failHere(error, "no count", "a count of objects");
+    return failHere(error, "\"" + text + "\"", "a count of objects");
+  countLine_ = line_;
   header_.objectCount = static_cast<std::uint64_t>(count);
   const std::pair<const char*, int*> numbers[] = {{"version", &header_.version},
                                                   {"maintenance-version", &header_.maintenanceVersion},
@@ -133,7 +144,8 @@ bool ZnTdocReader::readHeader(ZnFileError& error) {
   if (!readHeaderName("ucs", error)) return false;
   for (double& element : header_.ucs) {
     if (!expect(Quorl::kHeaderReal, text, error)) return false;
-    if (!Quorl::parseDouble(text, element)) return failHere(error, "no number", "a number");
+    if (!Quorl::parseDouble(text, element) || !std::isfinite(element))
+      return failHere(error, "\"" + text + "\"", "a finite number");
   }
   for (;;) {
     const Quorl::TdocLines before = lines_;
@@ -144,7 +156,8 @@ bool ZnTdocReader::readHeader(ZnFileError& error) {
       lines_ = before;
       return expectChecksum("HEADER", begin, error);
     }
-    if (!Quorl::unescape(value, text)) return failHere(error, "a backslash that escapes nothing");
+    if (!Quorl::unescape(value, text))
+      return failHere(error, "a backslash that escapes nothing", "\\n, \\r or \\\\");
     if (!readVariable(text, error)) return false;
   }
 }
@@ -257,9 +270,11 @@ bool ZnTdocReader::scanObject(ZnFileError& error) {
 
 // Whoever edits by hand need not keep the order of handles.
 bool ZnTdocReader::makeSlots(ZnFileError& error) {
-  if (objects_.size() != header_.objectCount)
-    return error.fail(Quorl::eFileDamaged, "section OBJECTS", std::to_string(objects_.size()) + " objects",
-                      std::to_string(header_.objectCount));
+  if (objects_.size() != header_.objectCount) {
+    line_ = countLine_;
+    return failHere(error, "a count of " + std::to_string(header_.objectCount) + " objects",
+                    std::to_string(objects_.size()) + ", as many as there are");
+  }
   const auto byHandle = [](const Object& a, const Object& b) { return a.handle < b.handle; };
   if (!std::is_sorted(objects_.begin(), objects_.end(), byHandle))
     std::stable_sort(objects_.begin(), objects_.end(), byHandle);
@@ -284,6 +299,8 @@ bool ZnTdocReader::readObject(const Object& object, ZnFileError& error) {
     read.reset(static_cast<ZnDbObject*>(creatable->create()));
     status = read->tdocInFields(filer);
     if (filer.status() != Quorl::eOk) status = filer.status();
+    // Sections that the class does not know would be lost by the next save.
+    if (status == Quorl::eOk && !filer.atEndOfObject()) status = filer.refuseRest();
   } else {
     read = zndbProxyFromText(*classes_.proxyClass(object.cls), filer, object.bytesMarked);
     status = filer.status();
@@ -295,11 +312,11 @@ bool ZnTdocReader::readObject(const Object& object, ZnFileError& error) {
     return true;
   }
   const std::string place =
-      "line " + std::to_string(filer.faultLine()) + ", " +
       Quorl::objectPlace(ZnDbHandle(object.handle), classes_.record(object.cls).name.utf8());
+  error.line = filer.faultLine();
   if (status == Quorl::eOk) status = Quorl::eFileDamaged;
   const bool told = filer.status() == status && !filer.fault().empty();
   return error.fail(status, place,
                     told ? filer.fault() : std::string("can't be read: ") + Quorl::errorStatusText(status),
-                    told ? filer.expected() : std::string());
+                    told ? filer.expected() : std::string("the fields of its class"));
 }

@@ -49,6 +49,7 @@ private:
   std::string_view text_;
   Quorl::TdocLines lines_;
   size_t line_ = 1; // of the pair that was read last
+  size_t headerLine_ = 1, countLine_ = 1;
   std::unique_ptr<ZnDbDatabase> database_;
   ZnDrawingHeader header_;
   ZnFileClasses classes_;

@@ -35,7 +35,8 @@ void ZnTdocWriter::beginSection(const char* name) {
 
 bool ZnTdocWriter::flush(const std::string& place, ZnFileError& error) {
   XXH64_update(hash_->state.get(), text_.data() + hashed_, text_.size() - hashed_);
-  if (!sink_.write(text_)) return error.fail(Quorl::eFileAccess, place, "can't be written");
+  if (!sink_.write(text_))
+    return error.fail(Quorl::eFileAccess, place, "can't be written", "a place with room for it");
   text_.clear();
   hashed_ = 0;
   return true;
@@ -110,7 +111,9 @@ bool ZnTdocWriter::writeHeader(const ZnDrawingHeader& header, ZnFileError& error
     }
   }
   if (filer.status() != Quorl::eOk)
-    return error.fail(filer.status(), "section HEADER", Quorl::errorStatusText(filer.status()));
+    return error.fail(filer.status(), "section HEADER",
+                      std::string("can't be written: ") + Quorl::errorStatusText(filer.status()),
+                      "values of their types");
   return endSection("HEADER", error);
 }
 
@@ -142,5 +145,6 @@ bool ZnTdocWriter::writeObject(ZnDbObjectId id, ZnFileError& error) {
   }
   return status == Quorl::eOk ||
          error.fail(status, Quorl::objectPlace(id.handle(), id.objectClass()->name().utf8()),
-                    std::string("can't be written: ") + Quorl::errorStatusText(status));
+                    std::string("can't be written: ") + Quorl::errorStatusText(status),
+                    "an object that writes its fields");
 }

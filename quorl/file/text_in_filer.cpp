@@ -27,7 +27,7 @@ ErrorStatus ZnDbTextInFiler::fail(ErrorStatus status, std::string fault, std::st
 
 bool ZnDbTextInFiler::nextPair(int& code, std::string_view& value) {
   if (lines_.next(code, value)) return true;
-  fail(Quorl::eFileDamaged, lines_.fault());
+  fail(Quorl::eFileDamaged, lines_.fault(), lines_.expected());
   return false;
 }
 
@@ -46,7 +46,8 @@ bool ZnDbTextInFiler::atSubclassData(const wchar_t* name) {
 
 ErrorStatus ZnDbTextInFiler::readItem(ZnDbTdocItem& item) {
   if (status_ != Quorl::eOk) return status_;
-  if (lines_.atEnd()) return fail(Quorl::eFilerError, "the object's items end too early");
+  if (lines_.atEnd())
+    return fail(Quorl::eFilerError, "the object's items end too early", "the rest of its fields");
   lastPosition_ = lines_.position();
   lastLine_ = lines_.line();
   lastApart_ = nextApart_;
@@ -116,7 +117,8 @@ ErrorStatus ZnDbTextInFiler::readPoint(ZnDbTdocItem& item) {
   for (const auto& part : parts) {
     int code = 0;
     std::string_view value;
-    if (lines_.atEnd()) return fail(Quorl::eFilerError, "the point's coordinates end too early");
+    if (lines_.atEnd())
+      return fail(Quorl::eFilerError, "the point's coordinates end too early", "x, y and z");
     if (!nextPair(code, value)) return status_;
     if (code != part.code)
       return fail(Quorl::eUnexpectedGroupCode, "group code " + std::to_string(code) + " within a point",
@@ -131,7 +133,7 @@ ErrorStatus ZnDbTextInFiler::readPoint(ZnDbTdocItem& item) {
 ErrorStatus ZnDbTextInFiler::readReference(int code, std::string_view value, ZnDbObjectId& id) {
   if (apart_) {
     if (nextApart_ == apart_->size())
-      return fail(Quorl::eFilerError, "the object's references end too early");
+      return fail(Quorl::eFilerError, "the object's references end too early", "one for each");
     id = (*apart_)[nextApart_++].id;
     return status_;
   }
@@ -140,8 +142,20 @@ ErrorStatus ZnDbTextInFiler::readReference(int code, std::string_view value, ZnD
   id = index_->find(handle);
   const bool isOwner = lastPosition_ == 0 && code == Quorl::tdocReferenceCode(ZnReferenceKind::kSoftPointer);
   if (isOwner && id.isNull() && handle != 0)
-    return fail(Quorl::eInvalidOwner, "the owner " + std::string(value) + " is not in the file");
+    return fail(Quorl::eInvalidOwner, "the owner " + std::string(value) + " is not in the file",
+                "the handle of an object");
   return status_;
+}
+
+ErrorStatus ZnDbTextInFiler::refuseRest() {
+  lastLine_ = lines_.line();
+  int code = 0;
+  std::string_view value;
+  if (!nextPair(code, value)) return status_;
+  return fail(Quorl::eUnexpectedGroupCode,
+              "group code " + std::to_string(code) + " with \"" + std::string(value.substr(0, 60)) +
+                  "\" behind the fields of its class",
+              "the next object");
 }
 
 ErrorStatus ZnDbTextInFiler::takeRest(ZnDbObjectRecord& rest) {

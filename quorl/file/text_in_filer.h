@@ -32,6 +32,9 @@ public:
   // What is left as lines with their references apart; all is read then.
   Quorl::ErrorStatus takeRest(ZnDbObjectRecord& rest);
 
+  // Fails with eUnexpectedGroupCode at what is left.
+  Quorl::ErrorStatus refuseRest();
+
   // Of the item that could not be read, where the status comes from here.
   size_t faultLine() const { return lastLine_; }
   const std::string& fault() const { return fault_; }

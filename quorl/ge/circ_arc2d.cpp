@@ -2,24 +2,21 @@
 
 #include <algorithm>
 
+#include "quorl/ge/circumcenter.h"
+
 ZnGeCircArc2d::ZnGeCircArc2d(const ZnGePoint2d& center, double radius)
     : center_(center)
     , radius_(std::fabs(radius)) {}
 
-// The center is where the bisectors of two chords from the first point meet: with the chords b, c and
-// D = 2 b x c it lies off the first point by the vector (|b|^2 c - |c|^2 b) turned clockwise, over D.
 ZnGeCircArc2d::ZnGeCircArc2d(const ZnGePoint2d& first, const ZnGePoint2d& second, const ZnGePoint2d& third)
     : center_(first)
     , radius_(0.0)
     , end_(0.0) {
   const ZnGeVector2d b = second - first;
   const ZnGeVector2d c = third - first;
-  const ZnGeVector2d closing = third - second;
-  const auto isDirected = [](const ZnGeVector2d& v) { return v.length() > ZnGeContext::gTol.equalPoint(); };
-  if (!isDirected(b) || !isDirected(c) || !isDirected(closing) || b.isParallelTo(c)) return;
+  if (!ZnGe::spanCircle(b, c, b.length(), c.length(), third.distanceTo(second))) return;
 
-  const ZnGeVector2d offset =
-      -(c * b.lengthSqrd() - b * c.lengthSqrd()).perpVector() / (2.0 * b.crossProduct(c));
+  const ZnGeVector2d offset = ZnGe::circumcenterOffset(b, c);
   radius_ = offset.length();
   center_ = first + offset;
   reference_ = -offset / radius_;

@@ -3,8 +3,9 @@
 #include <algorithm>
 
 ZnGeLineSeg3d& ZnGeLineSeg3d::set(const ZnGePoint3d& start, const ZnGePoint3d& end) {
+  const ZnGePoint3d last = end; // both may be points of this very segment
   start_ = start;
-  end_ = end;
+  end_ = last;
   return *this;
 }
 

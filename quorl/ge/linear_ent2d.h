@@ -17,7 +17,8 @@ public:
   // Unit vector; the zero vector when the span is no longer than equalPoint of gTol.
   ZnGeVector2d direction() const;
 
-  // False, with the point untouched, for lines that are parallel by equalVector or degenerate.
+  // The common point of the unbounded lines, as in space. False, with the point untouched, for lines that are
+  // parallel by equalVector or degenerate.
   bool intersectWith(const ZnGeLinearEnt2d& other, ZnGePoint2d& point,
                      const ZnGeTol& tol = ZnGeContext::gTol) const;
   // By equalVector; false when either is degenerate.

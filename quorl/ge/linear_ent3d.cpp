@@ -9,12 +9,6 @@
 
 namespace {
 
-// Whether the place at this distance along the entity from its base lies within its bounds.
-bool isWithinBounds(const ZnGeLinearEnt3d& entity, double distance, const ZnGeTol& tol) {
-  if (!entity.isBounded()) return true;
-  return distance >= -tol.equalPoint() && distance <= entity.span().length() + tol.equalPoint();
-}
-
 double distanceToLine(const ZnGePoint3d& point, const ZnGePoint3d& base, const ZnGeVector3d& direction) {
   return (point - base).crossProduct(direction).length();
 }
@@ -62,8 +56,6 @@ bool ZnGeLinearEnt3d::intersectWith(const ZnGeLinearEnt3d& other, ZnGePoint3d& p
   if (std::fabs(w.dotProduct(n)) > tol.equalPoint() * n.length()) return false;
   const double onThis = w.crossProduct(e).dotProduct(n) / n.lengthSqrd();
   const double onOther = w.crossProduct(d).dotProduct(n) / n.lengthSqrd();
-  if (!isWithinBounds(*this, onThis, tol) || !isWithinBounds(other, onOther, tol)) return false;
-
   point = ZnGeLineSeg3d(pointOnLine() + d * onThis, other.pointOnLine() + e * onOther).midPoint();
   return true;
 }
@@ -74,7 +66,6 @@ bool ZnGeLinearEnt3d::intersectWith(const ZnGePlanarEnt& plane, ZnGePoint3d& poi
   const double approach = d.dotProduct(plane.normal());
   if (std::fabs(approach) <= tol.equalVector()) return false;
   const double distance = -plane.signedDistanceTo(pointOnLine()) / approach;
-  if (!isWithinBounds(*this, distance, tol)) return false;
   point = pointOnLine() + d * distance;
   return true;
 }

@@ -24,12 +24,15 @@ public:
   // The unbounded line with the same base and span.
   void getLine(ZnGeLine3d& line) const;
 
-  // The common point of two entities, midway between their nearest points, which may be equalPoint apart.
-  // Bounded ones meet within their ends, widened by equalPoint. False, with the point untouched, for parallel
-  // (by equalVector), skew, degenerate and non-meeting ones.
+  // The common point of the unbounded lines that carry the two entities, midway between their nearest points,
+  // which may be equalPoint apart. As with the relations below, bounds play no part: edges that meet only on
+  // their extensions, at a chamfered corner or on a wedge, must get the point where they would meet. Who
+  // needs the bounds asks isOn. False, with the point untouched, for parallel (by equalVector), skew and
+  // degenerate ones.
   bool intersectWith(const ZnGeLinearEnt3d& other, ZnGePoint3d& point,
                      const ZnGeTol& tol = ZnGeContext::gTol) const;
-  // False, with the point untouched, when parallel to the plane or ending before it.
+  // By the same rule the point where the unbounded line pierces the plane. False, with the point untouched,
+  // when parallel to the plane or degenerate.
   bool intersectWith(const ZnGePlanarEnt& plane, ZnGePoint3d& point,
                      const ZnGeTol& tol = ZnGeContext::gTol) const;
   // The common stretch of two colinear entities as a new entity that the caller owns, in the sense of this

@@ -53,6 +53,32 @@ TEST_F(Watching, ReactorsHearAtTheCloseThatEndsTheChanges) {
   ZnDbHolder<ZnDbCircle>(id)->removeReactor(&listener);
 }
 
+// Takes off itself and the next, as a watcher does that is done and takes its helper along.
+struct Leaver : ZnDbDatabaseReactor {
+  Leaver(ZnDbDatabase& database, DrawingListener& helper)
+      : db(database)
+      , next(helper) {}
+  void objectModified(ZnDbDatabase*, const ZnDbObject*) override {
+    db.removeReactor(this);
+    db.removeReactor(&next);
+  }
+  ZnDbDatabase& db;
+  DrawingListener& next;
+};
+
+TEST_F(Watching, ReactorsThatAreGoneAreNotTold) {
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  DrawingListener helper, last;
+  Leaver leaver(db, helper);
+  for (ZnDbDatabaseReactor* reactor : std::initializer_list<ZnDbDatabaseReactor*>{&leaver, &helper, &last})
+    db.addReactor(reactor);
+  setRadius(id, 2.0);
+  setRadius(id, 3.0);
+  EXPECT_EQ(helper.told, "");
+  EXPECT_EQ(last.told, "mm");
+  db.removeReactor(&last);
+}
+
 TEST_F(Watching, DrawingReactors) {
   DrawingListener listener;
   db.addReactor(&listener);

@@ -120,9 +120,9 @@ TEST_F(BdocDamage, LiesUnderRightChecksumsAreFound) {
   constexpr auto kPre = Lie::kInPrefix, kTab = Lie::kInTable;
   const Lie lies[] = {
       {"version 0", kPre, kVersionAt, 0, 4, "byte 8", "version 0"},
-      {"absurd count", kPre, kCount, ~0u, 4, "byte 0", "table"},
-      {"absurd table", kPre, kTableAt, ~0ull - 8, 8, "byte 0", "table"},
-      {"table in prefix", kPre, kTableAt, 3, 8, "byte 0", "table"},
+      {"absurd count", kPre, kCount, ~0u, 4, "byte 16", "table"},
+      {"absurd table", kPre, kTableAt, ~0ull - 8, 8, "byte 16", "table"},
+      {"table in prefix", kPre, kTableAt, 3, 8, "byte 16", "table"},
       {"length", kPre, kLengthAt, 7, 8, "byte", "7"},
       {"type", kTab, kType, 6, 4, "entry 1", "type 6"},
       {"flags", kTab, kFlags, 2, 4, "entry 1", "flags 2"},
@@ -147,7 +147,7 @@ TEST_F(BdocDamage, DamageIsFoundByChecksumsAndSizes) {
       {"half a prefix", [](auto& b) { b.resize(20); }, "byte 20", "prefix"},
       {"magic", [](auto& b) { b[1] = 'X'; }, "byte 0", "no drawing file"},
       {"newer", [](auto& b) { b[8] = 2; }, "byte 8", "version 2", Quorl::eNewerVersion},
-      {"prefix", [](auto& b) { b[kHashAt] ^= 1; }, "byte 0", "checksum"},
+      {"prefix", [](auto& b) { b[kHashAt] ^= 1; }, "byte 32", "checksum"},
       {"cut", [](auto& b) { b.pop_back(); }, "byte", "bytes"},
       {"grown", [](auto& b) { b += 'x'; }, "byte", "bytes"},
       {"table", [](auto& b) { b[tableOf(b)] ^= 1; }, "byte", "checksum"},

@@ -5,6 +5,7 @@
 
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
+#include "quorl/db/block_reference.h"
 #include "quorl/file/tdoc_items.h"
 
 #include <xxhash.h>
@@ -79,13 +80,13 @@ TEST(TdocFaults, AreToldWithTheirPlace) {
       {"section", [](Lines& l) { l[3] = "HEAD"; }, "line 3", "section HEADER"},
       {"header name", [](Lines& l) { replaceValue(l, "2", "ucs", "usc"); }, "line", "expected ucs"},
       {"header handle", [](Lines& l) { replaceAfter(l, "layer-table", 2, "xyz"); }, "line", "hexadecimal"},
-      {"table missing", [](Lines& l) { replaceAfter(l, "layer-table", 2, "0"); }, "section header",
+      {"table missing", [](Lines& l) { replaceAfter(l, "layer-table", 2, "0"); }, "line 3: section header",
        "layer-table"},
-      {"table is no table", [](Lines& l) { replaceAfter(l, "layer-table", 2, "1"); }, "section header",
-       "a ZnDbLayerTable"},
+      {"table is no table", [](Lines& l) { replaceAfter(l, "layer-table", 2, "1"); },
+       "line 3: section header", "a ZnDbLayerTable"},
       {"variable's type", [](Lines& l) { l[pairAfter(l, 0, "3", "SAMPLEREAL") + 1] = "310"; }, "line",
        "hexadecimal"},
-      {"object count", [](Lines& l) { replaceAfter(l, "objects", 2, "3"); }, "section OBJECTS", "expected 3"},
+      {"object count", [](Lines& l) { replaceAfter(l, "objects", 2, "3"); }, "line", "a count of 3 objects"},
       {"negative count", [](Lines& l) { replaceAfter(l, "objects", 2, "-1"); }, "line", "count"},
       {"next handle too low", [](Lines& l) { replaceAfter(l, "next-handle", 2, "9"); }, "line",
        "next-handle"},
@@ -105,6 +106,21 @@ TEST(TdocFaults, AreToldWithTheirPlace) {
       {"code", [](Lines& l) { l[lineEntity(l) + 3] = "3x0"; }, "line", "no number"},
       {"field", [](Lines& l) { l[pairAfter(l, lineEntity(l), "100", "ZnDbLine") + 2] = "?!"; }, "(ZnDbLine)",
        "coordinate"},
+      {"section of another class",
+       [](Lines& l) {
+         const size_t next = pairAfter(l, lineEntity(l) + 1, "0", "LINE") - 1;
+         const char* more[] = {"100", "ZnDbFlourish", "40", "7"};
+         l.insert(l.begin() + static_cast<std::ptrdiff_t>(next), std::begin(more), std::end(more));
+       },
+       "(ZnDbLine)", "\"ZnDbFlourish\" behind the fields of its class", Quorl::eUnexpectedGroupCode},
+      {"block in itself",
+       [](Lines& l) {
+         const size_t reference = pairAfter(l, 0, "0", "BLOCKREFERENCE");
+         l[pairAfter(l, reference, "100", "ZnDbBlockReference") + 2] = l[reference + 4];
+       },
+       "(ZnDbBlockTableRecord)", "contains itself, expected"},
+      {"infinite axis", [](Lines& l) { l[pairAfter(l, 0, "2", "ucs") + 2] = "inf"; }, "line",
+       "finite number"},
       {"value lost", [](Lines& l) { l.erase(l.begin() + static_cast<std::ptrdiff_t>(lineEntity(l)) + 4); },
        "line", ""},
       {"checksum", [](Lines& l) { *std::find(l.begin(), l.end(), "?") = "123"; }, "line", "HEADER is"},
@@ -132,7 +148,8 @@ TEST(TdocFaults, AreToldWithTheirPlace) {
     ZnFileError error;
     EXPECT_EQ(zndbDrawingFromBytes(join(lines), error), nullptr) << edit.name;
     EXPECT_EQ(error.status, edit.status) << edit.name << ": " << error.text();
-    EXPECT_NE(error.place.find(edit.place), std::string::npos) << edit.name << ": " << error.text();
+    EXPECT_NE(error.text().find(edit.place), std::string::npos) << edit.name << ": " << error.text();
+    EXPECT_NE(error.expected, "") << edit.name << ": " << error.text();
     EXPECT_NE(error.text().find(edit.told), std::string::npos) << edit.name << ": " << error.text();
   }
 }
@@ -145,7 +162,40 @@ TEST(TdocFaults, TheLineIsThatOfTheFault) {
   lines[at] = "888";
   ZnFileError error;
   EXPECT_EQ(zndbDrawingFromBytes(join(lines), error), nullptr);
-  EXPECT_TRUE(error.place.starts_with("line " + std::to_string(at + 1) + ",")) << error.text();
+  EXPECT_EQ(error.line, at + 1) << error.text();
+  error.file = "a.tdoc";
+  EXPECT_TRUE(error.text().starts_with("a.tdoc:" + std::to_string(at + 1) + ": object ")) << error.text();
+}
+
+// Blocks in blocks, each showing the one before so many times.
+TEST(ObjectFaults, BlocksThatNestBeyondMeasureAreRefused) {
+  const struct {
+    int levels, copies;
+    const char* told; // empty for a drawing that can be read
+  } cases[] = {{900, 1, ""}, {1001, 1, "1000 levels at most"}, {20, 2, ""}, {30, 2, "a hundred million"}};
+  for (const auto& row : cases) {
+    ZnDbDatabase drawing;
+    std::vector<ZnDbObjectId> blocks(static_cast<size_t>(row.levels));
+    for (ZnDbObjectId& id : blocks) {
+      auto* block = new ZnDbBlockTableRecord;
+      block->setName(ZnString((L"level " + std::to_wstring(&id - blocks.data())).c_str()));
+      ZnDbHolder<ZnDbBlockTable> table;
+      ASSERT_EQ(table.openForWrite(drawing.blockTableId()), Quorl::eOk);
+      ASSERT_EQ(table->add(id, block), Quorl::eOk);
+      block->close();
+    }
+    // From the outermost inwards, so that no reference is placed above many others.
+    for (size_t outer = blocks.size(); --outer > 0;)
+      for (int copy = 0; copy < row.copies; ++copy)
+        append(blocks[outer], new ZnDbBlockReference(ZnGePoint3d(copy, 0, 0), blocks[outer - 1]));
+    for (const ZnDrawingFormat format : {ZnDrawingFormat::kBinary, kText}) {
+      ZnFileError error;
+      const auto read = zndbDrawingFromBytes(written(drawing, format), error);
+      EXPECT_EQ(read != nullptr, row.told[0] == '\0') << error.text();
+      EXPECT_NE(error.text().find(row.told), std::string::npos) << error.text();
+      EXPECT_EQ(error.line > 0, !read && format == kText) << error.text();
+    }
+  }
 }
 
 // An object whose class can't read it stops the reading of either format, named with status, handle and

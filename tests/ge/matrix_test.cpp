@@ -188,12 +188,15 @@ TEST(Planes, AxesAreMadeSquare) {
   EXPECT_TRUE(isNear(ZnGePlane({1, 2, 3}, {0, 2, 0}, {0, -7, 0}).normal(), ZnGeVector3d(0, 0, 1)));
 }
 
-TEST(Planes, MeetLinesWithinTheirBounds) {
+TEST(Planes, MeetTheLinesThatCarrySegments) {
   const ZnGePlane plane({0, 0, 2}, {0, 0, 1});
   ZnGePoint3d p(7, 7, 7);
-  EXPECT_FALSE(plane.intersectWith(ZnGeLineSeg3d({1, 1, 0}, ZnGePoint3d(1, 1, 1.9)), p));
   EXPECT_FALSE(plane.intersectWith(ZnGeLine3d({1, 1, 0}, ZnGeVector3d(1, 0, 0)), p));
+  EXPECT_FALSE(plane.intersectWith(ZnGeLineSeg3d({1, 1, 2}, ZnGePoint3d(1, 1, 2)), p));
   EXPECT_EQ(p.x, 7.0);
+  const ZnGeLineSeg3d before({1, 1, 0}, ZnGePoint3d(1, 1, 1.9));
+  EXPECT_TRUE(plane.intersectWith(before, p) && !before.isOn(p));
+  EXPECT_TRUE(isNear(p, ZnGePoint3d(1, 1, 2)));
   EXPECT_TRUE(plane.intersectWith(ZnGeLineSeg3d({1, 1, 0}, ZnGePoint3d(1, 1, 2)), p));
   EXPECT_TRUE(isNear(p, ZnGePoint3d(1, 1, 2)));
   EXPECT_TRUE(plane.intersectWith(ZnGeLine3d({0, 0, 0}, ZnGeVector3d(1, 0, 1)), p));
