@@ -38,14 +38,21 @@ MarkedDrawing::MarkedDrawing(int marks) {
   database_->undoRecorder().setRecording(true);
 }
 
-ZnDbObjectId MarkedDrawing::addCircleAt(double x, double y) {
+ZnDbObjectId MarkedDrawing::add(ZnDbEntity* entity) {
   ZnDbHolder<ZnDbBlockTableRecord> space;
   require(space.openForWrite(database_->currentSpaceId()) == Quorl::eOk, "the space does not open");
-  auto* circle = new ZnDbCircle(ZnGePoint3d(x, y, 0.0), ZnGeVector3d::kZAxis, kRadius);
   ZnDbObjectId id;
-  require(space->appendZnDbEntity(id, circle) == Quorl::eOk, "a circle is not appended");
-  circle->close();
+  require(space->appendZnDbEntity(id, entity) == Quorl::eOk, "an entity is not appended");
+  entity->close();
   return id;
+}
+
+ZnDbObjectId MarkedDrawing::addCircleAt(double x, double y) {
+  return add(new ZnDbCircle(ZnGePoint3d(x, y, 0.0), ZnGeVector3d::kZAxis, kRadius));
+}
+
+ZnDbObjectId MarkedDrawing::addLine(const ZnGeLineSeg3d& line) {
+  return add(new ZnDbLine(line.startPoint(), line.endPoint()));
 }
 
 ZnDbObjectId MarkedDrawing::addCircle() { return addCircleAt(-kPitch, kPitch * extra_++); }

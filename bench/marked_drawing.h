@@ -17,12 +17,14 @@ public:
   int count() const { return static_cast<int>(circles_.size()); }
   // A further circle, without a mark, beside the grid.
   ZnDbObjectId addCircle();
+  ZnDbObjectId addLine(const ZnGeLineSeg3d& line);
 
   // The drawing with that many marks, built once a process; the one asked for before is thrown away.
   static MarkedDrawing& withMarks(int marks);
 
 private:
   ZnDbObjectId addCircleAt(double x, double y);
+  ZnDbObjectId add(ZnDbEntity* entity);
 
   std::unique_ptr<ZnDbDatabase> database_;
   std::vector<ZnDbObjectId> circles_, marks_;

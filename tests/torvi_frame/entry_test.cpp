@@ -104,7 +104,10 @@ TEST_F(Entry, BodyClassesAreRegisteredForDrawings) {
     const wchar_t* parent;
   } const rows[] = {{L"ZnDbTorviActionBodyBase", L"ZnDbAssocActionBody"},
                     {L"ZnDbTorviActionBody", L"ZnDbTorviActionBodyBase"},
-                    {L"ZnDbCenterMarkActionBody", L"ZnDbTorviActionBody"}};
+                    {L"ZnDbCenterMarkActionBody", L"ZnDbTorviActionBody"},
+                    {L"ZnDbCenterLineActionBody", L"ZnDbTorviActionBody"},
+                    {L"ZnDbEdgeExtensionActionBody", L"ZnDbTorviActionBody"},
+                    {L"ZnDbCenterMarkPatternActionBody", L"ZnDbCenterMarkActionBody"}};
   load();
   for (const auto& row : rows) {
     SCOPED_TRACE(ZnString(row.name).utf8());

@@ -95,6 +95,7 @@ protected:
 private:
   ZnDbObjectId objectOfDependency(ZnDbObjectId dependencyId) const;
   void regenerate(ZnDbTorviLayout& layout);
+  Quorl::ErrorStatus getPresentGeometry(const ZnArray<ZnString>& keys, ZnArray<ZnGeCurve3d*>& curves) const;
   void writeTransform(ZnDbBlockReference& reference, const ZnGeMatrix3d& transform) const;
   void reportFailedOpen(Quorl::ErrorStatus status);
 };

@@ -3,12 +3,27 @@
 
 using Quorl::ErrorStatus;
 
+namespace {
+
+// A sub-block belongs to one object alone: what one generates or erases in it must not show in the other.
+void appendSubBlocks(ZnDbObjectId blockId, ZnArray<ZnDbObjectId>& ids) {
+  ZnDbHolder<ZnDbBlockTableRecord> block(blockId);
+  if (!block.isOpen()) return;
+  for (const ZnDbObjectId id : block->entityIds())
+    if (!id.isErased() && id.isDerivedFrom(ZnDbBlockReference::desc()))
+      ids.append(ZnDbTorviActionBodyUtils::getBTRIdFromBlockRef(id));
+}
+
+} // namespace
+
 ErrorStatus ZnDbTorviActionBody::addMoreObjectsToDeepCloneOverride(ZnDbIdMapping& idMap,
                                                                    ZnArray<ZnDbObjectId>& ids) const {
   ZnDbIdPair pair(centerObjectId(), ZnDbObjectId(), false, false, true);
   if (!idMap.compute(pair)) return Quorl::eOk;
   ids.append(ownerId());
-  ids.append(ZnDbTorviActionBodyUtils::getBTRIdFromBlockRef(centerObjectId()));
+  const ZnDbObjectId blockId = ZnDbTorviActionBodyUtils::getBTRIdFromBlockRef(centerObjectId());
+  ids.append(blockId);
+  appendSubBlocks(blockId, ids);
   return Quorl::eOk;
 }
 

@@ -103,10 +103,29 @@ bool ZnDbTorviActionBody::doesActionMatchCurrentGeometry() const {
   if (!rotationToBeChecked()) ZnDbTorviActionBodyUtils::rotateMatrixToAlignRefMatrix(expected, actual);
   if (!ZnDbTorviActionBodyUtils::areTwoCoordinatesEqual(expected, actual)) return false;
   GeneratedCurves present;
-  if (getCenterObjGeometry(present.curves) != Quorl::eOk) return false;
+  if (getPresentGeometry(generated.keys, present.curves) != Quorl::eOk) return false;
   // Only a pattern's block may hold more than was generated: outputs that wait to be purged.
   const bool allowMore = ZnDbTorviObjectWrapper::getCenterType(refId) == kCenterMarkPattern;
   return ZnDbTorviActionBodyUtils::geCurvesAreEqual(generated.curves, present.curves, allowMore);
+}
+
+// What stands in the block in the order in which it would be generated. Keyed outputs come and go one by one,
+// so their order in the block is that of their history; without keys it is that of the generation.
+ErrorStatus ZnDbTorviActionBody::getPresentGeometry(const ZnArray<ZnString>& keys,
+                                                    ZnArray<ZnGeCurve3d*>& curves) const {
+  if (keys.isEmpty()) return getCenterObjGeometry(curves);
+  ZnArray<ZnDbObjectId> ids;
+  for (int i = 0; i < keys.length(); ++i) {
+    if (i > 0 && keys[i] == keys[i - 1]) continue;
+    const ZnDbObjectId id = getOutputEdge(keys[i]);
+    if (id.isNull() || id.isErased()) return Quorl::eInvalidInput;
+    if (!id.isDerivedFrom(ZnDbBlockReference::desc()))
+      ids.append(id);
+    else if (const ErrorStatus status = ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, ids, false);
+             status != Quorl::eOk)
+      return status;
+  }
+  return getCenterObjGeometry(ids, curves);
 }
 
 bool ZnDbTorviActionBody::doesActionMatchCurrentSubEntLinetype() const {

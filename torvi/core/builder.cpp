@@ -96,7 +96,7 @@ ErrorStatus ZnTorviBuilder::createTorviTransients(const ZnGePoint3d* pickPoint,
   const std::unique_ptr<ZnDbTorviLayout> layout(getLayout());
   if (!layout) return Quorl::eNotProvided;
   ZnArray<ZnGeCurve3d*> shapes;
-  ZnArray<ZnString> keys;
+  ZnArray<ZnString> keys, madeKeys;
   ZnArray<ZnDbEntity*> made;
   const ErrorStatus status = layout->createTransients(inputEdges_, pickPoint, shapes, keys);
   if (status == Quorl::eOk) {
@@ -106,18 +106,21 @@ ErrorStatus ZnTorviBuilder::createTorviTransients(const ZnGePoint3d* pickPoint,
     const ZnDbObjectId linetypeId =
         ZnTorviLyxUtils::getLineTypeByName(database_, ZnTorviStyle::getCenterLineTypeName());
     const double scale = ZnTorviStyle::getCenterLinetypeScale();
-    for (const ZnGeCurve3d* shape : shapes) {
+    for (int i = 0; i < shapes.length(); ++i) {
       ZnDbCurve* curve = nullptr;
-      if (zndbConvertGelibCurveToZnDbCurve(*shape, curve, nullptr, ZnGeContext::gTol) != Quorl::eOk) continue;
+      if (zndbConvertGelibCurveToZnDbCurve(*shapes[i], curve, nullptr, ZnGeContext::gTol) != Quorl::eOk)
+        continue;
       // The curve is in no database where a name could be looked up; the id is that of the name.
       curve->setLayer(layerId, true);
       curve->setLinetype(linetypeId, true);
       curve->setLinetypeScale(scale, true);
       curves.append(curve);
       made.append(curve);
+      // A shape that is left out leaves its key out too: the layout tells entities apart by their keys.
+      if (i < keys.length()) madeKeys.append(keys[i]);
     }
   }
   for (const ZnGeCurve3d* shape : shapes) delete shape;
-  layout->adjustEntities(made, keys);
+  layout->adjustEntities(made, madeKeys);
   return status;
 }

@@ -137,9 +137,14 @@ int shapesOf(const ZnArray<ZnDbEdgeRef>& edges, ZnGe::EntityId kind, const Shape
 } // namespace
 
 int ZnDbTorviLayout::getInputLineSegments(ZnArray<ZnGeLineSeg3d>& segments) const {
+  return getInputLineSegments(ZnDbTorviObjectWrapper(centerObject_), segments);
+}
+
+int ZnDbTorviLayout::getInputLineSegments(const ZnDbTorviObjectWrapper& wrapper,
+                                          ZnArray<ZnGeLineSeg3d>& segments) const {
   static const ZnGeLineSeg3d placeholder(ZnGePoint3d::kOrigin, ZnGePoint3d::kOrigin);
   ZnArray<ZnDbEdgeRef> edges;
-  ZnDbTorviObjectWrapper(centerObject_).getEdgeRefs(edges);
+  wrapper.getEdgeRefs(edges);
   return shapesOf(edges, ZnGe::kLineSeg3d, placeholder, segments, [](const ZnGeLineSeg3d& segment) {
     return ZnGeLineSeg3d(segment.startPoint(), segment.endPoint());
   });

@@ -37,6 +37,7 @@ protected:
   // Current shapes of the input edges; positions stay aligned with the edges, a shared placeholder without
   // extent standing for every other shape. The result counts the real ones.
   int getInputLineSegments(ZnArray<ZnGeLineSeg3d>& segments) const;
+  int getInputLineSegments(const ZnDbTorviObjectWrapper& wrapper, ZnArray<ZnGeLineSeg3d>& segments) const;
   int getInputCircles(const ZnArray<ZnDbEdgeRef>& edges, ZnArray<ZnGeCircArc3d>& circles) const;
 
   ZnDbObjectId centerObject_; // null in a layout made by a builder

@@ -17,3 +17,36 @@ inline const ZnGeTol& centerLineTolerance() {
   }();
   return tol;
 }
+
+// Members of a pattern: holes are drawn by hand or come rounded out of other programs, so centers a tenth of
+// a thousandth apart lie on one circle or line. Also the unit of the steps in which votes are counted.
+constexpr double kPatternTolerance = 1e-4;
+
+// Step of direction votes, in radians, as a share of the above: a direction comes from points far apart.
+constexpr double kDirectionStepShare = 1e-3;
+
+// A member this near to an axis of the pitch center's mark, in radians, sits on its arm.
+constexpr double kAxisMemberTolerance = 1e-3;
+
+// How much of a turn a closed pitch circle leaves open, in radians: its ends must not be one point.
+constexpr double kClosedPitchGap = 1e-6;
+
+// Within this an end of an old version's center line is the center of its member.
+constexpr double kLegacyEndTolerance = 1e-6;
+
+// How close to a limit a cheap bound may decide in a member vote; nearer to it the exact test is asked. Wide
+// against the rounding of the thinnest triangles that make a circle.
+constexpr double kVoteBoundSlack = 1e-4;
+
+// Two circles of one block are concentric, or of one size, up to what drawing programs lose by rounding.
+inline const ZnGeTol& candidateTolerance() {
+  static constexpr ZnGeTol tol(1e-6, 1e-6);
+  return tol;
+}
+
+// A piece of center line and the whole of it are laid out apart from each other, so a piece counts as part of
+// the whole with a slack that no user sees.
+inline const ZnGeTol& coveringTolerance() {
+  static constexpr ZnGeTol tol(1e-4, 1e-4);
+  return tol;
+}

@@ -33,17 +33,19 @@ CurvePtr curveOfEntity(const ZnDbEdgeRef& edge, const ZnDbEntity& entity, bool f
   return fullCircle ? wholeCircle(static_cast<const ZnGeCircArc3d&>(*curve)) : std::move(curve);
 }
 
-// A circle or arc that stands in the space itself shows its own edge: no stand-in need be made of it.
+// A line, circle or arc that stands in the space itself shows its own edge: no stand-in need be made of it.
 bool isOwnEdge(const ZnDbEdgeRef& edge) {
   if (!edge.entity().pathIds().empty() || edge.heldCurve()) return false;
   if (edge.subentId() != ZnDbSubentId(ZnDb::kEdgeSubentType, 0)) return false;
   const ZnRxClass* cls = edge.entity().leafId().objectClass();
-  return cls && (cls == ZnDbCircle::desc() || cls == ZnDbArc::desc());
+  return cls && (cls == ZnDbLine::desc() || cls == ZnDbCircle::desc() || cls == ZnDbArc::desc());
 }
 
 CurvePtr curveOfOwnEdge(const ZnDbEdgeRef& edge, bool fullCircle) {
   ZnDbHolder<ZnDbCurve> entity(edge.entity().leafId());
   if (!entity.isOpen()) return nullptr;
+  if (const auto* line = ZnDbLine::cast(entity.object()))
+    return std::make_unique<ZnGeLineSeg3d>(line->startPoint(), line->endPoint());
   if (const auto* circle = ZnDbCircle::cast(entity.object()))
     return std::make_unique<ZnGeCircArc3d>(circle->center(), circle->normal(), circle->radius());
   ZnGeCurve3d* whole = nullptr;

@@ -3,6 +3,7 @@
 #include "torvi/core/action_body.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/dbutils/lyx_utils.h"
+#include "torvi/pattern/action_body.h"
 
 bool ZnTorviLyxUtils::isCenterObject(ZnDbObjectId id, ZnDbTorviType type) {
   ZnResBufList context;
@@ -64,10 +65,13 @@ bool ZnTorviLyxUtils::isCenterObjectCurve(const ZnDbCurve* curve, ZnDbObjectId& 
   return false;
 }
 
-// The module holds no kind with such flags yet, so there is no body that could be opened.
-bool ZnTorviLyxUtils::getTorviPatternContext(const ZnDbTorviObjectWrapper* /*wrapper*/, bool& /*isFullPCD*/,
-                                             bool& /*showCenterMark*/) {
-  return false;
+bool ZnTorviLyxUtils::getTorviPatternContext(const ZnDbTorviObjectWrapper* wrapper, bool& isFullPCD,
+                                             bool& showCenterMark) {
+  ZnDbHolder<ZnDbCenterMarkPatternActionBody> body(wrapper ? wrapper->actionBody() : ZnDbObjectId());
+  if (!body.isOpen()) return false;
+  isFullPCD = body->isFullPCD();
+  showCenterMark = body->showCenterMark();
+  return true;
 }
 
 bool ZnTorviLyxUtils::isCenterMirrored(ZnDbObjectId id) {

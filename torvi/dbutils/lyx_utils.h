@@ -94,11 +94,32 @@ public:
   static Quorl::ErrorStatus createCenterMark(const ZnDbEdgeRef& edge, ZnDbObjectId& centerId,
                                              ZnDbDatabase* db);
   static Quorl::ErrorStatus reAssociateCenterMark(ZnDbObjectId centerId, const ZnDbEdgeRef& edge);
+  // Two edges, and two points in the same order at which they were picked. eInvalidInput for edges that are
+  // no segments, and for skew ones.
+  static Quorl::ErrorStatus createCenterLine(const ZnArray<ZnDbEdgeRef>& edges, const ZnGePoint3d* pickPoints,
+                                             ZnDbObjectId& centerId, ZnDbDatabase* db);
+  static Quorl::ErrorStatus reAssociateCenterLine(ZnDbObjectId centerId, const ZnArray<ZnDbEdgeRef>& edges,
+                                                  const ZnGePoint3d* pickPoints);
+  static Quorl::ErrorStatus createEdgeExtension(const ZnArray<ZnDbEdgeRef>& edges, ZnDbObjectId& centerId,
+                                                ZnDbDatabase* db);
+  static Quorl::ErrorStatus reAssociateEdgeExtension(ZnDbObjectId centerId,
+                                                     const ZnArray<ZnDbEdgeRef>& edges);
+  // The edges decide the type where none is given, and always while auto fill is on. An empty reference is
+  // none. A pitch circle is closed for polar patterns only, whatever is asked for.
+  static Quorl::ErrorStatus createCenterMarkPattern(const ZnArray<ZnDbEdgeRef>& edges, ZnDbObjectId& centerId,
+                                                    CenterMarkPatternType patternType,
+                                                    const ZnDbEdgeRef& referenceCircle, bool isFullPCD,
+                                                    bool showCenterMark, ZnDbDatabase* db);
 
   // Evaluation. The first marks the body's action and evaluates the top level network; the second evaluates
   // one action by itself. Both give eOk whatever the evaluation does: the action's status tells.
   static Quorl::ErrorStatus explicitlyEvaluateActionBody(ZnDbObjectId bodyId);
   static Quorl::ErrorStatus evaluateAction(ZnDbObjectId actionId);
+
+  // Center lines whose direction may turn round when their edges change; the set is the whole process's.
+  static void markCenterLinesNotToKeepDirection(const ZnArray<ZnDbObjectId>& ids);
+  static void unmarkCenterLinesNotToKeepDirection(); // all of them
+  static bool isCenterLineNotToKeepDirection(const ZnDbObjectId& id);
 
   // Dependencies
   static Quorl::ErrorStatus addReadWriteDependencyToObject(ZnDbAssocActionBody* body, ZnDbObjectId object,

@@ -21,8 +21,9 @@ enum ZnCenterMarkSubEntType : int {
   eTopLine = 5,
 };
 
+// What the members of a pattern share. A grid of holes is a linear pattern over its best row.
 enum CenterMarkPatternType : int {
-  kCenterPatternNone = 0,
-  kCenterPatternPolar = 1,
-  kCenterPatternLinear = 2,
+  kCenterPatternNone = 0,   // not decided yet; the first analysis that succeeds decides
+  kCenterPatternPolar = 1,  // a pitch circle; center lines are arcs about its center
+  kCenterPatternLinear = 2, // a straight line
 };

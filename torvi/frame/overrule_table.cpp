@@ -1,9 +1,8 @@
 #include "torvi/frame/overrule_table.h"
 
-#include <array>
-
 #include "torvi/frame/registration_step.h"
-#include "torvi/host/runtime.h"
+#include "torvi/host/database.h"
+#include "torvi/integration/query_overrule_curve.h"
 
 namespace {
 
@@ -16,7 +15,13 @@ struct OverruleRow {
   TorviStep beforeAdding = nullptr;
   TorviStep afterRemoving = nullptr;
 };
-constexpr std::array<OverruleRow, 0> kOverrules{};
+
+template<class Overrule> ZnRxOverrule* instanceOf() { return Overrule::instance(); }
+
+constexpr OverruleRow kOverrules[] = {
+    {ZnDbLine::desc, instanceOf<ZnRxQueryXOverruleTorviCurve>, false},
+    {ZnDbArc::desc, instanceOf<ZnRxQueryXOverruleTorviCurve>, false},
+};
 
 } // namespace
 

@@ -1,13 +1,12 @@
 #include "torvi/frame/reactor_table.h"
 
-#include <array>
-
 #include "torvi/frame/registration_step.h"
+#include "torvi/pattern/auto_fill_reactor.h"
 
 namespace {
 
-constexpr std::array<TorviStep, 0> kAttachments{};
-constexpr std::array<TorviStep, 0> kDetachments{};
+constexpr TorviStep kAttachments[] = {ZnRxVariableAutoCMPReactor::attach};
+constexpr TorviStep kDetachments[] = {ZnRxVariableAutoCMPReactor::detach};
 
 } // namespace
 

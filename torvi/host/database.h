@@ -11,6 +11,7 @@
 #include "quorl/db/color.h"
 #include "quorl/db/database.h"
 #include "quorl/db/dictionary.h"
+#include "quorl/db/dim_style_table.h"
 #include "quorl/db/edge_ref.h"
 #include "quorl/db/entity.h"
 #include "quorl/db/event_reactor.h"

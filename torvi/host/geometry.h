@@ -3,6 +3,7 @@
 
 #include "quorl/ge/circ_arc2d.h"
 #include "quorl/ge/circ_arc3d.h"
+#include "quorl/ge/circumcenter.h"
 #include "quorl/ge/context.h"
 #include "quorl/ge/curve3d.h"
 #include "quorl/ge/interval.h"

@@ -16,6 +16,7 @@
 #include "quorl/rx/res_buf.h"
 #include "quorl/rx/services.h"
 #include "quorl/rx/variable.h"
+#include "quorl/rx/variable_reactor.h"
 #include "quorl/rx/variables_dictionary.h"
 
 // The statuses whose numbers callers of the module know.

@@ -1,0 +1,120 @@
+// The values of a center line, and its handle on a line that is gone.
+#include "quorl/db/transaction.h"
+#include "torvi_centerline/line_fixture.h"
+
+namespace {
+
+using Body = ZnDbCenterLineActionBody;
+
+class CenterLineBody : public CenterLineTest {};
+
+TEST_F(CenterLineBody, BeforeAnEvaluationNothingIsRemembered) {
+  ZnDbObjectId actionId, bodyId;
+  ASSERT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
+                Body::desc(), db_->currentSpaceId(), actionId, bodyId),
+            Quorl::eOk);
+  change<Body>(bodyId, [](Body& body) {
+    EXPECT_EQ(body.startExtension() + body.endExtension() + body.startOvershoot() + body.endOvershoot(), 0.0);
+    EXPECT_EQ(body.cachedCenterLineLength() + body.cachedCenterLineDirection().length(), 0.0);
+    EXPECT_EQ(body.edgeRefDirEnding(0) + body.edgeRefDirEnding(1), 2);
+    EXPECT_EQ(body.resetExtensions(), Quorl::eOk);
+    EXPECT_EQ(body.startExtension(), 0.0) << "half of a length that is not known";
+    EXPECT_EQ(body.setCachedCenterLineLength(8.0), Quorl::eOk);
+    EXPECT_EQ(body.setEndExtension(2e60), Quorl::eOk);
+    EXPECT_EQ(body.startExtension(), 4.0);
+    EXPECT_EQ(body.endExtension(), 4.0);
+    EXPECT_EQ(body.setEndExtension(0.99e60), Quorl::eOk);
+    EXPECT_EQ(body.endExtension(), 0.99e60) << "a length, if a great one";
+    ZnGeLineSeg3d line(ZnGePoint3d(1, 1, 1), ZnGePoint3d(2, 2, 2));
+    EXPECT_EQ(body.getCenterLineGeometry(line, true), Quorl::eInvalidInput);
+    EXPECT_TRUE(near(line.endPoint(), {2, 2, 2}));
+  });
+}
+
+TEST_F(CenterLineBody, NewLinesTakeTheStylesOvershoot) {
+  for (const double overshoot : {0.5, 1.75}) {
+    const Line line(addUsual());
+    EXPECT_EQ(line.startOvershoot(), overshoot);
+    EXPECT_EQ(line.endOvershoot(), overshoot);
+    put(L"CENTEREXE", ZnRxVariableValue::ofDouble(1.75));
+  }
+}
+
+TEST_F(CenterLineBody, EndingsAndWhatAWrongIndexGives) {
+  Line line(addUsual());
+  EXPECT_EQ(line.setEdgeRefDirEndingArray({-7, 0}), Quorl::eOk);
+  const int values[] = {3, -7, 0, 3}; // of -1, 0, 1 and 2
+  for (int i = -1; i <= 2; ++i) {
+    EXPECT_EQ(line.edgeRefDirEnding(i), values[i + 1]) << i;
+    EXPECT_EQ(line.setEdgeRefDirEnding(i, values[i + 1]),
+              i == 0 || i == 1 ? Quorl::eOk : Quorl::eInvalidInput);
+  }
+  ZnArray<int> endings{5, 5, 5};
+  EXPECT_EQ(line.edgeRefDirEndingArray(endings), Quorl::eOk);
+  ASSERT_EQ(endings.length(), 2);
+  EXPECT_EQ(endings[0], -7);
+  // Something other than a number stands for the usual ending; so does what is missing.
+  change<Body>(line.actionBody(), [](Body& body) {
+    ZnArray<ZnString> messages;
+    EXPECT_EQ(body.setValueParamArray(L"EdgeRefDirectionEnding", {L"x"}, {}, {}, messages, true), Quorl::eOk);
+    EXPECT_EQ(body.edgeRefDirEnding(0) + body.edgeRefDirEnding(1), 2);
+    EXPECT_EQ(body.setEdgeRefDirEnding(1, 4), Quorl::eOk);
+    EXPECT_EQ(body.edgeRefDirEnding(1), 4);
+  });
+}
+
+TEST_F(CenterLineBody, TheDrawnLineWithAndWithoutItsOvershoots) {
+  const ZnDbObjectId id = addUsual();
+  Line line(id);
+  line.setStartOvershoot(1.0);
+  line.setEndExtension(7.0);
+  evaluate(id);
+  ZnGeLineSeg3d shown;
+  EXPECT_EQ(line.getCenterLineGeometry(shown, false), Quorl::eOk);
+  EXPECT_TRUE(runs(shown, {0, 2, 0}, {12, 2, 0})) << "extensions stay, overshoots go";
+  EXPECT_TRUE(runs(id, "-1,2 12.5,2"));
+  P3 middle;
+  EXPECT_EQ(line.getCenterPoint(middle), Quorl::eOk);
+  EXPECT_TRUE(near(middle, {5.75, 2, 0}));
+}
+
+TEST_F(CenterLineBody, ADeadLineGivesNeutralValues) {
+  Line line(addUsual());
+  ZnDbTransaction attempt(*db_);
+  erase(line.actionBody());
+  EXPECT_EQ(line.startExtension() + line.endExtension() + line.startOvershoot() + line.endOvershoot(), 0.0);
+  EXPECT_EQ(line.cachedCenterLineLength(), 0.0);
+  EXPECT_EQ(line.cachedCenterLineDirection(), ZnGeVector3d::kXAxis);
+  EXPECT_EQ(line.edgeRefDirEnding(0), int(Quorl::eWasErased));
+  ZnArray<int> endings;
+  ZnGeLineSeg3d shown;
+  for (const Quorl::ErrorStatus status :
+       {line.edgeRefDirEndingArray(endings), line.getCenterLineGeometry(shown, true),
+        line.setStartExtension(1), line.setEndExtension(1), line.setStartOvershoot(1),
+        line.setEndOvershoot(1), line.setEdgeRefDirEnding(0, 1), line.setEdgeRefDirEndingArray({1, 1}),
+        line.setCachedCenterLineLength(1), line.setCachedCenterLineDirection({1, 0, 0})})
+    EXPECT_EQ(status, Quorl::eWasErased);
+  P3 middle(7, 7, 7);
+  EXPECT_EQ(line.getCenterPoint(middle), Quorl::eInvalidInput);
+  EXPECT_EQ(middle.x, 7.0);
+}
+
+TEST_F(CenterLineBody, ItsHandleIsMadeForItsOwnKind) {
+  const ZnDbObjectId line = addUsual(), mark = addMark(addCircle({0, 0, 0}, 3));
+  struct {
+    ZnDbObjectId id;
+    Quorl::ErrorStatus asLine, layout;
+  } const rows[] = {{line, Quorl::eOk, Quorl::eOk},
+                    {mark, Quorl::eWrongWrapperKind, Quorl::eInvalidInput},
+                    {lower_, Quorl::eInvalidInput, Quorl::eInvalidInput}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(ZnDbTorviObjectPointer<Line>(row.id).openStatus(), row.asLine);
+    EXPECT_EQ(ZnTorviLyxUtils::isCenterObjectOfType(row.id, kCenterLine), row.id == line);
+    OwnedCurves held;
+    Keys keys;
+    EXPECT_EQ(ZnDbCenterLineLayout(row.id).evaluateGeometry(held.curves, keys), row.layout);
+    EXPECT_EQ(ZnDbCenterLineLayout(row.id).compareGeometry(held.curves, keys), row.layout);
+  }
+}
+
+} // namespace

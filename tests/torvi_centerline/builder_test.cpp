@@ -1,0 +1,132 @@
+// Making center lines and binding them to other edges: what the picks choose, from which edges, and what is
+// refused.
+#include "quorl/db/polyline.h"
+#include "torvi_centerline/line_fixture.h"
+
+namespace {
+
+class CenterLineBuilderTest : public CenterLineTest {};
+
+TEST_F(CenterLineBuilderTest, ThePicksChooseTheBisector) {
+  struct {
+    const char *name, *first, *second, *picks;
+    int endings[2];
+    const char* raw; // the line between the edges
+  } const rows[] = {
+      {"parallel, alike", "0,0 9,0", "0,2 9,2", "0,0 0,0", {1, 1}, "0,1 9,1"},
+      {"parallel, opposite", "0,0 9,0", "9,2 0,2", "0,0 0,0", {0, 1}, "0,1 9,1"},
+      {"colinear", "0,0 2,0", "5,0 9,0", "0,0 0,0", {1, 1}, "1,0 7,0"},
+      {"crossed, right", "-4,-3 4,3", "-4,3 4,-3", "4,3 4,-3", {1, 1}, "-4,0 4,0"},
+      {"crossed, left", "-4,-3 4,3", "-4,3 4,-3", "-4,-3 -4,3", {0, 0}, "4,0 -4,0"},
+      {"crossed, up", "-4,-3 4,3", "-4,3 4,-3", "4,3 -4,3", {1, 0}, "0,-3 0,3"},
+      {"crossed, down", "-4,-3 4,3", "4,-3 -4,3", "-4,-3 4,-3", {0, 0}, "0,3 0,-3"},
+      {"picked beyond", "-4,-3 4,3", "-4,3 4,-3", "40,35 50,-35,9", {1, 1}, "-4,0 4,0"},
+      {"picked there", "-4,-3 4,3", "-4,3 4,-3", "0,0 0,0", {0, 0}, "4,0 -4,0"},
+      {"corner at starts", "0,0 4,3", "0,0 4,-3", "0,0 -4,-3", {1, 1}, "0,0 4,0"},
+      {"corner at ends", "4,3 0,0", "4,-3 0,0", "-4,-3 0,0", {0, 0}, "0,0 4,0"},
+      {"wedge", "4,3 8,6", "8,-6 4,-3", "-4,-3 -4,3", {1, 0}, "4,0 8,0"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const std::vector<P3> picks = pointsOf(row.picks);
+    const ZnDbObjectId id =
+        addCenterLine(edgeOf(addLineOf(row.first)), edgeOf(addLineOf(row.second)), picks[0], picks[1]);
+    for (const int i : {0, 1}) EXPECT_EQ(Line(id).edgeRefDirEnding(i), row.endings[i]);
+    const ZnGeLineSeg3d raw = segmentOf(row.raw);
+    const ZnGeVector3d past = raw.direction() * 0.5;
+    EXPECT_TRUE(runs(drawn(id), raw.startPoint() - past, raw.endPoint() + past));
+    EXPECT_NEAR(Line(id).cachedCenterLineLength(), raw.length(), 1e-9);
+    EXPECT_TRUE(near(ZnDbHolder<ZnDbBlockReference>(id)->position(), raw.midPoint()));
+    EXPECT_EQ(liveEntities(blockOf(id)).size(), 1u);
+  }
+}
+
+TEST_F(CenterLineBuilderTest, OnlyStraightEdgesInOnePlaneAreTaken) {
+  auto* bulged = new ZnDbPolyline;
+  bulged->addVertexAt(0, {0, 0}, 1.0);
+  bulged->addVertexAt(1, {4, 0});
+  const ZnDbEdgeRef line = edgeOf(addLineOf("0,0 9,0")), arc = edgeOf(addArc({0, 0, 0}, 4, 0, 1)),
+                    circle = edgeOf(addCircle({}, 3)), side = edgeOf(add(bulged)),
+                    skew = edgeOf(addLineOf("0,1,5 0,9,5")), point = edgeAlong({addLineOf("1,5 1,5")}), none;
+  const size_t before = liveEntities(db_->modelSpaceId()).size();
+  const P3 picks[2];
+  ZnDbObjectId id;
+  for (const ZnDbEdgeRef& edge : {arc, circle, side, skew, point, none})
+    for (const auto& edges :
+         {ZnArray<ZnDbEdgeRef>{line, edge}, ZnArray<ZnDbEdgeRef>{edge, line}, ZnArray<ZnDbEdgeRef>{edge}})
+      EXPECT_EQ(ZnTorviLyxUtils::createCenterLine(edges, picks, id, db_.get()), Quorl::eInvalidInput);
+  const ZnDbEdgeRef other = edgeOf(addLineOf("0,3 9,3"));
+  EXPECT_EQ(ZnTorviLyxUtils::createCenterLine({line, other}, nullptr, id, db_.get()), Quorl::eInvalidInput);
+  EXPECT_TRUE(id.isNull());
+  EXPECT_EQ(liveEntities(db_->modelSpaceId()).size(), before + 1);
+  EXPECT_EQ(ZnTorviLyxUtils::reAssociateCenterLine(line.entity().leafId(), {line, line}, picks),
+            Quorl::eInvalidInput)
+      << "no center object";
+}
+
+TEST_F(CenterLineBuilderTest, ReassociationChoosesAnewAndKeepsLengths) {
+  const ZnDbObjectId id = addUsual();
+  Line line(id);
+  line.setEndExtension(9.0);
+  line.setStartOvershoot(1.5);
+  evaluate(id);
+  const P3 picks[] = {{8, -6, 0}, {8, 6, 0}};
+  const ZnDbObjectId down = addLineOf("-4,3 8,-6"), up = addLineOf("8,6 -4,-3");
+  EXPECT_EQ(ZnTorviLyxUtils::reAssociateCenterLine(id, {edgeOf(down), edgeOf(up)}, picks), Quorl::eOk);
+  EXPECT_EQ(line.edgeRefDirEnding(0), 1);
+  EXPECT_EQ(line.edgeRefDirEnding(1), 0);
+  moveLine(lower_, "0,50 1,50");
+  EXPECT_TRUE(runs(id, "-5.5,0 11.5,0")) << "from -4 to 8: the start follows, the end is 9 from the middle";
+  ZnArray<ZnDbObjectId> lines;
+  ZnTorviLyxUtils::getCenterLinesDependOnEnt(lower_, lines);
+  EXPECT_TRUE(lines.isEmpty()) << "the old edge means nothing any more";
+  ZnTorviLyxUtils::getCenterLinesDependOnEnt(down, lines);
+  ASSERT_EQ(lines.length(), 1);
+  EXPECT_EQ(lines[0], id);
+}
+
+// The sides of a polyline in references that turn, mirror, scale and nest.
+TEST_F(CenterLineBuilderTest, EdgesInsideOfOtherEntities) {
+  auto* rectangle = new ZnDbPolyline;
+  for (const P3& corner : pointsOf("0,0 20,0 20,6 0,6"))
+    rectangle->addVertexAt(rectangle->numVerts(), {corner.x, corner.y});
+  rectangle->setClosed(true);
+  const ZnDbObjectId innerBlock = addEmptyBlock(), outerBlock = addEmptyBlock();
+  const ZnDbObjectId nested = add(rectangle, innerBlock);
+  const ZnDbObjectId inner = addReference(innerBlock, {}, outerBlock), outer = addReference(outerBlock);
+  const ZnDbObjectId id =
+      addCenterLine(edgeAlong({outer, inner, nested}, 0), edgeAlong({outer, inner, nested}, 2));
+  const ZnGeMatrix3d turn = ZnGeMatrix3d::translation({5, 6, 0}) * ZnGeMatrix3d::rotation(0.8, {0, 0, 1}),
+                     mirror = ZnGeMatrix3d::mirroring(ZnGePlane({1, 0, 0}, {1, 0.5, 0})),
+                     doubled = ZnGeMatrix3d::scaling(2.0, {1, 1, 0});
+  const ZnGeMatrix3d transforms[] = {ZnGeMatrix3d(), turn, mirror, doubled, turn * mirror * doubled};
+  for (const ZnGeMatrix3d& byOuter : transforms)
+    for (const ZnGeMatrix3d& byInner : transforms) {
+      change<ZnDbBlockReference>(outer, [&](auto& held) { held.setBlockTransform(byOuter); });
+      change<ZnDbBlockReference>(inner, [&](auto& held) { held.setBlockTransform(byInner); });
+      evaluateChanges();
+      ZnGeLineSeg3d line = drawn(id), raw = segmentOf("0,3 20,3");
+      raw.transformBy(byOuter * byInner);
+      // Which way it runs depends on the turns it has been through.
+      if (line.direction().dotProduct(raw.direction()) < 0.0) line.reverseParam();
+      EXPECT_TRUE(
+          runs(line, raw.startPoint() - raw.direction() * 0.5, raw.endPoint() + raw.direction() * 0.5));
+    }
+}
+
+TEST_F(CenterLineBuilderTest, OnPaperOfEdgesInModelSpace) {
+  auto* window = new ZnDbViewport;
+  window->setCenterPoint({100, 50, 0});
+  window->setViewCenter({10, 0});
+  window->setCustomScale(0.5);
+  const ZnDbObjectId viewport = add(window, db_->paperSpaceId());
+  const ZnDbObjectId lower = addLineOf("0,0 20,0"), upper = addLineOf("0,8 20,8");
+  ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
+  const ZnDbObjectId id = addCenterLine(edgeAlong({viewport, lower}), edgeAlong({viewport, upper}));
+  EXPECT_TRUE(runs(id, "94.5,52 105.5,52"));
+  EXPECT_EQ(Line(id).getDependentViewportId(), viewport);
+  moveLine(upper, "0,16 20,16");
+  EXPECT_TRUE(runs(id, "94.5,54 105.5,54"));
+}
+
+} // namespace

@@ -1,0 +1,132 @@
+#include "torvi/centerline/layout.h"
+
+#include <cmath>
+
+#include "torvi/centerline/geometry_generator.h"
+#include "torvi/core/action_body.h"
+#include "torvi/dbutils/lyx_utils.h"
+
+using Quorl::ErrorStatus;
+
+ZnDbCenterLineLayout::ZnDbCenterLineLayout(ZnDbObjectId centerObject)
+    : ZnDbTorviLayout(centerObject) {}
+
+ZnDbCenterLineLayout::~ZnDbCenterLineLayout() = default;
+
+ZnDbCenterLineObjectWrapper* ZnDbCenterLineLayout::wrapper() const {
+  if (!wrapper_) wrapper_.emplace(centerObject());
+  return wrapper_->object();
+}
+
+ErrorStatus ZnDbCenterLineLayout::createEntities(ZnArray<ZnDbEntity*>& entities, ZnArray<ZnString>&) {
+  entities.append(new ZnDbLine);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterLineLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>&) {
+  scaleExtensions();
+  ZnGeLineSeg3d line;
+  if (calculateCenterLine(curves, line) != Quorl::eOk) return Quorl::eInvalidInput;
+  wrapper()->setCachedCenterLineLength(line.length());
+  wrapper()->setCachedCenterLineDirection((line.endPoint() - line.startPoint()).normal(ZnGeContext::gTol));
+  rematchExtensions(line);
+  applyExtensions(curves);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterLineLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>&) {
+  ZnGeLineSeg3d line;
+  if (calculateCenterLine(curves, line) != Quorl::eOk) return Quorl::eInvalidInput;
+  return applyExtensions(curves);
+}
+
+ErrorStatus ZnDbCenterLineLayout::calculateCenterLine(ZnArray<ZnGeCurve3d*>& curves, ZnGeLineSeg3d& line) {
+  if (!wrapper()) return Quorl::eInvalidInput;
+  if (!wrapper()->isFullyAssociative())
+    curves.append(new ZnGeLineSeg3d(unassociatedGeometry()));
+  else if (const ErrorStatus status = lineBetweenEdges(curves); status != Quorl::eOk)
+    return status;
+  auto* raw = static_cast<ZnGeLineSeg3d*>(curves[0]);
+  const ZnGeVector3d toPlace = raw->midPoint().asVector();
+  transform_.setToTranslation(toPlace);
+  keepDirection(*raw);
+  raw->set(raw->startPoint() - toPlace, raw->endPoint() - toPlace);
+  line = *raw;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterLineLayout::lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves) const {
+  constexpr int kEdges = 2;
+  ZnArray<ZnGeLineSeg3d> segments;
+  if (getInputLineSegments(*wrapper(), segments) != kEdges) return Quorl::eInvalidInput;
+  ZnArray<int> endings;
+  const ErrorStatus status = wrapper()->edgeRefDirEndingArray(endings);
+  if (status != Quorl::eOk) return status;
+  ZnArray<const ZnGeCurve3d*> inputs(segments.length());
+  for (const ZnGeLineSeg3d& segment : segments) inputs.append(&segment);
+  return ZnDbCenterLineGeometryGenerator(endings).generateGeometry(curves, inputs);
+}
+
+// A line that can't be read back leaves an empty one, and the object keeps nothing but its place.
+ZnGeLineSeg3d ZnDbCenterLineLayout::unassociatedGeometry() const {
+  ZnGeLineSeg3d drawn;
+  if (wrapper()->getCenterLineGeometry(drawn, false) != Quorl::eOk) return drawn;
+  ZnDbHolder<ZnDbBlockReference> reference(centerObject());
+  if (!reference.isOpen()) return drawn;
+  const ZnGeVector3d along = (drawn.endPoint() - drawn.startPoint()).normal(ZnGeContext::gTol);
+  const ZnGeVector3d half = along * (wrapper()->cachedCenterLineLength() * 0.5);
+  return {reference->position() - half, reference->position() + half};
+}
+
+// Start and end carry lengths of their own: a line that turned round would exchange them. The raw direction
+// comes from the order and sense of the edges, which a user may change. At a right angle nothing tells which
+// way was meant.
+void ZnDbCenterLineLayout::keepDirection(ZnGeLineSeg3d& line) const {
+  if (ZnTorviLyxUtils::isCenterLineNotToKeepDirection(centerObject())) return;
+  ZnGeVector3d before = wrapper()->cachedCenterLineDirection();
+  if (before.isZeroLength(ZnGeContext::gTol)) return;
+  if (ZnTorviLyxUtils::isCenterMirrored(centerObject())) before = wrapper()->blockTransform() * before;
+  const ZnGeVector3d now = (line.endPoint() - line.startPoint()).normal(ZnGeContext::gTol);
+  if (before.dotProduct(now) < -ZnGeContext::gTol.equalPoint()) line.reverseParam();
+}
+
+// Extensions count from the middle, so one that is shorter than half of the line shortens it.
+ErrorStatus ZnDbCenterLineLayout::applyExtensions(ZnArray<ZnGeCurve3d*>& curves) const {
+  if (!wrapper()) return Quorl::eInvalidInput;
+  auto& line = static_cast<ZnGeLineSeg3d&>(*curves[0]);
+  const double toStart = wrapper()->startExtension() + wrapper()->startOvershoot();
+  const double toEnd = wrapper()->endExtension() + wrapper()->endOvershoot();
+  const ZnGePoint3d middle = line.midPoint();
+  const ZnGeVector3d along = (line.endPoint() - line.startPoint()).normal(ZnGeContext::gTol);
+  line.set(middle - along * toStart, middle + along * toEnd);
+  return Quorl::eOk;
+}
+
+namespace {
+
+// An extension as it is to be stored: one of just the half length follows the edges.
+double rematched(double extension, double half) {
+  const bool matches = std::fabs(extension - half) <= ZnGeContext::gTol.equalPoint();
+  return matches ? ZnDbTorviActionBody::kAutoMatchExtension : extension;
+}
+
+} // namespace
+
+void ZnDbCenterLineLayout::rematchExtensions(const ZnGeLineSeg3d& line) const {
+  const double half = line.length() * 0.5;
+  const double start = wrapper()->startExtension(), end = wrapper()->endExtension();
+  wrapper()->setStartExtension(rematched(start, half));
+  wrapper()->setEndExtension(rematched(end, half));
+}
+
+// Keeps the proportions of a line without edges that the user scales: its place takes the scale away again.
+void ZnDbCenterLineLayout::scaleExtensions() const {
+  if (!wrapper() || wrapper()->isFullyAssociative()) return;
+  ZnDbHolder<ZnDbBlockReference> reference(centerObject());
+  if (!reference.isOpen()) return;
+  const double scale = reference->blockTransform().scale();
+  if (scale == 1.0) return;
+  const double start = wrapper()->startExtension(), end = wrapper()->endExtension();
+  wrapper()->setStartExtension(start * scale);
+  wrapper()->setEndExtension(end * scale);
+}

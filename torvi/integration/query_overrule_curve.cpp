@@ -1,0 +1,33 @@
+#include "torvi/integration/query_overrule_curve.h"
+
+#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/host/class_registration.h"
+#include "torvi/pattern/dependency_extension.h"
+
+ZnRxClass* ZnRxQueryXOverruleTorviCurve::gpDesc = nullptr;
+
+void ZnRxQueryXOverruleTorviCurve::rxInit() {
+  torviRegisterPlainClass(gpDesc, className(), ZnRxQueryXOverrule::className());
+}
+
+ZnRxQueryXOverruleTorviCurve* ZnRxQueryXOverruleTorviCurve::instance() {
+  static ZnRxQueryXOverruleTorviCurve overrule;
+  return &overrule;
+}
+
+bool ZnRxQueryXOverruleTorviCurve::isApplicable(const ZnRxObject* object) const {
+  return ZnDbLine::cast(object) || ZnDbArc::cast(object);
+}
+
+ZnRxObject* ZnRxQueryXOverruleTorviCurve::queryX(const ZnRxObject* object, const ZnRxClass* protocol) const {
+  // Asking where a curve stands is dear, so only the one question is let through to it.
+  if (!ZnRxClass::isDerivedFrom(protocol, ZnDbAssocDependencyPE::desc()))
+    return ZnRxQueryXOverrule::queryX(object, protocol);
+  ZnDbObjectId centerId;
+  ZnDbTorviType type = kTorviNone;
+  if (!ZnTorviLyxUtils::isCenterObjectCurve(ZnDbCurve::cast(object), centerId, type) ||
+      type != kCenterMarkPattern)
+    return ZnRxQueryXOverrule::queryX(object, protocol);
+  static ZnDbCenterMarkPatternAssocDependencyPE extension;
+  return &extension;
+}

@@ -1,0 +1,304 @@
+#include "torvi/pattern/action_body.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <memory>
+#include <string>
+
+#include "torvi/centermark/props_provider.h"
+#include "torvi/centermark/size_calculator.h"
+#include "torvi/core/action_body_utils.h"
+#include "torvi/core/tolerance.h"
+#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/host/class_registration.h"
+#include "torvi/pattern/layout.h"
+#include "torvi/style/style.h"
+
+using Quorl::ErrorStatus;
+
+TORVI_DEFINE_BODY_CLASS(ZnDbCenterMarkPatternActionBody, ZnDbCenterMarkActionBody)
+
+namespace {
+
+// Built once: a name that keeps its buffer is looked up without making text.
+const ZnString kPatternType(L"CenterMarkPatternType");
+const ZnString kFullPcd(L"FullPCD");
+const ZnString kShowCenterMark(L"ShowCenterMark");
+const ZnString kReferencePick(L"ReferenceEdgePickPointParam");
+const ZnString kAxisIndices[] = {L"InputEdgeIndexOnMajorAxis-0", L"InputEdgeIndexOnMajorAxis-1",
+                                 L"InputEdgeIndexOnMajorAxis-2", L"InputEdgeIndexOnMajorAxis-3"};
+const ZnString kAxisRadii[] = {L"InputEdgeRadiusOnMajorAxis-0", L"InputEdgeRadiusOnMajorAxis-1",
+                               L"InputEdgeRadiusOnMajorAxis-2", L"InputEdgeRadiusOnMajorAxis-3"};
+
+constexpr double kNoPick = -1.0;
+constexpr int kNoMember = -1;
+
+bool isArm(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
+
+} // namespace
+
+const ZnString& ZnDbCenterMarkPatternActionBody::referenceEdgeParamName() {
+  static const ZnString name(L"ReferenceEdge");
+  return name;
+}
+
+const ZnString& ZnDbCenterMarkPatternActionBody::majorAxisKey() {
+  static const ZnString key(L"MajorAxis");
+  return key;
+}
+
+const ZnString& ZnDbCenterMarkPatternActionBody::centerLineDependencyKey() {
+  static const ZnString key(L"CenterLine");
+  return key;
+}
+
+const ZnString& ZnDbCenterMarkPatternActionBody::startOvershootParamPrefix() {
+  static const ZnString prefix(L"StartOvershoot-");
+  return prefix;
+}
+
+const ZnString& ZnDbCenterMarkPatternActionBody::endOvershootParamPrefix() {
+  static const ZnString prefix(L"EndOvershoot-");
+  return prefix;
+}
+
+ZnString ZnDbCenterMarkPatternActionBody::dependencyKey(int first, int second, bool keepOrder) {
+  if (second < 0) return std::to_wstring(first);
+  if (!keepOrder && second < first) std::swap(first, second);
+  return std::to_wstring(first) + L'-' + std::to_wstring(second);
+}
+
+ZnString ZnDbCenterMarkPatternActionBody::centerLineDependencyKey(ZnArray<int> indices) {
+  std::wstring key(centerLineDependencyKey().view());
+  for (const int index : indices) key += L'-' + std::to_wstring(index);
+  return key;
+}
+
+bool ZnDbCenterMarkPatternActionBody::getEdgeIndicesOnCenterLine(const ZnString& key, ZnArray<int>& indices) {
+  indices.removeAll();
+  std::wstring_view rest = key.view();
+  if (!rest.starts_with(centerLineDependencyKey().view())) return false;
+  rest.remove_prefix(centerLineDependencyKey().view().size());
+  for (;;) {
+    const size_t begin = rest.find_first_not_of(L'-');
+    if (begin == std::wstring_view::npos) return !indices.isEmpty();
+    const std::wstring part(rest.substr(begin, rest.find(L'-', begin) - begin));
+    indices.append(static_cast<int>(std::wcstol(part.c_str(), nullptr, 10)));
+    rest.remove_prefix(begin + part.size());
+  }
+}
+
+CenterMarkPatternType ZnDbCenterMarkPatternActionBody::getCenterPatternType() const {
+  return static_cast<CenterMarkPatternType>(getIntParam(kPatternType, kCenterPatternNone));
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::setCenterPatternType(CenterMarkPatternType type) {
+  return storeValue(kPatternType, ZnDbEvalVariant(static_cast<int>(type)));
+}
+
+bool ZnDbCenterMarkPatternActionBody::isFullPCD() const { return getBoolParam(kFullPcd, false); }
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::setIsFullPCD(bool full) { return setBoolParam(kFullPcd, full); }
+
+bool ZnDbCenterMarkPatternActionBody::showCenterMark() const { return getBoolParam(kShowCenterMark, false); }
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::setShowCenterMark(bool show) {
+  return setBoolParam(kShowCenterMark, show);
+}
+
+bool ZnDbCenterMarkPatternActionBody::getReferenceEdge(ZnDbEdgeRef& edge, double& pickParam) const {
+  pickParam = kNoPick;
+  const ZnDbObjectId paramId = paramAtName(referenceEdgeParamName());
+  if (paramId.isNull()) return false;
+  edge = getEdgeRef(paramId);
+  pickParam = valueOf(kReferencePick, kNoPick);
+  return !edge.isEmpty();
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::setReferenceEdge(const ZnDbEdgeRef& edge, double pickParam) {
+  ZnDbObjectId paramId = paramAtName(referenceEdgeParamName());
+  if (paramId.isNull()) {
+    int index = 0;
+    const ErrorStatus added =
+        addParam(referenceEdgeParamName(), ZnDbAssocEdgeActionParam::desc(), paramId, index);
+    if (added != Quorl::eOk) return added;
+  }
+  ZnDbHolder<ZnDbAssocEdgeActionParam> param;
+  ErrorStatus status = param.openForWrite(paramId);
+  if (status == Quorl::eOk) status = param->setEdgeRef(edge, true, false, 0);
+  if (status != Quorl::eOk || pickParam < 0.0) return status;
+  return setDoubleParam(kReferencePick, pickParam);
+}
+
+// The pick stays behind: it is only read together with an edge.
+bool ZnDbCenterMarkPatternActionBody::clearReferenceEdge() {
+  const ZnDbObjectId paramId = paramAtName(referenceEdgeParamName());
+  return !paramId.isNull() && removeParam(paramId, true) == Quorl::eOk;
+}
+
+bool ZnDbCenterMarkPatternActionBody::getCachedInputEdgeOnMajorAxis(ZnCenterMarkSubEntType type, int& index,
+                                                                    double& radius) const {
+  if (!isArm(type)) return false;
+  const int heldIndex = getIntParam(kAxisIndices[type - eLeftLine], kNoMember);
+  const double heldRadius = valueOf(kAxisRadii[type - eLeftLine], 0.0);
+  if (heldIndex < 0 || !(heldRadius > 0.0)) return false;
+  index = heldIndex;
+  radius = heldRadius;
+  return true;
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::cacheInputEdgesOnMajorAxis(const int (&indices)[4],
+                                                                        const double (&radii)[4]) {
+  for (int arm = 0; arm < 4; ++arm) {
+    ErrorStatus status = storeValue(kAxisIndices[arm], ZnDbEvalVariant(indices[arm]));
+    if (status == Quorl::eOk) status = storeValue(kAxisRadii[arm], ZnDbEvalVariant(radii[arm]));
+    if (status != Quorl::eOk) return status;
+  }
+  return Quorl::eOk;
+}
+
+double ZnDbCenterMarkPatternActionBody::startOvershoot(const ZnString& key) const {
+  return getDoubleParam(startOvershootParamPrefix() + key, ZnTorviStyle::getCenterOvershoot());
+}
+
+double ZnDbCenterMarkPatternActionBody::endOvershoot(const ZnString& key) const {
+  return getDoubleParam(endOvershootParamPrefix() + key, ZnTorviStyle::getCenterOvershoot());
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::setStartOvershoot(const ZnString& key, double value,
+                                                               bool validate) {
+  if (validate && (value < 0.0 || !isOutputEdgeKeyValid(key))) return Quorl::eInvalidInput;
+  return storeValue(startOvershootParamPrefix() + key, ZnDbEvalVariant(value));
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::setEndOvershoot(const ZnString& key, double value,
+                                                             bool validate) {
+  if (validate && (value < 0.0 || !isOutputEdgeKeyValid(key))) return Quorl::eInvalidInput;
+  return storeValue(endOvershootParamPrefix() + key, ZnDbEvalVariant(value));
+}
+
+bool ZnDbCenterMarkPatternActionBody::getCenterLineDependencyKeys(ZnArray<ZnString>& keys) const {
+  ZnArray<ZnString> all;
+  getOutputEdgeKeys(all);
+  keys.removeAll();
+  for (const ZnString& key : all)
+    if (key.view().starts_with(centerLineDependencyKey().view())) keys.append(key);
+  return !keys.isEmpty();
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::renameCenterLineKey(const ZnString& oldKey,
+                                                                 const ZnString& newKey) {
+  if (oldKey == newKey) return Quorl::eOk;
+  if (const ErrorStatus status = renameOutputEdgeKey(oldKey, newKey); status != Quorl::eOk) return status;
+  const double start = startOvershoot(oldKey), end = endOvershoot(oldKey);
+  removeValueParam(startOvershootParamPrefix() + oldKey);
+  removeValueParam(endOvershootParamPrefix() + oldKey);
+  if (newKey.isEmpty()) return Quorl::eOk;
+  setStartOvershoot(newKey, start, false);
+  setEndOvershoot(newKey, end, false);
+  return Quorl::eOk;
+}
+
+bool ZnDbCenterMarkPatternActionBody::isOutputEdgeKeyValid(const ZnString& key) const {
+  ZnArray<ZnString> keys;
+  getOutputEdgeKeys(keys);
+  return keys.contains(key);
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::getRefCircle(ZnGeCircArc3d& circle) const {
+  if (getCenterPatternType() != kCenterPatternPolar || !showCenterMark()) return Quorl::eNothingToDo;
+  circle = getCachedRefCircle();
+  return Quorl::eOk;
+}
+
+// An arm that ends in a member is drawn as the outward arm of that member's mark, which always runs away from
+// the pitch center; the arms of a mark of its own run from left to right and from bottom to top.
+ZnGeLineSeg3d ZnDbCenterMarkPatternActionBody::getSubentLineGeometry(ZnCenterMarkSubEntType type,
+                                                                     bool includeOvershoot) const {
+  ZnString key = majorAxisKey();
+  ZnCenterMarkSubEntType arm = type;
+  bool reversed = false;
+  int index = kNoMember;
+  double radius = 0.0;
+  if (type >= eLeftLine && getCachedInputEdgeOnMajorAxis(type, index, radius)) {
+    key = dependencyKey(index, kNoMember);
+    arm = eTopLine;
+    reversed = type == eLeftLine || type == eBottomLine;
+  }
+  const ZnDbObjectId outputId = getOutputEdge(key);
+  if (outputId.isNull() || !outputId.isDerivedFrom(ZnDbBlockReference::desc())) return {};
+  ZnArray<ZnDbObjectId> ids;
+  ZnArray<ZnGeCurve3d*> curves;
+  ZnGeLineSeg3d line;
+  if (ZnTorviLyxUtils::getEntitesIdsFromBlkRef(outputId, ids, false) == Quorl::eOk &&
+      getCenterObjGeometry(ids, curves) == Quorl::eOk)
+    line = ZnDbCenterMarkActionBody::getSubentLineGeometry(curves, arm, includeOvershoot);
+  ZnDbTorviActionBodyUtils::deleteCurves(curves);
+  return reversed ? ZnGeLineSeg3d(line.endPoint(), line.startPoint()) : line;
+}
+
+double ZnDbCenterMarkPatternActionBody::getMinExtension(ZnCenterMarkSubEntType type) const {
+  int index = kNoMember;
+  double radius = 0.0;
+  const bool hasMember = getCachedInputEdgeOnMajorAxis(type, index, radius);
+  const ZnDbCenterMarkPropsProvider provider(centerObjectId());
+  double length = 0.0, gap = 0.0;
+  if (getCrossLengthAndGapFromProvider(provider, length, gap, radius) != Quorl::eOk) return 0.0;
+  return length * 0.5 + (hasMember ? cachedCircleRadius() : 0.0);
+}
+
+double ZnDbCenterMarkPatternActionBody::getResolvedExtensionLength(double stored,
+                                                                   ZnCenterMarkSubEntType type) const {
+  if (getCenterPatternType() != kCenterPatternPolar || type < eLeftLine) return 0.0;
+  if (!isAutoMatchExtension(stored)) return std::max(stored, getMinExtension(type));
+  int index = kNoMember;
+  double radius = 0.0;
+  const bool hasMember = getCachedInputEdgeOnMajorAxis(type, index, radius);
+  return cachedCircleRadius() + (hasMember ? radius : 0.0);
+}
+
+double ZnDbCenterMarkPatternActionBody::getResolvedExtensionLength(double stored, ZnCenterMarkSubEntType type,
+                                                                   double /*radius*/) const {
+  return getResolvedExtensionLength(stored, type);
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::resetOvershoots() {
+  ZnArray<ZnString> keys;
+  if (getCenterLineDependencyKeys(keys)) {
+    const double overshoot = ZnTorviStyle::getCenterOvershoot();
+    for (const ZnString& key : keys) {
+      setStartOvershoot(key, overshoot, false);
+      setEndOvershoot(key, overshoot, false);
+    }
+  }
+  ZnDbCenterMarkActionBody::resetOvershoots();
+  return Quorl::eOk;
+}
+
+void ZnDbCenterMarkPatternActionBody::fixCenterLineEndPointsForLegayObj(const ZnString& key,
+                                                                        ZnGePoint3d& start,
+                                                                        ZnGePoint3d& end) const {
+  ZnArray<int> indices;
+  if (getCenterPatternType() != kCenterPatternLinear || !getEdgeIndicesOnCenterLine(key, indices)) return;
+  ZnArray<ZnDbEdgeRef> edges;
+  getEdgeRefs(edges);
+  ZnDbCenterMarkPatternLayout layout(centerObjectId());
+  layout.loadCircles(edges);
+  double startRadius = 0.0, endRadius = 0.0;
+  for (const ZnGeCircArc3d& circle : layout.circles()) {
+    if (circle.radius() == 0.0) continue;
+    if (circle.center().distanceTo(start) < kLegacyEndTolerance)
+      startRadius = circle.radius();
+    else if (circle.center().distanceTo(end) < kLegacyEndTolerance)
+      endRadius = circle.radius();
+  }
+  if (startRadius == 0.0 || endRadius == 0.0) return;
+  const double overshoot = ZnTorviStyle::getCenterOvershoot();
+  const ZnGeVector3d direction = (end - start).normal();
+  start -= direction * (overshoot + startRadius);
+  end += direction * (overshoot + endRadius);
+}
+
+ZnDbTorviLayout* ZnDbCenterMarkPatternActionBody::getLayout() const {
+  return new ZnDbCenterMarkPatternLayout(centerObjectId());
+}
