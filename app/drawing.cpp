@@ -25,7 +25,7 @@ bool setFrom(Failure& failure, const interchange::PictureError& error, const std
 
 bool setFrom(Failure& failure, const ZnFileError& error, const std::string& file) {
   const std::string place = error.place.empty() ? "" : error.place + ": ";
-  return failure.set(file, 0, place + error.what, error.expected);
+  return failure.set(file, static_cast<int>(error.line), place + error.what, error.expected);
 }
 
 } // namespace
@@ -61,7 +61,8 @@ bool Drawing::open(const std::string& path, const interchange::ReadOptions& opti
   return true;
 }
 
-bool Drawing::write(const std::string& file, const std::string& target, Failure& failure) const {
+bool Drawing::write(const std::string& file, const std::string& target, Failure& failure,
+                    const std::vector<const ZnDbEntity*>& extra) const {
   const std::optional<Format> format = formatOf(target);
   if (!format) return failure.set(target, 0, "can't be written by its ending", "one of " + allEndings());
   if (*format == Format::kBdoc || *format == Format::kTdoc) {
@@ -69,7 +70,7 @@ bool Drawing::write(const std::string& file, const std::string& target, Failure&
     return zndbSaveDrawing(*database_, file, error) == Quorl::eOk || setFrom(failure, error, target);
   }
   interchange::PictureError error;
-  return interchange::writePicture(*database_, file, {}, error) || setFrom(failure, error, target);
+  return interchange::writePicture(*database_, file, {}, error, extra) || setFrom(failure, error, target);
 }
 
 bool Drawing::writeOntoSource(const std::vector<ZnDbObjectId>& annotation, const std::string& file,

@@ -11,6 +11,7 @@
 #include "interchange/import/import_report.h"
 #include "interchange/svg_in/read_options.h"
 #include "quorl/db/database.h"
+#include "quorl/db/entity.h"
 
 namespace app {
 
@@ -25,7 +26,9 @@ public:
   // Replaces the empty drawing by that of a file. False with the reason for a file that can't be read.
   bool open(const std::string& path, const interchange::ReadOptions& options, Failure& failure);
   // In the format that the ending of the target says; the bytes go to the file, which has the same ending.
-  bool write(const std::string& file, const std::string& target, Failure& failure) const;
+  // A picture also shows the extra entities, which are in no drawing; other formats can have none.
+  bool write(const std::string& file, const std::string& target, Failure& failure,
+             const std::vector<const ZnDbEntity*>& extra = {}) const;
   // The SVG document that the drawing was read from, with these entities on top and nothing else changed.
   bool writeOntoSource(const std::vector<ZnDbObjectId>& annotation, const std::string& file,
                        const std::string& target, Failure& failure) const;

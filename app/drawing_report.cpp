@@ -105,9 +105,36 @@ std::string curveLine(const Json& curve) {
                   pointOf(curve["start"]), pointOf(curve["end"]));
   if (!curve["radius"].is_null())
     line += fmt::format(" round {} radius {}", pointOf(curve["center"]), numberOf(curve["radius"]));
-  line += fmt::format("  {}{}\n", curve["linetype"].get<std::string>(),
+  line += fmt::format("  {}{}", curve["linetype"].get<std::string>(),
                       curve["visible"].get<bool>() ? "" : "  hidden");
-  return line;
+  // Where an object draws several things, the key says of which the curve is a part.
+  if (const std::string key = curve["key"].get<std::string>(); !key.empty()) line += "  [" + key + "]";
+  return line + "\n";
+}
+
+// What only center lines tell.
+std::string lengthLine(const Json& center) {
+  if (!center.contains("startExtension")) return {};
+  return fmt::format("    from its middle {} and {}, overshoots {} and {}\n",
+                     numberOf(center["startExtension"]), numberOf(center["endExtension"]),
+                     numberOf(center["startOvershoot"]), numberOf(center["endOvershoot"]));
+}
+
+// What only objects with members tell.
+std::string memberLines(const Json& center) {
+  if (!center.contains("members")) return {};
+  std::string lines = "    " + center["type"].get<std::string>();
+  if (center["fullPCD"].get<bool>()) lines += ", closed";
+  if (center["showCenterMark"].get<bool>()) lines += ", center marked";
+  if (!center["referenceEdge"].is_null())
+    lines += ", reference #" + center["referenceEdge"].get<std::string>();
+  lines += "\n    members";
+  for (const Json& member : center["members"])
+    lines += fmt::format(" [{}] #{}", member["key"].get<std::string>(), member["edge"].get<std::string>());
+  for (const Json& overshoot : center["overshoots"])
+    lines += fmt::format("\n    [{}] overshoots by {} and {}", overshoot["key"].get<std::string>(),
+                         numberOf(overshoot["start"]), numberOf(overshoot["end"]));
+  return lines + "\n";
 }
 
 std::string centerLines(const Json& center) {
@@ -119,6 +146,8 @@ std::string centerLines(const Json& center) {
                   center["associative"].get<bool>() ? "follows" + edges : std::string("follows nothing"),
                   center["layer"].get<std::string>(), center["linetype"].get<std::string>(),
                   pointOf(center["center"]), numberOf(center["radius"]));
+  lines += lengthLine(center);
+  lines += memberLines(center);
   for (const Json& curve : center["curves"]) lines += curveLine(curve);
   return lines;
 }

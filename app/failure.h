@@ -19,7 +19,8 @@ struct Failure {
   bool set(std::string inFile, int atLine, std::string found, std::string wanted = {});
 };
 
-// A status as a person would put it: "it is on a locked layer".
+// A status as a person would put it: "it is on a locked layer"; and what would have been right.
 std::string statusSentence(Quorl::ErrorStatus status);
+std::string statusExpectation(Quorl::ErrorStatus status);
 
 } // namespace app

@@ -59,13 +59,15 @@ bool OutputBatch::commit(Failure& failure) {
     const Pending pending = pending_.front();
     if (isStream(pending.target)) {
       if (!copyInto(pending.file, pending.target))
-        return failure.set(pending.target, 0, "can't be written to");
+        return failure.set(pending.target, 0, "can't be written to", "a device or pipe that takes it");
       std::error_code ignored;
       fs::remove(pending.file, ignored);
     } else {
       std::error_code error;
       fs::rename(pending.file, placeOf(pending.target), error);
-      if (error) return failure.set(pending.target, 0, "can't be put in place: " + error.message());
+      if (error)
+        return failure.set(pending.target, 0, "can't be put in place: " + error.message(),
+                           "a file, or a new name, in a folder that can be written to");
     }
     pending_.erase(pending_.begin());
   }

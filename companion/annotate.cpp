@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
 
+#include "companion/centers.h"
 #include "companion/commands.h"
-#include "companion/concentric_groups.h"
+#include "companion/corner_relief.h"
+#include "companion/line_finds.h"
 #include "companion/mark_commands.h"
 #include "companion/object_naming.h"
-#include "companion/round_edges.h"
+#include "companion/pattern_marks.h"
 #include "companion/tolerance.h"
-#include "torvi/core/action_body.h"
-#include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
 
@@ -42,84 +41,62 @@ ErrorStatus readLimits(ZnRxCommandContext& context, Limits& limits) {
   return Quorl::eOk;
 }
 
-// A circle of the space: one that could get a mark, or, without an edge, one that carries a mark.
-struct Candidate {
-  ZnGeCircArc3d curve;
-  const RoundEdge* edge = nullptr;
-};
-
-// The circles that center marks of the space follow now.
-void appendMarked(ZnDbObjectId space, std::vector<Candidate>& candidates) {
-  ZnDbHolder<ZnDbAssocNetwork> network(ZnDbAssocNetwork::getInstanceFromObject(space, false, true, L""));
-  if (!network.isOpen()) return;
-  for (const ZnDbObjectId actionId : network->getActions()) {
-    ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (!action.isOpen()) continue;
-    ZnDbHolder<ZnDbTorviActionBody> body(action->actionBody());
-    ZnArray<ZnDbEdgeRef> edges;
-    if (!body.isOpen() || body->centerObjectId().isErased() || body->getEdgeRefs(edges) != Quorl::eOk)
-      continue;
-    for (const ZnDbEdgeRef& edge : edges) {
-      const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
-      if (curve && curve->isKindOf(ZnGe::kCircArc3d))
-        candidates.push_back({static_cast<const ZnGeCircArc3d&>(*curve), nullptr});
-    }
-  }
+void passOver(const RoundEdge& edge, const wchar_t* why, ZnRxCommandValue& passedOver) {
+  ZnRxCommandValue& entry = passedOver.append(ZnRxCommandValue::object());
+  entry[L"edge"] = pathText(ZnDbCompoundObjectId(edge.path));
+  entry[L"why"] = ZnString(why);
 }
 
-// Largest first; of equal ones the longer arc, and what was drawn first.
-void sortOutermostFirst(std::vector<Candidate>& candidates) {
-  std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
-    if (a.curve.radius() != b.curve.radius()) return a.curve.radius() > b.curve.radius();
-    return a.curve.endAng() - a.curve.startAng() > b.curve.endAng() - b.curve.startAng();
-  });
+void tellHole(const ZnDbFullSubentPath& path, ZnDbObjectId owner, ZnRxCommandValue& holes) {
+  ZnRxCommandValue& entry = holes.append(ZnRxCommandValue::object());
+  entry[L"edge"] = pathText(ZnDbCompoundObjectId(path));
+  entry[L"belongsTo"] = handleText(owner.handle());
 }
 
-// The edges to be marked, in drawing order; marked counts the centers that have a mark.
-std::vector<const RoundEdge*> chosenEdges(std::vector<Candidate> candidates, std::int64_t& marked) {
-  struct Center {
-    const RoundEdge* outermost = nullptr;
-    bool isMarked = false;
-  };
-  sortOutermostFirst(candidates);
-  ConcentricGroups groups;
-  std::vector<Center> centers;
-  for (const Candidate& candidate : candidates) {
-    const auto index = static_cast<size_t>(groups.groupOf(candidate.curve));
-    if (index == centers.size()) centers.emplace_back();
-    Center& center = centers[index];
-    if (!candidate.edge) center.isMarked = true;
-    if (!center.outermost) center.outermost = candidate.edge;
-  }
-  std::vector<const RoundEdge*> chosen;
-  for (const Center& center : centers) {
-    if (center.isMarked)
-      ++marked;
-    else
-      chosen.push_back(center.outermost);
-  }
-  // They all stand in one array, which is in drawing order.
-  std::sort(chosen.begin(), chosen.end(), std::less<>());
-  return chosen;
-}
-
-void createMarks(ZnRxCommandContext& context, ZnDbDatabase& database,
-                 const std::vector<const RoundEdge*>& edges) {
-  ZnRxCommandValue& created = context.result()[L"created"] = ZnRxCommandValue::array();
-  ZnRxCommandValue failures = ZnRxCommandValue::array();
-  for (size_t i = 0; i < edges.size(); ++i) {
+void createMarks(ZnRxCommandContext& context, ZnDbDatabase& database, const std::vector<Center>& centers,
+                 const std::vector<bool>& isTaken) {
+  for (size_t i = 0; i < centers.size(); ++i) {
+    context.progress(i + 1, centers.size());
+    if (isTaken[i] || centers[i].isMarked) continue;
+    const ZnDbFullSubentPath& path = centers[i].outermost().path;
     ZnDbObjectId markId;
     ZnString why;
-    if (createMark(database, edges[i]->path, markId, why) == Quorl::eOk) {
-      created.append(handleText(markId.handle()));
+    if (createMark(database, path, markId, why) == Quorl::eOk) {
+      context.result()[L"created"].append(handleText(markId.handle()));
+      tellHole(path, markId, context.result()[L"holes"]);
     } else {
-      ZnRxCommandValue& failure = failures.append(ZnRxCommandValue::object());
-      failure[L"edge"] = pathText(ZnDbCompoundObjectId(edges[i]->path));
+      ZnRxCommandValue& failure = context.result()[L"failures"].append(ZnRxCommandValue::object());
+      failure[L"what"] = L"center mark";
+      failure[L"edge"] = pathText(ZnDbCompoundObjectId(path));
       failure[L"why"] = why;
     }
-    context.progress(i + 1, edges.size());
   }
-  context.result()[L"failures"] = failures;
+}
+
+// The patterns, and which centers they have taken.
+std::vector<bool> createPatterns(ZnRxCommandContext& context, ZnDbDatabase& database,
+                                 const std::vector<RoundEdge>& edges, const std::vector<Center>& centers) {
+  std::vector<bool> isTaken(centers.size(), false);
+  ZnRxCommandValue patterns = ZnRxCommandValue::array();
+  const ZnRxCommandValue& arguments = context.arguments();
+  if (arguments.at(L"patterns").asBool(true)) {
+    const PatternSettings settings{arguments.at(L"align").asDouble(0.0)};
+    for (const MadePattern& made : makePatterns(database, edges, centers, settings)) {
+      ZnRxCommandValue& entry = patterns.append(ZnRxCommandValue::object());
+      entry[L"handle"] = handleText(made.id.handle());
+      entry[L"type"] = made.found.isRing ? L"ring" : L"row";
+      entry[L"evidence"] = evidenceText(made.found, edges);
+      entry[L"showsCenterMark"] = made.showsCenterMark;
+      entry[L"aligned"] = made.aligned;
+      context.result()[L"created"].append(handleText(made.id.handle()));
+      for (const int hole : made.found.holes) {
+        isTaken[static_cast<size_t>(hole)] = true;
+        tellHole(centers[static_cast<size_t>(hole)].outermost().path, made.id, context.result()[L"holes"]);
+      }
+    }
+  }
+  context.result()[L"patterns"] = patterns;
+  return isTaken;
 }
 
 } // namespace
@@ -132,18 +109,30 @@ ErrorStatus annotate(ZnRxCommandContext& context) {
 
   const ZnDbObjectId space = database->currentSpaceId();
   const std::vector<RoundEdge> edges = visibleRoundEdges(space);
-  std::vector<Candidate> candidates;
-  for (const RoundEdge& edge : edges)
-    if (limits.admit(edge)) candidates.push_back({edge.curve, &edge});
-  const auto outside = static_cast<std::int64_t>(edges.size() - candidates.size());
-  appendMarked(space, candidates);
+  const LineFinds lines(context, space, edges, limits.minRadius, limits.maxRadius);
+  std::vector<const RoundEdge*> admitted;
+  ZnRxCommandValue passedOver = ZnRxCommandValue::array();
+  for (const RoundEdge& edge : edges) {
+    if (!limits.admit(edge) && !lines.isSlotEnd(edge)) continue;
+    if (isCornerRelief(edge))
+      passOver(edge, L"a relief at a corner of its outline", passedOver);
+    else
+      admitted.push_back(&edge);
+  }
+  const std::vector<Center> centers = centersOf(admitted, markedCircles(space));
 
-  std::int64_t marked = 0;
-  const std::vector<const RoundEdge*> chosen = chosenEdges(std::move(candidates), marked);
   context.result() = ZnRxCommandValue::object();
-  createMarks(context, *database, chosen);
-  context.result()[L"marked"] = marked;
-  context.result()[L"skipped"] = outside;
+  context.result()[L"created"] = ZnRxCommandValue::array();
+  context.result()[L"holes"] = ZnRxCommandValue::array();
+  context.result()[L"failures"] = ZnRxCommandValue::array();
+  const std::vector<bool> isTaken = createPatterns(context, *database, edges, centers);
+  createMarks(context, *database, centers, isTaken);
+  lines.make(context, *database);
+  context.result()[L"marked"] = static_cast<std::int64_t>(
+      std::count_if(centers.begin(), centers.end(), [](const Center& center) { return center.isMarked; }));
+  context.result()[L"skipped"] =
+      static_cast<std::int64_t>(edges.size() - admitted.size() - passedOver.items().size());
+  context.result()[L"passedOver"] = passedOver;
   return Quorl::eOk;
 }
 

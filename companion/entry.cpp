@@ -3,7 +3,9 @@
 
 #include "companion/annotate.h"
 #include "companion/commands.h"
+#include "companion/line_commands.h"
 #include "companion/mark_commands.h"
+#include "companion/pattern_commands.h"
 #include "companion/report.h"
 #include "torvi/host/database.h"
 #include "torvi/host/export.h"
@@ -21,8 +23,16 @@ struct CommandRow {
 };
 
 constexpr CommandRow kCommands[] = {
-    {L"CENTERMARK", centerMark},   {L"REASSOCIATE", reassociate}, {L"DISASSOCIATE", disassociate},
-    {L"TORVI.ANNOTATE", annotate}, {L"TORVI.REPORT", report},
+    {L"CENTERMARK", centerMark},
+    {L"REASSOCIATE", reassociate},
+    {L"DISASSOCIATE", disassociate},
+    {L"CENTERLINE", centerLine},
+    {L"EDGEEXTENSION", edgeExtension},
+    {L"TORVI.ANNOTATE", annotate},
+    {L"TORVI.REPORT", report},
+    {L"CENTERPATTERN", centerPattern},
+    {L"CENTERPATTERN.EDIT", centerPatternEdit},
+    {L"CENTERPATTERN.PREVIEW", centerPatternPreview},
 };
 
 void* application = nullptr;

@@ -1,6 +1,8 @@
 #include "companion/mark_commands.h"
 
+#include "companion/command_arguments.h"
 #include "companion/commands.h"
+#include "companion/line_commands.h"
 #include "companion/object_naming.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
@@ -9,47 +11,11 @@ using Quorl::ErrorStatus;
 
 namespace companion {
 
-namespace {
-
-ZnString statusText(ErrorStatus status) { return ZnString::fromUtf8(Quorl::errorStatusText(status)); }
-
-// A mark follows circles and arcs only, and its body would find that out by failing.
-bool isRound(const ZnDbEdgeRef& edge) {
-  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
-  return curve && curve->isKindOf(ZnGe::kCircArc3d) &&
-         static_cast<const ZnGeCircArc3d&>(*curve).radius() > ZnGeContext::gTol.equalPoint();
-}
-
-bool hasFailed(ZnDbObjectId markId) {
+bool hasEvaluationFailed(ZnDbObjectId centerObject) {
   ZnDbHolder<ZnDbAssocAction> action(
-      ZnDbAssocActionBody::parentAction(ZnTorviLyxUtils::getTorviActionBodyId(markId)));
+      ZnDbAssocActionBody::parentAction(ZnTorviLyxUtils::getTorviActionBodyId(centerObject)));
   return !action.isOpen() || action->status() == kFailedToEvaluateAssocStatus;
 }
-
-ErrorStatus edgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
-                    std::vector<ZnDbFullSubentPath>& paths) {
-  const ZnRxCommandValue::Array& edges = context.arguments().at(L"edges").items();
-  if (edges.empty()) return context.fail(Quorl::eNoInputEdges, L"no edge is given");
-  for (const ZnRxCommandValue& edge : edges)
-    if (!edgeOf(database, edge, paths.emplace_back()))
-      return context.fail(Quorl::eInvalidInput, L"an edge is given that the drawing does not have");
-  return Quorl::eOk;
-}
-
-ErrorStatus centerObjectsOf(ZnRxCommandContext& context, ZnDbDatabase& database,
-                            std::vector<ZnDbObjectId>& objects) {
-  const ZnRxCommandValue::Array& handles = context.arguments().at(L"objects").items();
-  if (handles.empty()) return context.fail(Quorl::eNothingToDo, L"no center object is given");
-  for (const ZnRxCommandValue& handle : handles) {
-    const ZnDbObjectId id = objectOf(database, handle);
-    if (id.isNull() || !ZnDbTorviObjectWrapper(id).isCenterObject())
-      return context.fail(Quorl::eInvalidInput, ZnString(L"#") + handle.asString() + L" is no center object");
-    objects.push_back(id);
-  }
-  return Quorl::eOk;
-}
-
-} // namespace
 
 ErrorStatus createMark(ZnDbDatabase& database, const ZnDbFullSubentPath& path, ZnDbObjectId& markId,
                        ZnString& why) {
@@ -61,7 +27,7 @@ ErrorStatus createMark(ZnDbDatabase& database, const ZnDbFullSubentPath& path, Z
   }
   ZnDbTransaction transaction(database);
   if (status == Quorl::eOk) status = ZnTorviLyxUtils::createCenterMark(edge, markId, &database);
-  if (status == Quorl::eOk && hasFailed(markId)) status = Quorl::eInvalidInput;
+  if (status == Quorl::eOk && hasEvaluationFailed(markId)) status = Quorl::eInvalidInput;
   if (status == Quorl::eOk) status = transaction.end();
   if (status != Quorl::eOk) {
     why = ZnString(L"the mark could not be made (") + statusText(status) + L")";
@@ -95,6 +61,10 @@ ErrorStatus reassociate(ZnRxCommandContext& context) {
   std::vector<ZnDbObjectId> marks;
   if (const ErrorStatus status = centerObjectsOf(context, *database, marks); status != Quorl::eOk)
     return status;
+  if (ZnDbTorviObjectWrapper::getCenterType(marks.front()) == kCenterMarkPattern)
+    return context.fail(Quorl::eWrongWrapperKind, L"a pattern gets its edges by CENTERPATTERN EDIT");
+  if (marks.size() == 1 && isBetweenEdges(marks.front()))
+    return reassociateBetweenEdges(context, *database, marks.front());
   std::vector<ZnDbFullSubentPath> paths;
   if (const ErrorStatus status = edgesOf(context, *database, paths); status != Quorl::eOk) return status;
   if (marks.size() != 1 || paths.size() != 1)
@@ -111,7 +81,7 @@ ErrorStatus reassociate(ZnRxCommandContext& context) {
   if (status == Quorl::eOk)
     status = ZnDbTorviObjectWrapper(marks.front()).setIsExplicitlyDeassociatived(false);
   if (status == Quorl::eOk) status = ZnTorviLyxUtils::reAssociateCenterMark(marks.front(), edge);
-  if (status == Quorl::eOk && hasFailed(marks.front())) status = Quorl::eInvalidInput;
+  if (status == Quorl::eOk && hasEvaluationFailed(marks.front())) status = Quorl::eInvalidInput;
   if (status == Quorl::eOk) return transaction.end();
   return context.fail(status,
                       ZnString(L"the mark could not be tied to the edge (") + statusText(status) + L")");

@@ -1,13 +1,17 @@
 #include "companion/report.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "companion/commands.h"
+#include "companion/curve_values.h"
 #include "companion/object_naming.h"
+#include "torvi/centerline/object_wrapper.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/core/action_body.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/dbutils/lyx_utils.h"
+#include "torvi/pattern/object_wrapper.h"
 
 using Quorl::ErrorStatus;
 
@@ -30,12 +34,6 @@ const wchar_t* kindName(ZnDbTorviType kind) {
   }
 }
 
-ZnRxCommandValue pointValue(const ZnGePoint3d& point) {
-  ZnRxCommandValue value = ZnRxCommandValue::array();
-  for (const double coordinate : {point.x, point.y, point.z}) value.append(coordinate);
-  return value;
-}
-
 ZnRxCommandValue matrixValue(const ZnGeMatrix3d& matrix) {
   ZnRxCommandValue rows = ZnRxCommandValue::array();
   for (int row = 0; row < 4; ++row) {
@@ -45,44 +43,21 @@ ZnRxCommandValue matrixValue(const ZnGeMatrix3d& matrix) {
   return rows;
 }
 
-double degrees(double radians) { return radians / ZnGe::kPi * 180.0; }
-
-// The key of each generated entity that stands under one.
-std::vector<std::pair<ZnDbObjectId, ZnString>> keysOf(const ZnDbTorviObjectWrapper& wrapper) {
-  std::vector<std::pair<ZnDbObjectId, ZnString>> keys;
+// The key of each generated entity: its own, or that of the sub-block that gathers it.
+std::unordered_map<ZnDbObjectId, ZnString> keysOf(const ZnDbTorviObjectWrapper& wrapper) {
+  std::unordered_map<ZnDbObjectId, ZnString> keys;
   ZnArray<ZnString> names;
   wrapper.getOutputEdgeKeys(names);
-  for (const ZnString& name : names) keys.emplace_back(wrapper.getOutputEdge(name), name);
-  return keys;
-}
-
-ZnString keyOf(const std::vector<std::pair<ZnDbObjectId, ZnString>>& keys, ZnDbObjectId id) {
-  for (const auto& [output, name] : keys)
-    if (output == id) return name;
-  return {};
-}
-
-// The shape of one generated entity; all fields are there for every type, so that readers need not ask.
-void describeShape(const ZnDbEntity& entity, const ZnGeMatrix3d& toWorld, ZnRxCommandValue& curve) {
-  const auto* line = ZnDbLine::cast(&entity);
-  const auto* arc = ZnDbArc::cast(&entity);
-  curve[L"type"] = line ? L"line" : L"arc";
-  if (line) {
-    curve[L"start"] = pointValue(toWorld * line->startPoint());
-    curve[L"end"] = pointValue(toWorld * line->endPoint());
-    for (const wchar_t* absent : {L"center", L"radius", L"startAngle", L"endAngle"}) curve[absent] = {};
-    return;
+  for (const ZnString& name : names) {
+    const ZnDbObjectId output = wrapper.getOutputEdge(name);
+    ZnArray<ZnDbObjectId> gathered;
+    if (output.isDerivedFrom(ZnDbBlockReference::desc()))
+      ZnTorviLyxUtils::getEntitesIdsFromBlkRef(output, gathered, false);
+    else
+      gathered.append(output);
+    for (const ZnDbObjectId id : gathered) keys.emplace(id, name);
   }
-  // A copy in world coordinates: angles turn with the reference.
-  const std::unique_ptr<ZnRxObject> copy(arc->clone());
-  auto* world = static_cast<ZnDbArc*>(copy.get());
-  world->transformBy(toWorld);
-  curve[L"start"] = pointValue(world->startPoint());
-  curve[L"end"] = pointValue(world->endPoint());
-  curve[L"center"] = pointValue(world->center());
-  curve[L"radius"] = world->radius();
-  curve[L"startAngle"] = degrees(world->startAngle());
-  curve[L"endAngle"] = degrees(world->endAngle());
+  return keys;
 }
 
 ZnRxCommandValue curvesOf(const ZnDbTorviObjectWrapper& wrapper) {
@@ -96,7 +71,8 @@ ZnRxCommandValue curvesOf(const ZnDbTorviObjectWrapper& wrapper) {
     if (!entity.isOpen()) continue;
     ZnRxCommandValue& curve = curves.append(ZnRxCommandValue::object());
     curve[L"index"] = i;
-    curve[L"key"] = keyOf(keys, ids[i]);
+    const auto key = keys.find(ids[i]);
+    curve[L"key"] = key == keys.end() ? ZnString() : key->second;
     describeShape(*entity, toWorld, curve);
     curve[L"visible"] = entity->visibility() == ZnDb::kVisible;
     curve[L"linetype"] = entity->linetype();
@@ -111,6 +87,54 @@ ZnRxCommandValue edgesOf(const ZnDbTorviObjectWrapper& wrapper) {
   for (const ZnDbEdgeRef& edge : edges)
     if (!edge.isEmpty()) handles.append(pathText(edge.entity()));
   return handles;
+}
+
+// Edges stand at the places that keys name them by; an emptied place is passed over.
+ZnRxCommandValue membersOf(const ZnDbCenterMarkPatternObjectWrapper& pattern) {
+  ZnRxCommandValue members = ZnRxCommandValue::array();
+  ZnArray<ZnDbEdgeRef> edges;
+  pattern.getEdgeRefs(edges);
+  for (int i = 0; i < edges.length(); ++i) {
+    if (edges[i].isEmpty()) continue;
+    ZnRxCommandValue& member = members.append(ZnRxCommandValue::object());
+    member[L"edge"] = pathText(edges[i].entity());
+    member[L"key"] = ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1);
+  }
+  return members;
+}
+
+ZnRxCommandValue overshootsOf(const ZnDbCenterMarkPatternObjectWrapper& pattern) {
+  ZnRxCommandValue overshoots = ZnRxCommandValue::array();
+  ZnArray<ZnString> keys;
+  pattern.getCenterLineDependencyKeys(keys);
+  for (const ZnString& key : keys) {
+    ZnRxCommandValue& entry = overshoots.append(ZnRxCommandValue::object());
+    entry[L"key"] = key;
+    entry[L"start"] = pattern.startOvershoot(key);
+    entry[L"end"] = pattern.endOvershoot(key);
+  }
+  return overshoots;
+}
+
+void describePattern(const ZnDbCenterMarkPatternObjectWrapper& pattern, ZnRxCommandValue& center) {
+  const CenterMarkPatternType type = pattern.getCenterPatternType();
+  center[L"type"] = type == kCenterPatternPolar ? L"polar" : L"linear";
+  center[L"fullPCD"] = pattern.isFullPCD();
+  center[L"showCenterMark"] = pattern.showCenterMark();
+  center[L"members"] = membersOf(pattern);
+  ZnDbEdgeRef reference;
+  double pick = 0.0;
+  center[L"referenceEdge"] = {};
+  if (pattern.getReferenceEdge(reference, pick)) center[L"referenceEdge"] = pathText(reference.entity());
+  center[L"overshoots"] = overshootsOf(pattern);
+}
+
+// Lengths as they count now, also of extensions that follow the edges.
+void describeLine(const ZnDbCenterLineObjectWrapper& line, ZnRxCommandValue& center) {
+  center[L"startExtension"] = line.startExtension();
+  center[L"endExtension"] = line.endExtension();
+  center[L"startOvershoot"] = line.startOvershoot();
+  center[L"endOvershoot"] = line.endOvershoot();
 }
 
 ZnRxCommandValue describe(const ZnDbTorviObjectWrapper& wrapper) {
@@ -130,6 +154,10 @@ ZnRxCommandValue describe(const ZnDbTorviObjectWrapper& wrapper) {
     center[L"center"] = pointValue(circle.center());
     center[L"radius"] = circle.radius();
   }
+  if (const auto* line = dynamic_cast<const ZnDbCenterLineObjectWrapper*>(&wrapper))
+    describeLine(*line, center);
+  if (const auto* pattern = dynamic_cast<const ZnDbCenterMarkPatternObjectWrapper*>(&wrapper))
+    describePattern(*pattern, center);
   center[L"transform"] = matrixValue(wrapper.blockTransform());
   center[L"curves"] = curvesOf(wrapper);
   return center;

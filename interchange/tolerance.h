@@ -53,6 +53,8 @@ inline constexpr double kTangent = 0.05;
 
 // A curve that runs back to where it starts within this reach is a mark of the cutting program at a corner.
 inline constexpr double kCornerLoop = 0.15;
+// A dot is the touch of a round pen that goes this far: enough to be read as a line, too little to be seen.
+inline constexpr double kDotLength = 2e-3;
 // A cubic whose control points leave the chord by less than this part of it is a line.
 inline constexpr double kStraightCubic = 1e-5;
 // On a chord of this many rounding steps one step off it is straight as well.

@@ -1,4 +1,5 @@
 // quorl annotate: center marks for every circle of a drawing.
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -13,7 +14,8 @@
 #include "app/drawing_report.h"
 #include "app/output_batch.h"
 #include "app/progress.h"
-#include "quorl/rx/variables_dictionary.h"
+#include "app/same_file.h"
+#include "app/variable_setting.h"
 
 namespace fs = std::filesystem;
 
@@ -22,6 +24,10 @@ namespace app {
 namespace {
 
 constexpr const wchar_t* kCommand = L"TORVI.ANNOTATE";
+
+// How far holes of an imported drawing may be moved to make a ring or row exact, in percent of their radius:
+// as far as the reader lets a curve depart from the circle that it takes it for.
+constexpr double kAlignImported = 2.0;
 
 // One drawing on its way through the command.
 struct Job {
@@ -35,12 +41,9 @@ bool applySettings(const AnnotateOptions& options, Failure& failure) {
     const size_t equals = setting.find('=');
     if (equals == std::string::npos || equals == 0)
       return failure.set("--set", 0, "\"" + setting + "\"", "NAME=VALUE");
-    ZnString error;
-    const Quorl::ErrorStatus status =
-        ZnRxVariablesDictionary::get()->set(ZnString::fromUtf8(setting.substr(0, equals)).view(),
-                                            ZnString::fromUtf8(setting.substr(equals + 1)), error);
-    if (status != Quorl::eOk)
-      return failure.set("--set", 0, setting + ": " + error.trimRight(L". \r\n").utf8());
+    std::string why;
+    if (!setVariable(setting.substr(0, equals), setting.substr(equals + 1), why))
+      return failure.set("--set", 0, setting + ": " + why);
   }
   return true;
 }
@@ -67,14 +70,44 @@ bool writeOutputs(const Drawing& drawing, const Job& job, const std::vector<ZnDb
   return true;
 }
 
-// Marks that could not be made; the rest of the drawing is done all the same.
+// Center objects that could not be made; the rest of the drawing is done all the same.
 bool tellFailures(const Job& job, const ZnRxCommandValue& result, const Console& console) {
   for (const ZnRxCommandValue& failed : result.at(L"failures").items())
-    console.fault(Failure{job.input, 0,
-                          fmt::format("no center mark on #{}: {}", failed.at(L"edge").asString().utf8(),
-                                      failed.at(L"why").asString().utf8()),
-                          ""});
+    console.fault(
+        Failure{job.input, 0,
+                fmt::format("no {} on #{}: {}", failed.at(L"what").asString().utf8(),
+                            failed.at(L"edge").asString().utf8(), failed.at(L"why").asString().utf8()),
+                ""});
   return result.at(L"failures").items().empty();
+}
+
+// What the command saw and left unmarked, beside what the reader left out.
+void addPassedOver(const Job& job, const ZnRxCommandValue& result, Json& report) {
+  for (const ZnRxCommandValue& passed : result.at(L"passedOver").items())
+    report["skipped"].push_back(
+        {{"what", "arc"},
+         {"where", fmt::format("{}: #{}", job.input, passed.at(L"edge").asString().utf8())},
+         {"why", passed.at(L"why").asString().utf8()}});
+}
+
+// How many of the finds of that name got a line now.
+size_t newLines(const ZnRxCommandValue& result, const wchar_t* finds) {
+  const ZnRxCommandValue::Array& items = result.at(finds).items();
+  return static_cast<size_t>(std::count_if(items.begin(), items.end(), [](const ZnRxCommandValue& find) {
+    return find.at(L"isNew").asBool() && !find.at(L"handle").isNull();
+  }));
+}
+
+std::string madeText(const ZnRxCommandValue& result) {
+  const size_t patterns = result.at(L"patterns").items().size();
+  const size_t lines = newLines(result, L"slots") + newLines(result, L"strips");
+  const size_t marks = result.at(L"created").items().size() - patterns - lines;
+  const auto counted = [](size_t count, const char* what) {
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+  };
+  return counted(marks, "center mark") +
+         (patterns ? (lines ? ", " : " and ") + counted(patterns, "center mark pattern") : std::string()) +
+         (lines ? " and " + counted(lines, "center line") : std::string());
 }
 
 bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& console, Json& report,
@@ -85,11 +118,15 @@ bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& 
   call.arguments()[L"arcs"] = options.arcs;
   if (options.minRadius) call.arguments()[L"minRadius"] = *options.minRadius;
   if (options.maxRadius) call.arguments()[L"maxRadius"] = *options.maxRadius;
+  call.arguments()[L"patterns"] = !options.noPatterns;
+  call.arguments()[L"centerLines"] = options.centerLines;
+  call.arguments()[L"strips"] = options.strips;
   {
     Progress progress(job.input, console.isQuiet());
     progress.stage("reading");
     if (!drawing.open(job.input, options.import.readOptions(), failure) || !applySettings(options, failure))
       return false;
+    call.arguments()[L"align"] = options.align.value_or(drawing.import() ? kAlignImported : 0.0) / 100.0;
     progress.stage("marking centers");
     call.onProgress = [&progress](size_t done, size_t total) { progress.update(done, total); };
     std::string why;
@@ -97,36 +134,41 @@ bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& 
     progress.stage("writing");
     if (!writeOutputs(drawing, job, createdMarks(drawing, call.result()), outputs, failure)) return false;
     std::string missing;
-    if (!options.report.empty()) report = drawingReport(drawing, missing, progress);
+    if (!options.report.empty()) {
+      report = drawingReport(drawing, missing, progress);
+      addPassedOver(job, call.result(), report);
+      for (const char* part : {"patterns", "holes", "slots", "strips"})
+        report[part] = toJson(call.result().at(ZnString::fromUtf8(part).view()));
+    }
     if (!outputs.commit(failure)) return false;
   }
   tellImport(drawing, console);
-  console.note(fmt::format("{}: {} center marks", job.input, call.result().at(L"created").items().size()));
+  console.note(job.input + ": " + madeText(call.result()));
   if (tellFailures(job, call.result(), console)) return true;
-  return failure.set(job.input, 0, "some center marks could not be made");
+  return failure.set(job.input, 0, "some center objects could not be made");
 }
 
 // Where the results of an input go: an output that is nothing but an ending names the input's own name in the
 // folder of outputs.
+std::vector<std::string> outputsOf(const AnnotateOptions& options, const fs::path& input) {
+  std::vector<std::string> outputs, endings;
+  for (const std::string& output : options.outputs)
+    (fs::path(output).extension().empty() ? endings : outputs).push_back(output);
+  if (options.outDir.empty()) return outputs;
+  // The drawing in which the marks live on, and the input's own format.
+  if (endings.empty()) endings = {".bdoc", input.extension().string()};
+  for (const std::string& ending : endings) {
+    const std::string target = (fs::path(options.outDir) / input.stem()).string() + ending;
+    if (std::find(outputs.begin(), outputs.end(), target) == outputs.end()) outputs.push_back(target);
+  }
+  return outputs;
+}
+
 bool planOutputs(const AnnotateOptions& options, Job& job, std::set<std::string>& taken, Failure& failure) {
-  const fs::path input(job.input);
-  std::vector<std::string> endings;
-  for (const std::string& output : options.outputs) {
+  for (const std::string& output : options.outputs)
     if (!formatOf(output))
       return failure.set(output, 0, "can't be written by its ending", "one of " + allEndings());
-    const bool isEnding = fs::path(output).extension().empty();
-    if (!isEnding) job.outputs.push_back(output);
-    if (isEnding) endings.push_back(output);
-  }
-  if (!options.outDir.empty()) {
-    // The drawing in which the marks live on, and the input's own format.
-    if (endings.empty()) endings = {".bdoc", input.extension().string()};
-    for (const std::string& ending : endings) {
-      const std::string target = (fs::path(options.outDir) / input.stem()).string() + ending;
-      if (std::find(job.outputs.begin(), job.outputs.end(), target) == job.outputs.end())
-        job.outputs.push_back(target);
-    }
-  }
+  job.outputs = outputsOf(options, job.input);
   for (const std::string& target : job.outputs)
     if (!taken.insert(fs::weakly_canonical(target).string()).second)
       return failure.set(target, 0, "two inputs would be written to it", "inputs with names of their own");
@@ -149,6 +191,28 @@ bool checkOptions(const AnnotateOptions& options, Failure& failure) {
   return true;
 }
 
+// An SVG keeps all that it has when the marks go on top, so its user may ask for that by its name.
+bool isMarkedInPlace(const AnnotateOptions& options, const std::string& output) {
+  return options.inputs.size() == 1 && formatOf(output) == Format::kSvg &&
+         isSameFile(options.inputs.front(), output) &&
+         std::find(options.outputs.begin(), options.outputs.end(), output) != options.outputs.end();
+}
+
+// Nothing else is written over what is read.
+bool checkOutputs(const AnnotateOptions& options, const Console& console, Failure& failure) {
+  std::vector<std::string> written;
+  if (!options.report.empty()) written.push_back(options.report);
+  for (const std::string& input : options.inputs) {
+    for (const std::string& output : outputsOf(options, input)) {
+      if (isMarkedInPlace(options, output))
+        console.note(output + ": the marks go into the input itself");
+      else
+        written.push_back(output);
+    }
+  }
+  return sparesInputs(options.inputs, written, failure);
+}
+
 bool writeReport(const AnnotateOptions& options, const std::vector<Json>& reports, Failure& failure) {
   if (options.report.empty()) return true;
   const Json json = options.inputs.size() == 1 ? reports.front() : Json{{"drawings", reports}};
@@ -158,7 +222,8 @@ bool writeReport(const AnnotateOptions& options, const std::vector<Json>& report
   const std::string text = jsonText(json);
   bool written = stream && std::fwrite(text.data(), 1, text.size(), stream) == text.size();
   if (stream) written = std::fclose(stream) == 0 && written;
-  return written ? outputs.commit(failure) : failure.set(options.report, 0, "can't be written");
+  return written ? outputs.commit(failure)
+                 : failure.set(options.report, 0, "can't be written", "a folder that can be written to");
 }
 
 bool makeFolder(const std::string& folder, Failure& failure) {
@@ -170,7 +235,7 @@ bool makeFolder(const std::string& folder, Failure& failure) {
 
 int annotate(const AnnotateOptions& options, const Console& console) {
   Failure failure;
-  if (!checkOptions(options, failure)) {
+  if (!checkOptions(options, failure) || !checkOutputs(options, console, failure)) {
     console.fault(failure);
     return kMisused;
   }
@@ -213,8 +278,11 @@ constexpr const char* kExamples =
     "  quorl annotate *.svg --out-dir marked             # each as .bdoc and .svg\n"
     "  quorl annotate *.svg --out-dir marked -o .pdf     # each as .pdf\n"
     "  quorl annotate plate.svg -o plate.bdoc --min-radius 2 --arcs 90\n"
+    "  quorl annotate plate.svg -o plate.bdoc --center-lines --strips\n"
     "  quorl annotate plate.svg -o plate.bdoc --set CENTEREXE=3 --set CENTERLAYER=Axes\n"
-    "\nAn SVG made from an SVG is the document itself with the marks on top.\n";
+    "\nAn SVG made from an SVG is the document itself with the marks on top; -o may name the input for "
+    "that.\n"
+    "No other output may be a file that is read.\n";
 
 } // namespace
 

@@ -14,6 +14,9 @@ struct AnnotateOptions {
   std::string outDir, report;
   std::optional<double> minRadius, maxRadius; // drawing units
   double arcs = 180.0;                        // least span in degrees
+  bool noPatterns = false;
+  bool centerLines = false, strips = false;
+  std::optional<double> align; // percent of a hole's radius; by kind of input without it
   ImportOptions import;
 };
 

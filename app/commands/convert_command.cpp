@@ -9,6 +9,7 @@
 #include "app/import_options.h"
 #include "app/output_batch.h"
 #include "app/progress.h"
+#include "app/same_file.h"
 
 namespace app {
 
@@ -21,6 +22,10 @@ struct ConvertOptions {
 
 int convert(const ConvertOptions& options, const Console& console) {
   Failure failure;
+  if (!sparesInputs({options.input}, {options.output}, failure)) {
+    console.fault(failure);
+    return kMisused;
+  }
   Drawing drawing;
   OutputBatch outputs;
   Progress progress(options.input, console.isQuiet());

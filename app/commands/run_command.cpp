@@ -11,6 +11,7 @@
 #include "app/import_options.h"
 #include "app/output_batch.h"
 #include "app/progress.h"
+#include "app/same_file.h"
 #include "app/script/script_command.h"
 #include "app/script/script_runner.h"
 
@@ -40,15 +41,17 @@ bool writeOutputs(const Drawing& drawing, const std::vector<std::string>& target
 
 bool execute(const RunOptions& options, const Console& console, Failure& failure) {
   std::vector<ScriptLine> lines;
+  if (!sparesInputs({options.script}, options.outputs, failure)) return false;
   if (!readScript(options.script, lines, failure)) return false;
   Drawing drawing;
   if (!options.drawing.empty() && !drawing.open(options.drawing, options.import.readOptions(), failure))
     return false;
   tellImport(drawing, console);
   OutputBatch outputs;
-  ScriptSession session(drawing.database(), console, [&](const std::string& target, Failure& why) {
-    return writeOutputs(drawing, {target}, outputs, why);
-  });
+  ScriptSession session(drawing.database(), console,
+                        [&](const std::string& target, const auto& extra, Failure& why) {
+                          return drawing.write(outputs.pendingFor(target), target, why, extra);
+                        });
   Progress progress(options.script, console.isQuiet());
   progress.stage("running");
   return runScript(lines, options.script, session, failure) &&
@@ -65,6 +68,7 @@ int run(const RunOptions& options, const Console& console) {
 constexpr const char* kExamples = "Examples:\n"
                                   "  quorl run make-plate.quorl -o plate.bdoc -o plate.pdf\n"
                                   "  quorl run move-a-hole.quorl plate.bdoc -o moved.bdoc\n"
+                                  "  quorl run move-a-hole.quorl plate.bdoc -o plate.bdoc   # in place\n"
                                   "\nA script has one command a line; \"#\" begins a comment. Points are "
                                   "x,y; angles are in degrees. Entities are\n"
                                   "named by #handle, by a name that AS gave (CIRCLE 10,10 4 AS hole), or by "

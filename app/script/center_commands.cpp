@@ -1,43 +1,39 @@
 // Script commands that hand on to the module's commands of the same name.
-#include "app/center_module.h"
-#include "app/script/script_command.h"
+#include "app/script/module_command.h"
 
 namespace app {
 
 namespace {
 
-ZnRxCommandValue edgeValue(const ZnDbFullSubentPath& path) {
-  ZnRxCommandValue value = ZnRxCommandValue::object();
-  ZnRxCommandValue& handles = value[L"path"] = ZnRxCommandValue::array();
-  for (const ZnDbObjectId id : path.objectIds()) handles.append(handleText(id.handle()));
-  value[L"index"] = path.subentId().index();
-  return value;
-}
-
 bool takeEdges(ScriptArguments& arguments, CommandCall& call) {
   do {
     ZnDbFullSubentPath path;
-    if (!arguments.edge(path)) return false;
+    ZnGePoint3d pick;
+    bool isPicked = false;
+    if (!arguments.pickedEdge(path, pick, isPicked)) return false;
     call.arguments()[L"edges"].append(edgeValue(path));
+    call.arguments()[L"picks"].append(isPicked ? pointValue(pick) : ZnRxCommandValue());
   } while (arguments.left() > 0);
   return true;
 }
 
-bool run(const wchar_t* name, ScriptArguments& arguments, CommandCall& call) {
-  std::string why;
-  return runCommand(name, call, why) || arguments.fail(why);
+bool make(ScriptSession& session, ScriptArguments& arguments, const wchar_t* name) {
+  CommandCall call;
+  if (!takeEdges(arguments, call) || !runFor(arguments, name, call)) return false;
+  noteCreated(session, call);
+  return true;
 }
 
 bool centerMark(ScriptSession& session, ScriptArguments& arguments) {
-  constexpr const wchar_t* kName = L"CENTERMARK";
-  CommandCall call;
-  if (!takeEdges(arguments, call) || !run(kName, arguments, call)) return false;
-  for (const ZnRxCommandValue& handle : call.result().at(L"created").items()) {
-    ZnDbObjectId id;
-    if (session.database().getZnDbObjectId(id, false, handle.asString().asZnDbHandle()) == Quorl::eOk)
-      session.noteMade(id);
-  }
-  return true;
+  return make(session, arguments, L"CENTERMARK");
+}
+
+bool centerLine(ScriptSession& session, ScriptArguments& arguments) {
+  return make(session, arguments, L"CENTERLINE");
+}
+
+bool edgeExtension(ScriptSession& session, ScriptArguments& arguments) {
+  return make(session, arguments, L"EDGEEXTENSION");
 }
 
 bool reassociate(ScriptSession&, ScriptArguments& arguments) {
@@ -45,7 +41,7 @@ bool reassociate(ScriptSession&, ScriptArguments& arguments) {
   ZnDbObjectId mark;
   if (!arguments.entity(mark, Pick::kGeneratedFirst) || !takeEdges(arguments, call)) return false;
   call.arguments()[L"objects"].append(handleText(mark.handle()));
-  return run(L"REASSOCIATE", arguments, call);
+  return runFor(arguments, L"REASSOCIATE", call);
 }
 
 bool disassociate(ScriptSession&, ScriptArguments& arguments) {
@@ -53,12 +49,14 @@ bool disassociate(ScriptSession&, ScriptArguments& arguments) {
   std::vector<ZnDbObjectId> marks;
   if (!arguments.entities(marks, 0, Pick::kGeneratedFirst)) return false;
   for (const ZnDbObjectId id : marks) call.arguments()[L"objects"].append(handleText(id.handle()));
-  return run(L"DISASSOCIATE", arguments, call);
+  return runFor(arguments, L"DISASSOCIATE", call);
 }
 
 constexpr ScriptCommand kCommands[] = {
     {"CENTERMARK", "EDGE...", centerMark},
-    {"REASSOCIATE", "MARK EDGE", reassociate},
+    {"CENTERLINE", "EDGE[@x,y] EDGE[@x,y]", centerLine},
+    {"EDGEEXTENSION", "EDGE EDGE", edgeExtension},
+    {"REASSOCIATE", "MARK EDGE | LINE EDGE[@x,y] EDGE[@x,y]", reassociate},
     {"DISASSOCIATE", "MARK...", disassociate},
 };
 

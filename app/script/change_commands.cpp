@@ -14,6 +14,7 @@ bool transform(ScriptArguments& arguments, const std::vector<ZnDbObjectId>& ids,
     ZnDbHolder<ZnDbEntity> entity;
     Quorl::ErrorStatus status = entity.openForWrite(id);
     if (status == Quorl::eOk) status = entity->transformBy(matrix);
+    if (status == Quorl::eOk && !ScriptSession::isInRange(*entity)) status = Quorl::eOutOfRange;
     if (status != Quorl::eOk) return arguments.fail(status, describeEntity(id));
   }
   return true;

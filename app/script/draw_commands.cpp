@@ -1,7 +1,9 @@
 // Script commands that draw entities.
+#include <cmath>
 #include <memory>
 
 #include "app/script/script_command.h"
+#include "app/tolerance.h"
 #include "quorl/db/arc.h"
 #include "quorl/db/circle.h"
 #include "quorl/db/line.h"
@@ -41,6 +43,11 @@ bool arc(ScriptSession& session, ScriptArguments& arguments) {
       !arguments.number(start, "the start angle in degrees") ||
       !arguments.number(end, "the end angle in degrees") || !arguments.end())
     return false;
+  constexpr double kTurn = 360.0;
+  double span = std::fmod(end - start, kTurn);
+  if (span < 0.0) span += kTurn;
+  if (radians(std::min(span, kTurn - span)) * radius < kLeastSize)
+    return arguments.fail("both angles are one", "an arc that begins and ends at points of its own");
   return append(session, arguments, std::make_unique<ZnDbArc>(center, radius, radians(start), radians(end)));
 }
 
@@ -55,6 +62,7 @@ bool polyline(ScriptSession& session, ScriptArguments& arguments) {
     double bulge = 0.0;
     if (!arguments.point(point, "a point x,y, BULGE or CLOSE")) return false;
     if (arguments.keyword("BULGE") && !arguments.number(bulge, "the bulge")) return false;
+    if (std::abs(bulge) < kLeastSize) bulge = 0.0;
     chain->addVertexAt(chain->numVerts(), ZnGePoint2d(point.x, point.y), bulge);
   }
   if (!arguments.end()) return false;

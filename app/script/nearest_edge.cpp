@@ -13,27 +13,41 @@ namespace app {
 
 namespace {
 
+constexpr double kNowhere = std::numeric_limits<double>::infinity();
+
 class Search {
 public:
-  explicit Search(const ZnGePoint3d& point)
-      : point_(point) {}
+  Search(const ZnGePoint3d& point, Pick pick)
+      : point_(point)
+      , pick_(pick) {}
 
-  struct Found {
-    ZnDbFullSubentPath path;
-    double distance = std::numeric_limits<double>::infinity();
+  // Looks at an entity of the space whose box is that far away; false when no other that is as far, or
+  // farther, can change the answer.
+  bool tryEntity(ZnDbObjectId id, double boxDistance);
+  const PickedEdge* answer() const;
+
+private:
+  struct Found : PickedEdge {
+    Found() { distance = kNowhere; }
+    std::uint64_t entity = 0; // handle of the entity of the space
     bool isThere() const { return !path.objectIds().isEmpty(); }
   };
 
   void walk(ZnDbObjectId blockId, const ZnGeMatrix3d& toSpace, Found* nearest);
-  Found drawn, generated;
-
-private:
   void visit(const ZnDbEntity& entity, const ZnGeMatrix3d& toSpace, Found* nearest);
-  bool isTooFar(const ZnDbEntity& entity, const ZnGeMatrix3d& toSpace) const;
   void tryEdges(const ZnDbEntity& entity, Found& nearest);
+  const Found& first() const { return pick_ == Pick::kGeneratedFirst ? generated_ : drawn_; }
+  const Found& second() const { return pick_ == Pick::kGeneratedFirst ? drawn_ : generated_; }
+  // Edges farther away are not the answer.
+  double farthest() const {
+    return pick_ == Pick::kDrawnOnly ? drawn_.distance
+                                     : std::min(first().distance, second().distance + kPickSlack);
+  }
 
   ZnGePoint3d point_;
+  Pick pick_;
   ZnArray<ZnDbObjectId> path_;
+  Found drawn_, generated_;
 };
 
 bool isShown(const ZnDbEntity& entity) {
@@ -41,21 +55,29 @@ bool isShown(const ZnDbEntity& entity) {
   return entity.visibility() == ZnDb::kVisible && (!layer.isOpen() || layer->isShown());
 }
 
-// The box spares most entities the look at their edges.
-bool Search::isTooFar(const ZnDbEntity& entity, const ZnGeMatrix3d& toSpace) const {
-  ZnGeBoundBlock3d box;
-  return entity.getGeomExtents(box) == Quorl::eOk &&
-         box.transformBy(toSpace).distanceTo(point_) > std::max(drawn.distance, generated.distance);
+bool Search::tryEntity(ZnDbObjectId id, double boxDistance) {
+  if (boxDistance > farthest()) return false;
+  ZnDbHolder<ZnDbEntity> entity(id);
+  if (!entity.isOpen() || !isShown(*entity)) return true;
+  path_.append(id);
+  visit(*entity, ZnGeMatrix3d::kIdentity, &drawn_);
+  path_.removeLast();
+  return true;
 }
 
 void Search::walk(ZnDbObjectId blockId, const ZnGeMatrix3d& toSpace, Found* nearest) {
   ZnDbHolder<ZnDbBlockTableRecord> block(blockId);
   if (!block.isOpen()) return;
   // Whatever lies within generated content is generated too.
-  if (block->isAnonymous()) nearest = &generated;
+  if (block->isAnonymous()) nearest = &generated_;
+  if (nearest == &generated_ && pick_ == Pick::kDrawnOnly) return;
   for (const ZnDbObjectId id : block->entityIds()) {
     ZnDbHolder<ZnDbEntity> entity(id);
-    if (!entity.isOpen() || !isShown(*entity) || isTooFar(*entity, toSpace)) continue;
+    if (!entity.isOpen() || !isShown(*entity)) continue;
+    // The box spares most entities the look at their edges.
+    ZnGeBoundBlock3d box;
+    if (entity->getGeomExtents(box) == Quorl::eOk && box.transformBy(toSpace).distanceTo(point_) > farthest())
+      continue;
     path_.append(id);
     visit(*entity, toSpace, nearest);
     path_.removeLast();
@@ -70,6 +92,7 @@ void Search::visit(const ZnDbEntity& entity, const ZnGeMatrix3d& toSpace, Found*
 }
 
 void Search::tryEdges(const ZnDbEntity& entity, Found& nearest) {
+  const std::uint64_t madeAs = path_.first().handle().value;
   ZnArray<ZnDbSubentId> edges;
   entity.getSubentIds(ZnDb::kEdgeSubentType, edges);
   for (const ZnDbSubentId& subent : edges) {
@@ -77,23 +100,29 @@ void Search::tryEdges(const ZnDbEntity& entity, Found& nearest) {
     std::unique_ptr<ZnGeCurve3d> curve;
     if (ZnDbEdgeRef(path).evaluateCurve(curve) != Quorl::eOk) continue;
     const double distance = curve->distanceTo(point_);
-    if (distance < nearest.distance) nearest = {path, distance};
+    if (distance > nearest.distance || (distance == nearest.distance && madeAs >= nearest.entity)) continue;
+    nearest.path = path;
+    nearest.distance = distance;
+    nearest.entity = madeAs;
   }
+}
+
+const PickedEdge* Search::answer() const {
+  const bool takeSecond =
+      pick_ != Pick::kDrawnOnly && second().isThere() && second().distance + kPickSlack < first().distance;
+  const Found& found = takeSecond ? second() : first();
+  return found.isThere() ? &found : nullptr;
 }
 
 } // namespace
 
-bool nearestEdge(const ZnDbDatabase& database, const ZnGePoint3d& point, Pick pick,
-                 ZnDbFullSubentPath& path) {
-  Search search(point);
-  search.walk(database.currentSpaceId(), ZnGeMatrix3d::kIdentity, &search.drawn);
-  const bool generatedFirst = pick == Pick::kGeneratedFirst;
-  const Search::Found& first = generatedFirst ? search.generated : search.drawn;
-  const Search::Found& second = generatedFirst ? search.drawn : search.generated;
-  const bool takeSecond = pick != Pick::kDrawnOnly && second.isThere() &&
-                          (!first.isThere() || second.distance + kPickSlack < first.distance);
-  path = (takeSecond ? second : first).path;
-  return !path.objectIds().isEmpty();
+bool nearestEdge(SpaceIndex& index, const ZnGePoint3d& point, Pick pick, PickedEdge& edge) {
+  Search search(point, pick);
+  index.visitNearest(point, [&](ZnDbObjectId id, double distance) { return search.tryEntity(id, distance); });
+  if (const PickedEdge* answer = search.answer()) edge = *answer;
+  return search.answer() != nullptr;
 }
+
+double pickReach(SpaceIndex& index) { return std::max(kPickReach * index.diagonal(), kPickSlack); }
 
 } // namespace app

@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include "app/number_text.h"
+#include "app/tolerance.h"
 #include "quorl/db/block_reference.h"
 #include "quorl/db/entity.h"
 
@@ -14,8 +16,17 @@ namespace app {
 namespace {
 
 constexpr const char* kEntity = "an entity: #handle, a name or a point";
+constexpr const char* kEdge = "an edge: #handle, a name or a point";
 
 bool isHandle(const ScriptWord& word) { return !word.quoted && word.text.size() > 1 && word.text[0] == '#'; }
+
+bool isInRange(double number) { return std::abs(number) <= kLargestNumber; }
+
+bool isInRange(const ZnGePoint3d& point) {
+  return isInRange(point.x) && isInRange(point.y) && isInRange(point.z);
+}
+
+std::string rangeText() { return fmt::format("numbers from {:g} to {:g}", -kLargestNumber, kLargestNumber); }
 
 bool equalsNoCase(const std::string& a, const char* b) {
   return ZnString::fromUtf8(a).equalsNoCase(ZnString::fromUtf8(b));
@@ -58,11 +69,17 @@ bool ScriptArguments::fail(const std::string& what, const std::string& expected)
 }
 
 bool ScriptArguments::fail(Quorl::ErrorStatus status, const std::string& about) {
-  return fail((about.empty() ? std::string() : about + ": ") + statusSentence(status));
+  return fail((about.empty() ? std::string() : about + ": ") + statusSentence(status),
+              statusExpectation(status));
 }
 
 bool ScriptArguments::check(Quorl::ErrorStatus status, const std::string& about) {
   return status == Quorl::eOk || fail(status, about);
+}
+
+bool ScriptArguments::failAtNext(const std::string& expected) {
+  if (left() == 0) return fail("the line ends too early", expected);
+  return fail(fmt::format("\"{}\"", line_.words[next_].text), expected);
 }
 
 const ScriptWord* ScriptArguments::take(const char* what) {
@@ -73,16 +90,31 @@ const ScriptWord* ScriptArguments::take(const char* what) {
 
 bool ScriptArguments::point(ZnGePoint3d& point, const char* what) {
   const ScriptWord* word = take(what);
-  return word && (readScriptPoint(word->text, point) || fail(fmt::format("\"{}\"", word->text), what));
+  if (!word) return false;
+  if (!readScriptPoint(word->text, point)) return fail(fmt::format("\"{}\"", word->text), what);
+  return isInRange(point) || fail(fmt::format("{} is out of range", word->text), rangeText());
+}
+
+bool ScriptArguments::pickPoint(ZnGePoint3d& point, bool& isThere) {
+  isThere = left() > 0 && !line_.words[next_].quoted && line_.words[next_].text.starts_with('@');
+  if (!isThere) return true;
+  const std::string& word = line_.words[next_++].text;
+  if (!readScriptPoint(word.substr(1), point)) return fail(fmt::format("\"{}\"", word), "a pick @x,y");
+  return isInRange(point) || fail(fmt::format("{} is out of range", word), rangeText());
 }
 
 bool ScriptArguments::number(double& number, const char* what) {
   const ScriptWord* word = take(what);
-  return word && (readScriptNumber(word->text, number) || fail(fmt::format("\"{}\"", word->text), what));
+  if (!word) return false;
+  if (!readScriptNumber(word->text, number)) return fail(fmt::format("\"{}\"", word->text), what);
+  return isInRange(number) || fail(fmt::format("{} is out of range", word->text), rangeText());
 }
 
 bool ScriptArguments::positive(double& value, const char* what) {
-  return number(value, what) && (value > 0.0 || fail(fmt::format("{}", value), what));
+  if (!number(value, what)) return false;
+  if (value <= 0.0) return fail(fmt::format("{}", value), what);
+  return value >= kLeastSize ||
+         fail(fmt::format("{} is out of range", value), fmt::format("{}, from {:g} on", what, kLeastSize));
 }
 
 bool ScriptArguments::count(int& count) {
@@ -127,14 +159,25 @@ bool ScriptArguments::existing(const ScriptWord& word, ZnDbObjectId& id) {
   return id.isDerivedFrom(ZnDbEntity::desc()) || fail(fmt::format("{} is no entity", word.text), kEntity);
 }
 
+bool ScriptArguments::pick(const ZnGePoint3d& point, Pick pick, ZnDbFullSubentPath& path) {
+  PickedEdge edge;
+  if (!isInRange(point)) return fail(pointText(point) + " is out of range", rangeText());
+  if (!nearestEdge(session_.index(), point, pick, edge))
+    return fail("the drawing has no edge to pick", kEntity);
+  const double reach = pickReach(session_.index());
+  path = edge.path;
+  return edge.distance <= reach || fail(fmt::format("no edge is near {}: the nearest is {} away",
+                                                    pointText(point), numberText(edge.distance)),
+                                        fmt::format("a point within {} of an edge", numberText(reach)));
+}
+
 bool ScriptArguments::entity(ZnDbObjectId& id, Pick pick) {
   const ScriptWord* word = take(kEntity);
   if (!word) return false;
   ZnGePoint3d point;
   if (!readScriptPoint(word->text, point)) return existing(*word, id);
   ZnDbFullSubentPath path;
-  if (!nearestEdge(session_.database(), point, pick, path))
-    return fail("the drawing has no edge to pick", kEntity);
+  if (!this->pick(point, pick, path)) return false;
   id = path.objectIds().first();
   return true;
 }
@@ -144,20 +187,35 @@ bool ScriptArguments::entities(std::vector<ZnDbObjectId>& ids, size_t wordsAfter
     if (left() <= wordsAfter) return fail("the line ends too early", kEntity);
     ZnDbObjectId id;
     if (!entity(id, pick)) return false;
-    if (std::find(ids.begin(), ids.end(), id) == ids.end()) ids.push_back(id);
+    if (std::find(ids.begin(), ids.end(), id) != ids.end())
+      return fail(describeEntity(id) + " is given twice", "each entity once");
+    ids.push_back(id);
   } while (left() > wordsAfter);
   return true;
 }
 
 bool ScriptArguments::edge(ZnDbFullSubentPath& path) {
-  const ScriptWord* word = take("an edge: #handle, a name or a point");
+  const ScriptWord* word = take(kEdge);
+  return word && edgeOf(*word, path);
+}
+
+bool ScriptArguments::pickedEdge(ZnDbFullSubentPath& path, ZnGePoint3d& pick, bool& isPicked) {
+  const ScriptWord* word = take(kEdge);
   if (!word) return false;
+  const size_t at = word->quoted ? std::string::npos : word->text.find('@');
+  isPicked = at != std::string::npos || readScriptPoint(word->text, pick);
+  if (at == std::string::npos) return edgeOf(*word, path);
+  if (!readScriptPoint(word->text.substr(at + 1), pick))
+    return fail(fmt::format("\"{}\"", word->text), "an edge with a pick, name@x,y");
+  if (!isInRange(pick)) return fail(fmt::format("{} is out of range", word->text), rangeText());
+  return edgeOf({word->text.substr(0, at)}, path);
+}
+
+bool ScriptArguments::edgeOf(const ScriptWord& word, ZnDbFullSubentPath& path) {
   ZnGePoint3d point;
-  if (readScriptPoint(word->text, point))
-    return nearestEdge(session_.database(), point, Pick::kDrawnOnly, path) ||
-           fail("the drawing has no edge to pick", kEntity);
+  if (readScriptPoint(word.text, point)) return pick(point, Pick::kDrawnOnly, path);
   ZnDbObjectId id;
-  if (!existing(*word, id)) return false;
+  if (!existing(word, id)) return false;
   ZnArray<ZnDbSubentId> edges;
   ZnDbHolder<ZnDbEntity> entity(id);
   if (entity.isOpen()) entity->getSubentIds(ZnDb::kEdgeSubentType, edges);

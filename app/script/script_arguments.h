@@ -12,6 +12,7 @@
 namespace app {
 
 // Every reader takes the next word and gives false, with the reason set, when it is not what is wanted.
+// Numbers lie within the program's range.
 class ScriptArguments {
 public:
   ScriptArguments(const ScriptLine& line, ScriptSession& session)
@@ -21,21 +22,28 @@ public:
   size_t left() const { return line_.words.size() - next_; }
   bool point(ZnGePoint3d& point, const char* what = "a point x,y");
   bool number(double& number, const char* what = "a number");
-  bool positive(double& number, const char* what);
-  bool count(int& count); // a whole number from 1 on; without a word left it stays
+  bool positive(double& number, const char* what); // a size: above 0, and not next to nothing
+  bool count(int& count);                          // a whole number from 1 on; without a word left it stays
   bool text(std::string& text, const char* what);
   bool keyword(const char* word); // takes the word if it is next; no failure else
   bool end();                     // nothing may be left
 
   // An entity of the current space: a handle, a name, or a point, for the nearest edge and what it belongs
-  // to.
+  // to. A point must lie near the edge.
   bool entity(ZnDbObjectId& id, Pick pick = Pick::kDrawnFirst);
-  // At least one, up to the last words, which are left.
+  // At least one, each once, up to the last words, which are left.
   bool entities(std::vector<ZnDbObjectId>& ids, size_t wordsAfter = 0, Pick pick = Pick::kDrawnFirst);
   // One edge: an entity that has just one, or a point, for the nearest one that is not generated.
   bool edge(ZnDbFullSubentPath& path);
 
+  // As edge, and the point at which it is picked: the one that gives the edge, or that of "name@x,y".
+  bool pickedEdge(ZnDbFullSubentPath& path, ZnGePoint3d& pick, bool& isPicked);
+
+  // "@x,y", if that is next: the point at which the edge before it is picked.
+  bool pickPoint(ZnGePoint3d& point, bool& isThere);
+
   bool fail(const std::string& what, const std::string& expected = {});
+  bool failAtNext(const std::string& expected); // the next word, or the line's end, is not what is wanted
   bool fail(Quorl::ErrorStatus status, const std::string& about = {});
   // True for eOk.
   bool check(Quorl::ErrorStatus status, const std::string& about = {});
@@ -45,6 +53,8 @@ public:
 private:
   const ScriptWord* take(const char* what);
   bool existing(const ScriptWord& word, ZnDbObjectId& id);
+  bool edgeOf(const ScriptWord& word, ZnDbFullSubentPath& path);
+  bool pick(const ZnGePoint3d& point, Pick pick, ZnDbFullSubentPath& path);
 
   const ScriptLine& line_;
   ScriptSession& session_;
@@ -52,7 +62,7 @@ private:
   std::string what_, expected_;
 };
 
-// "x,y" or "x,y,z"; false for anything else, and for what is no finite number.
+// "x,y" or "x,y,z"; false for anything else, and for what is no finite number. The range is not looked at.
 bool readScriptPoint(const std::string& text, ZnGePoint3d& point);
 bool readScriptNumber(const std::string& text, double& number);
 // "#1A ZnDbCircle", for messages.

@@ -7,7 +7,7 @@ namespace app {
 namespace {
 
 constexpr std::span<const ScriptCommand> (*kGroups[])() = {drawCommands, changeCommands, structCommands,
-                                                           centerCommands, sessionCommands};
+                                                           centerCommands, patternCommands, sessionCommands};
 
 } // namespace
 

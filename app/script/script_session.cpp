@@ -1,7 +1,9 @@
 #include "app/script/script_session.h"
 
+#include <cmath>
 #include <utility>
 
+#include "app/tolerance.h"
 #include "quorl/db/block_table.h"
 #include "quorl/db/entity.h"
 
@@ -14,6 +16,7 @@ ZnDbObjectId ScriptSession::named(const std::string& name) const {
 
 Quorl::ErrorStatus ScriptSession::append(ZnDbEntity* entity) {
   ZnDbHolder<ZnDbEntity> owner(entity);
+  if (!isInRange(*entity)) return Quorl::eOutOfRange;
   entity->setDatabaseDefaults(&database_);
   ZnDbHolder<ZnDbBlockTableRecord> space;
   ZnDbObjectId id;
@@ -21,6 +24,18 @@ Quorl::ErrorStatus ScriptSession::append(ZnDbEntity* entity) {
   if (status == Quorl::eOk) status = space->appendZnDbEntity(id, entity);
   if (status == Quorl::eOk) noteMade(id);
   return status;
+}
+
+bool ScriptSession::isInRange(const ZnDbEntity& entity) {
+  ZnGeBoundBlock3d box;
+  // What has no extents, such as a text without letters, is nowhere.
+  if (entity.getGeomExtents(box) != Quorl::eOk) return true;
+  for (const ZnGePoint3d& corner : {box.min(), box.max()})
+    for (const double coordinate : {corner.x, corner.y, corner.z})
+      if (!(std::abs(coordinate) <= kLargestNumber)) return false;
+  const double size = box.diagonal().length();
+  // A point has no size to be too small.
+  return size == 0.0 || size >= kLeastSize;
 }
 
 std::vector<ZnDbObjectId> ScriptSession::takeMade() { return std::exchange(made_, {}); }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/console.h"
+#include "app/script/space_index.h"
 #include "quorl/db/database.h"
 #include "quorl/db/entity.h"
 
@@ -14,25 +15,36 @@ namespace app {
 
 class ScriptSession {
 public:
-  // Writes the drawing as it is now, to be put in place under that name once the whole script has worked.
-  using Saver = std::function<bool(const std::string& target, Failure& failure)>;
+  // Writes the drawing as it is now, to be put in place under that name once the whole script has worked. The
+  // extra entities, in no drawing, are shown on top; only pictures can have some.
+  using Saver = std::function<bool(const std::string& target, const std::vector<const ZnDbEntity*>& extra,
+                                   Failure& failure)>;
 
   ScriptSession(ZnDbDatabase& database, const Console& console, Saver saver)
       : database_(database)
       , console_(console)
-      , saver_(std::move(saver)) {}
+      , saver_(std::move(saver))
+      , index_(database) {}
 
   ZnDbDatabase& database() { return database_; }
   const Console& console() const { return console_; }
-  bool save(const std::string& target, Failure& failure) { return saver_(target, failure); }
+  bool save(const std::string& target, Failure& failure) { return saver_(target, {}, failure); }
+  bool savePicture(const std::string& target, const std::vector<const ZnDbEntity*>& extra, Failure& failure) {
+    return saver_(target, extra, failure);
+  }
+
+  // For picks; kept from line to line.
+  SpaceIndex& index() { return index_; }
 
   // Names; null for an unknown one.
   ZnDbObjectId named(const std::string& name) const;
   void setName(const std::string& name, ZnDbObjectId id) { names_[name] = id; }
 
   // Appends to the current space, with the drawing's current traits, and notes it as made by the line. The
-  // entity is the drawing's afterwards, or gone when it can't be appended.
+  // entity is the drawing's afterwards, or gone when it can't be appended; eOutOfRange for one out of range.
   Quorl::ErrorStatus append(ZnDbEntity* entity);
+  // Whether readers of drawings could take it in again: neither beyond all measure nor next to nothing.
+  static bool isInRange(const ZnDbEntity& entity);
   void noteMade(ZnDbObjectId id) { made_.push_back(id); }
   std::vector<ZnDbObjectId> takeMade();
 
@@ -40,6 +52,7 @@ private:
   ZnDbDatabase& database_;
   const Console& console_;
   Saver saver_;
+  SpaceIndex index_;
   std::map<std::string, ZnDbObjectId> names_;
   std::vector<ZnDbObjectId> made_;
 };

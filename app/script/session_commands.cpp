@@ -17,7 +17,7 @@ bool walkHistory(ScriptSession& session, ScriptArguments& arguments,
   if (!arguments.count(count) || !arguments.end()) return false;
   for (int i = 0; i < count; ++i)
     if ((session.database().undoRecorder().*step)() != Quorl::eOk)
-      return arguments.fail(fmt::format("there is nothing to {}", verb));
+      return arguments.fail(fmt::format("there is nothing to {}", verb), "fewer steps");
   return true;
 }
 

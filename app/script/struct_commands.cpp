@@ -2,11 +2,11 @@
 #include <memory>
 
 #include "app/script/script_command.h"
+#include "app/variable_setting.h"
 #include "quorl/db/block_reference.h"
 #include "quorl/db/block_table.h"
 #include "quorl/db/layer_table.h"
 #include "quorl/ge/angles.h"
-#include "quorl/rx/variables_dictionary.h"
 
 namespace app {
 
@@ -115,14 +115,12 @@ bool insert(ScriptSession& session, ScriptArguments& arguments) {
   return arguments.check(session.append(reference.release()));
 }
 
-bool setVariable(ScriptSession&, ScriptArguments& arguments) {
+bool setVar(ScriptSession&, ScriptArguments& arguments) {
   std::string name, value;
   if (!arguments.text(name, "a variable's name") || !arguments.text(value, "its value") || !arguments.end())
     return false;
-  ZnString error;
-  const Quorl::ErrorStatus status =
-      ZnRxVariablesDictionary::get()->set(ZnString::fromUtf8(name).view(), ZnString::fromUtf8(value), error);
-  return status == Quorl::eOk || arguments.fail(error.trimRight(L". \r\n").utf8());
+  std::string why;
+  return app::setVariable(name, value, why) || arguments.fail(why);
 }
 
 constexpr ScriptCommand kCommands[] = {
@@ -130,7 +128,7 @@ constexpr ScriptCommand kCommands[] = {
      layer},
     {"BLOCK", "NAME BASE ENTITY...    makes a block of them", block},
     {"INSERT", "NAME x,y [SCALE [DEGREES]]", insert},
-    {"SETVAR", "NAME VALUE", setVariable},
+    {"SETVAR", "NAME VALUE", setVar},
 };
 
 } // namespace

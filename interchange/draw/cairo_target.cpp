@@ -2,10 +2,10 @@
 
 #include "interchange/draw/contour_measure.h"
 #include "interchange/draw/lettering_face.h"
+#include "interchange/tolerance.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace interchange {
 
@@ -53,12 +53,15 @@ void CairoTarget::area(const Contour& contour, const Ink& ink) {
   cairo_fill(cairo_);
 }
 
+// A touch of a round pen: as a small circle, whoever reads the picture would take it for a hole.
 void CairoTarget::dot(Point2 center, double diameter, const Ink& ink) {
   setInk(ink);
   const Point2 at = toPage_.apply(center);
-  cairo_new_sub_path(cairo_);
-  cairo_arc(cairo_, at.x, at.y, std::max(diameter, thinnest_) / 2, 0, 2 * std::numbers::pi);
-  cairo_fill(cairo_);
+  cairo_set_line_width(cairo_, std::max(diameter, thinnest_));
+  cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
+  cairo_move_to(cairo_, at.x - tolerance::kDotLength / 2, at.y);
+  cairo_line_to(cairo_, at.x + tolerance::kDotLength / 2, at.y);
+  cairo_stroke(cairo_);
 }
 
 void CairoTarget::lettering(const Lettering& lettering, const Ink& ink) {

@@ -29,7 +29,7 @@ struct PictureError {
   std::string what;
   std::string expected;
 
-  // "file: what; expected ..."
+  // "file: what, expected ..."
   std::string text() const;
 };
 

@@ -253,7 +253,7 @@ bool chooseSheet(const Job& job, Sheet& sheet) {
 
 std::string PictureError::text() const {
   std::string message = file.empty() ? what : file + ": " + what;
-  if (!expected.empty()) message += "; expected " + expected;
+  if (!expected.empty()) message += ", expected " + expected;
   return message;
 }
 

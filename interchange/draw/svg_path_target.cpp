@@ -2,12 +2,12 @@
 
 #include "interchange/draw/contour_measure.h"
 #include "interchange/draw/lettering_face.h"
+#include "interchange/tolerance.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <memory>
-#include <numbers>
 #include <utility>
 
 namespace interchange {
@@ -101,11 +101,12 @@ void SvgPathTarget::area(const Contour& contour, const Ink& ink) {
 }
 
 void SvgPathTarget::dot(Point2 center, double diameter, const Ink& ink) {
-  // The diameter is a paper size; in drawing units it depends on how the drawing lies on the source.
-  const double radius = std::max(diameter, kHairline) / 2 / unit_ / toUser_.meanScale();
-  EllipticArc circle{center, {radius, 0}, {0, radius}, 0, 2 * std::numbers::pi};
-  Contour contour{{Segment::ellipticArc(circle)}, true};
-  area(contour, ink);
+  // A touch of a round pen: as a small circle, whoever reads the document again would take it for a hole. The
+  // length is a paper size; in drawing units it depends on how the drawing lies on the source.
+  const Point2 half{tolerance::kDotLength / 2 / unit_ / toUser_.meanScale(), 0};
+  Ink pen = ink;
+  pen.width = diameter;
+  stroke({Contour{{Segment::line(center - half, center + half)}, false}}, pen, LineEnds::Round);
 }
 
 void SvgPathTarget::lettering(const Lettering& lettering, const Ink& ink) {

@@ -16,8 +16,10 @@ namespace {
 
 using std::numbers::pi;
 
-// Beyond this a bulge says little about its circle; the arc is cut in two.
-constexpr double kLargestBulgeSweep = 1.5 * pi;
+// Beyond this the chord is too short for a bulge to say where the circle lies; the arc is cut in two.
+constexpr double kLargestBulgeSweep = 1.9 * pi;
+// From here on the chord changes faster with the sweep than the numbers of the ends were rounded.
+constexpr double kShortChordSweep = 1.4 * pi;
 
 double positiveAngle(double angle) {
   const double turned = std::fmod(angle, 2 * pi);
@@ -90,9 +92,17 @@ Shape ellipseOf(const Piece& piece) {
   return ellipse;
 }
 
+// The sweep that keeps the radius as it was found, over a chord whose ends are rounded.
+double sweepOver(double chord, const Piece& piece) {
+  const double half = chord / (2 * piece.circle.radius);
+  if (std::abs(piece.sweep) < kShortChordSweep || !(half < 1)) return piece.sweep;
+  return std::copysign(2 * pi - 2 * std::asin(half), piece.sweep);
+}
+
 void appendArc(std::vector<Vertex>& vertices, const Piece& piece) {
   if (std::abs(piece.sweep) <= kLargestBulgeSweep) {
-    vertices.push_back({piece.start, std::tan(piece.sweep / 4)});
+    const double sweep = sweepOver(distance(piece.start, piece.end), piece);
+    vertices.push_back({piece.start, std::tan(sweep / 4)});
     return;
   }
   const double bulge = std::tan(piece.sweep / 8);

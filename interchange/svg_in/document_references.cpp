@@ -25,6 +25,25 @@ std::string_view hrefOf(const pugi::xml_node& node) {
 
 bool isViewport(std::string_view name) { return name == "symbol" || name == "svg"; }
 
+// What holds nothing but paths with an empty text, as fonts have for blanks, is meant to draw nothing.
+class EmptyOnPurpose : public pugi::xml_tree_walker {
+public:
+  bool for_each(pugi::xml_node& node) override {
+    if (node.type() != pugi::node_element) return true;
+    const pugi::xml_attribute data = node.attribute("d");
+    return node.first_child() || (data && trimmed(data.value()).empty());
+  }
+};
+
+bool isEmptyOnPurpose(pugi::xml_node node) {
+  EmptyOnPurpose walker;
+  return node.traverse(walker);
+}
+
+bool holdsId(const pugi::xml_node& node) {
+  return !node.find_node([](const pugi::xml_node& inner) { return !inner.attribute("id").empty(); }).empty();
+}
+
 } // namespace
 
 void DocumentWalker::visitUse(const pugi::xml_node& node, std::string_view name, const State& state) {
@@ -74,7 +93,10 @@ void DocumentWalker::placeReference(const pugi::xml_node& use, const pugi::xml_n
 
   const std::optional<std::size_t> block = blockFor(target, state);
   if (refusal_) return;
-  if (!block || scene_.blocks[*block].elements.empty()) return skip(use, "a reference that draws nothing");
+  if (!block || scene_.blocks[*block].elements.empty()) {
+    if (!isEmptyOnPurpose(target)) skip(use, "a reference that draws nothing");
+    return;
+  }
   const double size = blockSize_[*block];
   if (state.out == &scene_.elements) {
     pageSize_ += size;
@@ -143,14 +165,16 @@ void DocumentWalker::buildUnusedDefinitions(const State& base) {
     const pugi::xml_node definition = definitions_[i];
     if (referenced_.contains(definition.hash_value())) continue;
     if (std::string_view(definition.attribute("id").value()).empty()) {
-      skip(definition, "a definition without an id");
+      // A group may be there just to hold definitions together.
+      if (!holdsId(definition)) skip(definition, "a definition without an id");
       continue;
     }
     State state = base;
     state.inReference = true;
     state.depth = 1;
     const std::optional<std::size_t> block = blockFor(definition, state);
-    if (block && scene_.blocks[*block].elements.empty()) skip(definition, "a definition that draws nothing");
+    if (block && scene_.blocks[*block].elements.empty() && !isEmptyOnPurpose(definition))
+      skip(definition, "a definition that draws nothing");
   }
 }
 

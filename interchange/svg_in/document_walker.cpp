@@ -208,6 +208,8 @@ void DocumentWalker::visitPath(const pugi::xml_node& node, std::string_view name
     report(node, data.error->what + " at character " + std::to_string(data.error->position + 1),
            data.error->expected);
   if (data.contours.empty()) {
+    // The blanks of a font, which the reference to them judges.
+    if (state.inReference && text && trimmed(text.value()).empty()) return;
     skip(node, trimmed(text.value()).empty() ? "a path without data" : "a path that draws nothing");
     return;
   }
@@ -260,6 +262,7 @@ void DocumentWalker::visitDefinitions(const pugi::xml_node& node, std::string_vi
       visit(child, inner);
     } else if (drawable) {
       definitions_.push_back(child);
+      if (childName == "g" && child.attribute("id").empty()) visitDefinitions(child, childName, state);
     } else if (childName != "style" && childName != "title" && childName != "desc" &&
                childName != "metadata") {
       skipUndrawn(child, childName, state);

@@ -18,7 +18,7 @@ struct Error {
   std::string what;
   std::string expected;
 
-  // "file:line: what; expected ..."
+  // "file:line: what, expected ..."
   std::string text() const;
 };
 

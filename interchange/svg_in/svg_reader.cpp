@@ -44,7 +44,7 @@ std::string Error::text() const {
   std::string message = file;
   if (line > 0) message += ":" + std::to_string(line);
   message += ": " + what;
-  if (!expected.empty()) message += "; expected " + expected;
+  if (!expected.empty()) message += ", expected " + expected;
   return message;
 }
 

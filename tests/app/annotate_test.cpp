@@ -75,6 +75,22 @@ const ChoiceCase kChoices[] = {
      "<defs><g id='h'><circle r='2'/></g></defs><use href='#h' transform='translate(50 50) scale(2)'/>",
      "",
      {4}},
+    {"keyhole, its large round end drawn as curves",
+     "<path d='M39.55 27 C39.55 26.754 39.615 26.513 39.738 26.3 39.86 26.087 40.037 25.91 40.25 25.788 "
+     "40.463 "
+     "25.665 40.704 25.6 40.95 25.6 41.196 25.6 41.437 25.665 41.65 25.788 41.863 25.91 42.04 26.087 42.162 "
+     "26.3 "
+     "42.285 26.513 42.35 26.754 42.35 27 V30.087 A2.9 2.9 0 1 1 39.55 30.087 Z'/>",
+     "",
+     {1.4, 2.9}},
+    {"reliefs at corners, a tool's and a burnt loop",
+     "<path d='M20 20 H60 A2 2 0 1 1 62 22 V58 A1.4143 1.4143 0 0 1 60 60 H20 Z'/>",
+     "",
+     {}},
+    {"a notch, and a lug too large for a relief",
+     "<path d='M20 20 H40 A5 5 0 0 1 50 20 H80 A10 10 0 1 1 90 30 V60 H20 Z'/>",
+     "",
+     {5, 10}},
     {"no circle at all", "<line x1='0' y1='0' x2='50' y2='50'/>", "", {}},
 };
 
@@ -176,6 +192,7 @@ TEST(Annotate, ABadSettingIsTold) {
     const char* setting;
     const char* said;
   } const cases[] = {{"CENTEREXE=-1", "CENTEREXE"},
+                     {"CENTEREXE=1e308", "out of range, expected numbers from"},
                      {"NOSUCH=1", "NOSUCH"},
                      {"CENTEREXE", "NAME=VALUE"},
                      {"=1", "NAME=VALUE"}};

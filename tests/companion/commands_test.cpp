@@ -17,8 +17,9 @@ namespace {
 using Value = ZnRxCommandValue;
 
 const ZnString kModule = ZnString::fromUtf8(QUORL_BIN_DIR "/ZnDbTorvi.lyx");
-const wchar_t* const kNames[] = {L"CENTERMARK", L"REASSOCIATE", L"DISASSOCIATE", L"TORVI.ANNOTATE",
-                                 L"TORVI.REPORT"};
+const wchar_t* const kNames[] = {
+    L"CENTERMARK",     L"CENTERLINE",   L"EDGEEXTENSION", L"REASSOCIATE",        L"DISASSOCIATE",
+    L"TORVI.ANNOTATE", L"TORVI.REPORT", L"CENTERPATTERN", L"CENTERPATTERN.EDIT", L"CENTERPATTERN.PREVIEW"};
 
 struct CompanionCommands : testing::Test {
   void SetUp() override {
@@ -96,11 +97,19 @@ TEST_F(CompanionCommands, RefuseWhatMakesNoSenseAndChangeNothing) {
       {L"CENTERMARK", L"edges[]", emptyPath, Quorl::eInvalidInput},
       {L"CENTERMARK", L"edges[]", edge(line), Quorl::eInvalidInput},
       {L"CENTERMARK", L"edges[]", edge(point), Quorl::eInvalidInput},
+      {L"CENTERLINE", L"edges", none, Quorl::eNoInputEdges},
+      {L"CENTERLINE", L"edges[]", edge(line), Quorl::eInvalidInput}, // one is not enough
+      {L"EDGEEXTENSION", L"edges[]", edge(circle), Quorl::eInvalidInput},
       {L"REASSOCIATE", L"objects", none, Quorl::eNothingToDo},
       {L"REASSOCIATE", L"objects[]", circle, Quorl::eInvalidInput},
       {L"DISASSOCIATE", L"objects", none, Quorl::eNothingToDo},
       {L"DISASSOCIATE", L"objects[]", circle, Quorl::eInvalidInput},
       {L"DISASSOCIATE", L"objects[]", Value(7), Quorl::eInvalidInput},
+      {L"CENTERPATTERN", L"edges[]", edge(line), Quorl::eInvalidInput},
+      {L"CENTERPATTERN", L"type", L"round", Quorl::eInvalidInput},
+      {L"CENTERPATTERN", L"reference", edge(L"FFFF"), Quorl::eInvalidInput},
+      {L"CENTERPATTERN.EDIT", L"objects[]", circle, Quorl::eInvalidInput},
+      {L"CENTERPATTERN.PREVIEW", L"edges", none, Quorl::eNoInputEdges},
       {L"TORVI.ANNOTATE", L"minRadius", -1.0, Quorl::eInvalidInput},
       {L"TORVI.ANNOTATE", L"maxRadius", -1.0, Quorl::eInvalidInput},
       {L"TORVI.ANNOTATE", L"arcs", 361.0, Quorl::eInvalidInput},
@@ -135,7 +144,7 @@ TEST_F(CompanionCommands, AnnotateTellsItsProgress) {
     void progress(size_t done, size_t total) override { calls.emplace_back(done, total); }
     std::vector<std::pair<size_t, size_t>> calls;
   } context;
-  for (int i = 0; i < 3; ++i) add(new ZnDbCircle({20.0 * i, 0, 0}, ZnGeVector3d::kZAxis, 5));
+  for (int i = 0; i < 3; ++i) add(new ZnDbCircle({20.0 * i * i, 0, 0}, ZnGeVector3d::kZAxis, 5));
   ASSERT_EQ(run(L"TORVI.ANNOTATE", context), Quorl::eOk);
   EXPECT_EQ(context.result().at(L"created").items().size(), 3u);
   EXPECT_EQ(context.calls, (std::vector<std::pair<size_t, size_t>>{{1, 3}, {2, 3}, {3, 3}}));

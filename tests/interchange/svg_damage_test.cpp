@@ -186,7 +186,7 @@ TEST(SvgDamage, MissingFileIsRefused) {
   const SvgReadResult result = readSvgFile("/no/such/drawing.svg");
   ASSERT_TRUE(result.error);
   EXPECT_EQ(result.error->text(),
-            "/no/such/drawing.svg: the file cannot be read; expected a readable SVG file");
+            "/no/such/drawing.svg: the file cannot be read, expected a readable SVG file");
 }
 
 } // namespace

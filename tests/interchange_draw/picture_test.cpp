@@ -1,6 +1,7 @@
 // Pictures by their ink, their size and their bytes.
 #include "interchange/draw/picture_writer.h"
 #include "interchange/recognize/plane.h"
+#include "interchange/svg_in/svg_reader.h"
 
 #include "interchange_draw/picture_probe.h"
 #include "interchange_draw/small_drawing.h"
@@ -85,6 +86,19 @@ void fillDrawing(SmallDrawing& drawing) {
 }
 
 } // namespace
+
+// Letters with blanks, and dots of linetypes and points, which are no holes.
+TEST(Picture, svg_reads_back_with_nothing_passed_over) {
+  SmallDrawing drawing;
+  fillDrawing(drawing);
+  const SvgReadResult read = readSvgFile(drawn(drawing, pageOptions(), "picture.svg"), {});
+  ASSERT_FALSE(read.error) << read.error->text();
+  for (const Skipped& skipped : read.scene.skipped) ADD_FAILURE() << skipped.what << ": " << skipped.why;
+  for (const Error& problem : read.scene.problems) ADD_FAILURE() << problem.text();
+  const auto isCircle = [](const Element& element) { return std::holds_alternative<Circle>(element.shape); };
+  const std::vector<Element>& elements = read.scene.elements;
+  EXPECT_EQ(std::count_if(elements.begin(), elements.end(), isCircle), 3);
+}
 
 TEST(Picture, ink_lies_on_the_shapes) {
   struct Case {

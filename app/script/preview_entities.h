@@ -1,0 +1,27 @@
+// What a module's preview command tells, as entities that a picture can show.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "quorl/db/database.h"
+#include "quorl/db/entity.h"
+#include "quorl/rx/command_data.h"
+
+namespace app {
+
+// The entities are in no drawing. Layers and linetypes are the drawing's; what it does not have, since it
+// would be made with the object only, stands in a drawing of its own.
+class PreviewEntities {
+public:
+  PreviewEntities(const ZnDbDatabase& drawing, const ZnRxCommandValue& preview);
+  std::vector<const ZnDbEntity*> entities() const;
+
+private:
+  ZnDbObjectId linetype(const ZnDbDatabase& drawing, const ZnRxCommandValue& preview, const ZnString& name);
+
+  ZnDbDatabase scratch_;
+  std::vector<std::unique_ptr<ZnDbEntity>> held_;
+};
+
+} // namespace app

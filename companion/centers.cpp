@@ -1,0 +1,71 @@
+#include "companion/centers.h"
+
+#include <algorithm>
+
+#include "companion/concentric_groups.h"
+#include "torvi/core/action_body.h"
+#include "torvi/dbutils/lyx_utils.h"
+
+namespace companion {
+
+namespace {
+
+// A circle that could get a mark, or, without an edge, one that carries a mark.
+struct Candidate {
+  ZnGeCircArc3d curve;
+  const RoundEdge* edge = nullptr;
+};
+
+void sortOutermostFirst(std::vector<Candidate>& candidates) {
+  std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
+    if (a.curve.radius() != b.curve.radius()) return a.curve.radius() > b.curve.radius();
+    return a.curve.endAng() - a.curve.startAng() > b.curve.endAng() - b.curve.startAng();
+  });
+}
+
+} // namespace
+
+std::vector<Center> centersOf(const std::vector<const RoundEdge*>& edges,
+                              const std::vector<ZnGeCircArc3d>& marked) {
+  std::vector<Candidate> candidates;
+  for (const RoundEdge* edge : edges) candidates.push_back({edge->curve, edge});
+  for (const ZnGeCircArc3d& circle : marked) candidates.push_back({circle, nullptr});
+  sortOutermostFirst(candidates);
+  ConcentricGroups groups;
+  std::vector<Center> centers;
+  for (const Candidate& candidate : candidates) {
+    const auto index = static_cast<size_t>(groups.groupOf(candidate.curve));
+    if (index == centers.size()) centers.emplace_back();
+    if (candidate.edge)
+      centers[index].edges.push_back(candidate.edge);
+    else
+      centers[index].isMarked = true;
+  }
+  std::erase_if(centers, [](const Center& center) { return center.edges.empty(); });
+  // The edges stand in one array, which is in drawing order.
+  std::sort(centers.begin(), centers.end(),
+            [](const Center& a, const Center& b) { return std::less<>()(a.edges.front(), b.edges.front()); });
+  return centers;
+}
+
+std::vector<ZnGeCircArc3d> markedCircles(ZnDbObjectId space) {
+  std::vector<ZnGeCircArc3d> circles;
+  ZnDbHolder<ZnDbAssocNetwork> network(ZnDbAssocNetwork::getInstanceFromObject(space, false, true, L""));
+  if (!network.isOpen()) return circles;
+  for (const ZnDbObjectId actionId : network->getActions()) {
+    ZnDbHolder<ZnDbAssocAction> action(actionId);
+    if (!action.isOpen()) continue;
+    ZnDbHolder<ZnDbTorviActionBody> body(action->actionBody());
+    ZnArray<ZnDbEdgeRef> edges;
+    if (!body.isOpen() || body->centerObjectId().isErased() || body->getEdgeRefs(edges) != Quorl::eOk)
+      continue;
+    for (const ZnDbEdgeRef& edge : edges) {
+      const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
+      if (curve && curve->isKindOf(ZnGe::kCircArc3d))
+        circles.push_back(static_cast<const ZnGeCircArc3d&>(*curve));
+    }
+  }
+  return circles;
+}
+
+} // namespace companion

@@ -1,0 +1,42 @@
+#include "companion/command_arguments.h"
+
+#include "companion/object_naming.h"
+#include "torvi/core/object_wrapper.h"
+#include "torvi/dbutils/lyx_utils.h"
+
+using Quorl::ErrorStatus;
+
+namespace companion {
+
+ZnString statusText(ErrorStatus status) { return ZnString::fromUtf8(Quorl::errorStatusText(status)); }
+
+bool isRound(const ZnDbEdgeRef& edge) {
+  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
+  return curve && curve->isKindOf(ZnGe::kCircArc3d) &&
+         static_cast<const ZnGeCircArc3d&>(*curve).radius() > ZnGeContext::gTol.equalPoint();
+}
+
+ErrorStatus edgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
+                    std::vector<ZnDbFullSubentPath>& paths, const wchar_t* argument) {
+  const ZnRxCommandValue::Array& edges = context.arguments().at(argument).items();
+  if (edges.empty()) return context.fail(Quorl::eNoInputEdges, L"no edge is given");
+  for (const ZnRxCommandValue& edge : edges)
+    if (!edgeOf(database, edge, paths.emplace_back()))
+      return context.fail(Quorl::eInvalidInput, L"an edge is given that the drawing does not have");
+  return Quorl::eOk;
+}
+
+ErrorStatus centerObjectsOf(ZnRxCommandContext& context, ZnDbDatabase& database,
+                            std::vector<ZnDbObjectId>& objects) {
+  const ZnRxCommandValue::Array& handles = context.arguments().at(L"objects").items();
+  if (handles.empty()) return context.fail(Quorl::eNothingToDo, L"no center object is given");
+  for (const ZnRxCommandValue& handle : handles) {
+    const ZnDbObjectId id = objectOf(database, handle);
+    if (id.isNull() || !ZnDbTorviObjectWrapper(id).isCenterObject())
+      return context.fail(Quorl::eInvalidInput, ZnString(L"#") + handle.asString() + L" is no center object");
+    objects.push_back(id);
+  }
+  return Quorl::eOk;
+}
+
+} // namespace companion

@@ -1,0 +1,177 @@
+#include "companion/line_commands.h"
+
+#include <memory>
+
+#include "companion/command_arguments.h"
+#include "companion/commands.h"
+#include "companion/mark_commands.h"
+#include "torvi/core/object_wrapper.h"
+#include "torvi/core/tolerance.h"
+#include "torvi/dbutils/lyx_utils.h"
+
+using Quorl::ErrorStatus;
+
+namespace companion {
+
+namespace {
+
+constexpr size_t kEdges = 2;
+
+// The edges as the module takes them, with their shapes now.
+struct StraightEdges {
+  ZnArray<ZnDbEdgeRef> refs;
+  ZnGeLineSeg3d shapes[kEdges];
+};
+
+// What the two kinds differ in.
+struct Kind {
+  ZnDbTorviType type;
+  const wchar_t* needs;
+  // Why nothing can stand between the edges; null when something can.
+  const wchar_t* (*refusal)(const StraightEdges& edges);
+  ErrorStatus (*create)(const StraightEdges& edges, const ZnGePoint3d* picks, ZnDbObjectId& id,
+                        ZnDbDatabase& database);
+  ErrorStatus (*reassociate)(ZnDbObjectId id, const StraightEdges& edges, const ZnGePoint3d* picks);
+};
+
+bool areParallel(const StraightEdges& edges) {
+  return edges.shapes[0].isParallelTo(edges.shapes[1], centerLineTolerance());
+}
+
+bool meet(const StraightEdges& edges, ZnGePoint3d& crossing) {
+  return edges.shapes[0].intersectWith(edges.shapes[1], crossing, centerLineTolerance());
+}
+
+const wchar_t* refusalOfLine(const StraightEdges& edges) {
+  ZnGePoint3d crossing;
+  if (!areParallel(edges)) return meet(edges, crossing) ? nullptr : L"the edges do not lie in one plane";
+  const bool oneMiddle = edges.shapes[0].midPoint().isEqualTo(edges.shapes[1].midPoint());
+  return oneMiddle ? L"the edges lie one upon the other" : nullptr;
+}
+
+const wchar_t* refusalOfExtension(const StraightEdges& edges) {
+  if (areParallel(edges)) return L"the edges run side by side and never meet";
+  ZnGePoint3d crossing;
+  if (!meet(edges, crossing)) return L"the edges do not lie in one plane";
+  for (const ZnGeLineSeg3d& edge : edges.shapes)
+    if (edge.isOn(crossing)) return L"an edge reaches the crossing by itself";
+  return nullptr;
+}
+
+constexpr Kind kLineKind = {
+    kCenterLine, L"a center line needs two straight edges", refusalOfLine,
+    [](const StraightEdges& edges, const ZnGePoint3d* picks, ZnDbObjectId& id, ZnDbDatabase& database) {
+      return ZnTorviLyxUtils::createCenterLine(edges.refs, picks, id, &database);
+    },
+    [](ZnDbObjectId id, const StraightEdges& edges, const ZnGePoint3d* picks) {
+      return ZnTorviLyxUtils::reAssociateCenterLine(id, edges.refs, picks);
+    }};
+
+constexpr Kind kExtensionKind = {
+    kEdgeExtension, L"an edge extension needs two straight edges", refusalOfExtension,
+    [](const StraightEdges& edges, const ZnGePoint3d*, ZnDbObjectId& id, ZnDbDatabase& database) {
+      return ZnTorviLyxUtils::createEdgeExtension(edges.refs, id, &database);
+    },
+    [](ZnDbObjectId id, const StraightEdges& edges, const ZnGePoint3d*) {
+      return ZnTorviLyxUtils::reAssociateEdgeExtension(id, edges.refs);
+    }};
+
+const Kind* kindOf(ZnDbObjectId centerObject) {
+  const ZnDbTorviType type = ZnDbTorviObjectWrapper::getCenterType(centerObject);
+  for (const Kind* kind : {&kLineKind, &kExtensionKind})
+    if (kind->type == type) return kind;
+  return nullptr;
+}
+
+bool straightEdges(const std::vector<ZnDbFullSubentPath>& paths, StraightEdges& edges) {
+  if (paths.size() != kEdges) return false;
+  for (size_t i = 0; i < kEdges; ++i) {
+    ZnDbEdgeRef ref;
+    if (ZnTorviLyxUtils::createEdgeRef(paths[i], ref) != Quorl::eOk) return false;
+    const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(ref, false));
+    if (!curve || !curve->isKindOf(ZnGe::kLineSeg3d) || curve->isDegenerate()) return false;
+    edges.shapes[i] = static_cast<const ZnGeLineSeg3d&>(*curve);
+    edges.refs.append(ref);
+  }
+  return true;
+}
+
+// The work of creating and of reassociating, done whole or not at all. An object without id is to be made.
+ErrorStatus tie(const Kind& kind, ZnDbDatabase& database, const PickedEdges& picked, ZnDbObjectId& id,
+                ZnString& why) {
+  StraightEdges edges;
+  const bool straight = straightEdges(picked.paths, edges);
+  const wchar_t* refusal = straight ? kind.refusal(edges) : kind.needs;
+  if (refusal) {
+    why = refusal;
+    return Quorl::eInvalidInput;
+  }
+  ZnGePoint3d picks[kEdges];
+  for (size_t i = 0; i < kEdges; ++i)
+    picks[i] = i < picked.picks.size() && picked.picks[i] ? *picked.picks[i] : edges.shapes[i].midPoint();
+  ZnDbTransaction transaction(database);
+  ZnDbObjectId tied = id;
+  // What was told to follow again is no longer something that its user let go.
+  ErrorStatus status = id.isNull() ? kind.create(edges, picks, tied, database)
+                                   : ZnDbTorviObjectWrapper(id).setIsExplicitlyDeassociatived(false);
+  if (status == Quorl::eOk && !id.isNull()) status = kind.reassociate(id, edges, picks);
+  if (status == Quorl::eOk && hasEvaluationFailed(tied)) status = Quorl::eInvalidInput;
+  if (status == Quorl::eOk) status = transaction.end();
+  if (status == Quorl::eOk)
+    id = tied;
+  else
+    why = ZnString(L"nothing could be drawn between the edges (") + statusText(status) + L")";
+  return status;
+}
+
+ErrorStatus pickedEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database, PickedEdges& edges) {
+  if (const ErrorStatus status = edgesOf(context, database, edges.paths); status != Quorl::eOk) return status;
+  for (const ZnRxCommandValue& pick : context.arguments().at(L"picks").items()) {
+    const ZnRxCommandValue::Array& numbers = pick.items();
+    edges.picks.emplace_back();
+    if (numbers.size() == 3)
+      edges.picks.back() = ZnGePoint3d(numbers[0].asDouble(), numbers[1].asDouble(), numbers[2].asDouble());
+  }
+  return Quorl::eOk;
+}
+
+ErrorStatus make(const Kind& kind, ZnRxCommandContext& context) {
+  ZnDbDatabase* database = nullptr;
+  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  PickedEdges edges;
+  if (const ErrorStatus status = pickedEdgesOf(context, *database, edges); status != Quorl::eOk)
+    return status;
+  ZnDbObjectId id;
+  ZnString why;
+  if (const ErrorStatus status = tie(kind, *database, edges, id, why); status != Quorl::eOk)
+    return context.fail(status, why);
+  context.result()[L"created"].append(handleText(id.handle()));
+  return Quorl::eOk;
+}
+
+} // namespace
+
+ErrorStatus createLine(ZnDbDatabase& database, const PickedEdges& edges, ZnDbObjectId& lineId,
+                       ZnString& why) {
+  lineId.setNull();
+  return tie(kLineKind, database, edges, lineId, why);
+}
+
+ErrorStatus centerLine(ZnRxCommandContext& context) { return make(kLineKind, context); }
+
+ErrorStatus edgeExtension(ZnRxCommandContext& context) { return make(kExtensionKind, context); }
+
+bool isBetweenEdges(ZnDbObjectId centerObject) { return kindOf(centerObject) != nullptr; }
+
+ErrorStatus reassociateBetweenEdges(ZnRxCommandContext& context, ZnDbDatabase& database,
+                                    ZnDbObjectId centerObject) {
+  const Kind* kind = kindOf(centerObject);
+  if (!kind) return context.fail(Quorl::eWrongWrapperKind, L"the object does not stand between two edges");
+  PickedEdges edges;
+  if (const ErrorStatus status = pickedEdgesOf(context, database, edges); status != Quorl::eOk) return status;
+  ZnString why;
+  const ErrorStatus status = tie(*kind, database, edges, centerObject, why);
+  return status == Quorl::eOk ? status : context.fail(status, why);
+}
+
+} // namespace companion

@@ -1,0 +1,125 @@
+#include "companion/line_finds.h"
+
+#include <unordered_map>
+
+#include "companion/line_commands.h"
+#include "companion/object_naming.h"
+#include "torvi/core/action_body.h"
+#include "torvi/core/object_wrapper.h"
+#include "torvi/dbutils/lyx_utils.h"
+
+namespace companion {
+
+namespace {
+
+// An edge's name, the same for each who refers to it.
+std::wstring keyOf(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent) {
+  return std::wstring(pathText(entity).view()) + L':' + std::to_wstring(subent.index());
+}
+
+// The center lines of a space, by the edges that they stand between.
+class LinesThere {
+public:
+  explicit LinesThere(ZnDbObjectId space) {
+    ZnDbHolder<ZnDbAssocNetwork> network(ZnDbAssocNetwork::getInstanceFromObject(space, false, true, L""));
+    if (!network.isOpen()) return;
+    for (const ZnDbObjectId actionId : network->getActions()) {
+      ZnDbHolder<ZnDbAssocAction> action(actionId);
+      if (!action.isOpen() ||
+          ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterLine)
+        continue;
+      ZnDbHolder<ZnDbTorviActionBody> body(action->actionBody());
+      ZnArray<ZnDbEdgeRef> edges;
+      if (!body.isOpen() || body->centerObjectId().isErased() || body->getEdgeRefs(edges) != Quorl::eOk)
+        continue;
+      for (const ZnDbEdgeRef& edge : edges)
+        lines_[keyOf(edge.entity(), edge.subentId())].push_back(body->centerObjectId());
+    }
+  }
+
+  // The line that stands between both edges; null for none.
+  ZnDbObjectId between(const ZnDbFullSubentPath& one, const ZnDbFullSubentPath& other) const {
+    for (const ZnDbObjectId id : of(one))
+      for (const ZnDbObjectId same : of(other))
+        if (id == same) return id;
+    return {};
+  }
+
+private:
+  std::vector<ZnDbObjectId> of(const ZnDbFullSubentPath& path) const {
+    const auto found = lines_.find(keyOf(ZnDbCompoundObjectId(path), path.subentId()));
+    return found == lines_.end() ? std::vector<ZnDbObjectId>() : found->second;
+  }
+
+  std::unordered_map<std::wstring, std::vector<ZnDbObjectId>> lines_;
+};
+
+ZnRxCommandValue edgeEntry(const ZnDbFullSubentPath& path) {
+  ZnRxCommandValue entry = ZnRxCommandValue::object();
+  entry[L"edge"] = pathText(ZnDbCompoundObjectId(path));
+  entry[L"index"] = path.subentId().index();
+  return entry;
+}
+
+// The entry of a find, with its line, which is made where it is not there.
+ZnRxCommandValue entryOf(ZnRxCommandContext& context, ZnDbDatabase& database, const LinesThere& there,
+                         const ZnDbFullSubentPath& one, const ZnDbFullSubentPath& other) {
+  ZnRxCommandValue entry = ZnRxCommandValue::object();
+  ZnDbObjectId line = there.between(one, other);
+  entry[L"isNew"] = line.isNull();
+  ZnString why;
+  if (line.isNull()) {
+    if (createLine(database, {{one, other}, {}}, line, why) == Quorl::eOk) {
+      context.result()[L"created"].append(handleText(line.handle()));
+    } else {
+      ZnRxCommandValue& failure = context.result()[L"failures"].append(ZnRxCommandValue::object());
+      failure[L"what"] = L"center line";
+      failure[L"edge"] = pathText(ZnDbCompoundObjectId(one));
+      failure[L"why"] = why;
+    }
+  }
+  entry[L"handle"] = line.isNull() ? ZnRxCommandValue() : ZnRxCommandValue(handleText(line.handle()));
+  for (const ZnDbFullSubentPath& path : {one, other}) entry[L"edges"].append(edgeEntry(path));
+  return entry;
+}
+
+} // namespace
+
+LineFinds::LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space,
+                     const std::vector<RoundEdge>& round, double minRadius, double maxRadius)
+    : space_(space)
+    , round_(round) {
+  const bool wantsSlots = context.arguments().at(L"centerLines").asBool();
+  const bool wantsStrips = context.arguments().at(L"strips").asBool();
+  if (wantsSlots || wantsStrips) straight_ = visibleStraightEdges(space);
+  if (wantsStrips) strips_ = findStrips(straight_, round);
+  if (wantsSlots) slots_ = findSlots(straight_, round);
+  std::erase_if(slots_, [&](const Slot& slot) { return slot.radius < minRadius || slot.radius > maxRadius; });
+  for (const Slot& slot : slots_)
+    for (const SlotEnd& end : slot.ends) slotEnds_.insert(&round_[static_cast<size_t>(end.arcs.front())]);
+}
+
+void LineFinds::make(ZnRxCommandContext& context, ZnDbDatabase& database) const {
+  const LinesThere there(space_);
+  const auto sideOf = [this](int side) -> const ZnDbFullSubentPath& {
+    return straight_[static_cast<size_t>(side)].path;
+  };
+  context.result()[L"slots"] = ZnRxCommandValue::array();
+  for (const Slot& slot : slots_) {
+    ZnRxCommandValue entry = entryOf(context, database, there, sideOf(slot.sides[0]), sideOf(slot.sides[1]));
+    for (const SlotEnd& end : slot.ends)
+      for (const int arc : end.arcs) entry[L"ends"].append(edgeEntry(round_[static_cast<size_t>(arc)].path));
+    entry[L"evidence"] = ZnString().format(L"two sides of %.6g joined by half circles of radius %.6g",
+                                           slot.length, slot.radius);
+    context.result()[L"slots"].append(entry);
+  }
+  context.result()[L"strips"] = ZnRxCommandValue::array();
+  for (const Strip& strip : strips_) {
+    ZnRxCommandValue entry =
+        entryOf(context, database, there, sideOf(strip.sides[0]), sideOf(strip.sides[1]));
+    entry[L"evidence"] = ZnString().format(L"a bare rectangle of %.6g by %.6g", strip.length, strip.width);
+    context.result()[L"strips"].append(entry);
+  }
+}
+
+} // namespace companion

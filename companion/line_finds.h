@@ -1,0 +1,37 @@
+// The part of TORVI.ANNOTATE that deals with center lines: slots, and strips.
+#pragma once
+
+#include <unordered_set>
+
+#include "companion/slots.h"
+#include "companion/strips.h"
+#include "torvi/host/commands.h"
+
+namespace companion {
+
+class LineFinds {
+public:
+  // Looks for what the arguments "centerLines" (slots) and "strips" ask for; for nothing without them. Slots
+  // whose ends are outside the limits of radius are passed over. The round edges outlive this.
+  LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space, const std::vector<RoundEdge>& round,
+            double minRadius, double maxRadius);
+
+  // Whether the edge, one of the given ones, stands for the end of a slot: it is to have a mark whatever its
+  // span.
+  bool isSlotEnd(const RoundEdge& edge) const { return slotEnds_.count(&edge) != 0; }
+
+  // Makes the center lines that are not there yet. Adds to the results "created" and "failures", and sets
+  // "slots" and "strips", each with "handle" of its line, "isNew", "edges", each with "edge" and "index", and
+  // "evidence"; slots also "ends".
+  void make(ZnRxCommandContext& context, ZnDbDatabase& database) const;
+
+private:
+  ZnDbObjectId space_;
+  const std::vector<RoundEdge>& round_;
+  std::vector<StraightEdge> straight_;
+  std::vector<Slot> slots_;
+  std::vector<Strip> strips_;
+  std::unordered_set<const RoundEdge*> slotEnds_;
+};
+
+} // namespace companion
