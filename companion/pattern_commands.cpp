@@ -19,7 +19,8 @@ using Pattern = ZnDbCenterMarkPatternObjectWrapper;
 
 ZnString edgeName(const ZnDbEdgeRef& edge) { return ZnString(L"#") + pathText(edge.entity()); }
 
-// Tells which edges stand beside the center line; a ring refuses them, since they would get no mark.
+// Tells which edges stand beside the center line. A ring of one hole is refused: a reference about another
+// center leaves no more of it.
 ErrorStatus tellOutside(ZnRxCommandContext& context, const Pattern& pattern) {
   ZnRxCommandValue outside = ZnRxCommandValue::array();
   ZnArray<ZnDbEdgeRef> edges;
@@ -30,12 +31,14 @@ ErrorStatus tellOutside(ZnRxCommandContext& context, const Pattern& pattern) {
   if (!keys.isEmpty()) ZnDbCenterMarkPatternActionBody::getEdgeIndicesOnCenterLine(keys.first(), members);
   for (int i = 0; i < edges.length() && !members.isEmpty(); ++i) {
     if (edges[i].isEmpty() || members.contains(i)) continue;
-    if (pattern.getCenterPatternType() == kCenterPatternPolar)
-      return context.fail(Quorl::eInvalidInput, edgeName(edges[i]) + L" does not lie on the pattern's ring");
     outside.append(pathText(edges[i].entity()));
   }
   context.result()[L"outside"] = outside;
-  return Quorl::eOk;
+  const bool isRing = pattern.getCenterPatternType() == kCenterPatternPolar;
+  context.result()[L"ring"] = isRing;
+  return isRing && members.length() < 2
+             ? context.fail(Quorl::eInvalidInput, L"the circles do not lie on one ring")
+             : Quorl::eOk;
 }
 
 // One pattern, and nothing else, in "objects".
@@ -144,9 +147,10 @@ ErrorStatus PatternEdit::write() {
   // A pattern that was given edges again is no longer one that its user let go.
   if (status == Quorl::eOk && !added_.isEmpty()) status = pattern_.setIsExplicitlyDeassociatived(false);
   if (status == Quorl::eOk && hasEvaluationFailed(id_)) status = Quorl::eInvalidInput;
-  if (status == Quorl::eOk) return tellOutside(context_, pattern_);
-  return context_.fail(status,
-                       ZnString(L"the circles make no such pattern any more (") + statusText(status) + L")");
+  if (status != Quorl::eOk)
+    return context_.fail(status, ZnString(L"the circles make no such pattern any more (") +
+                                     statusText(status) + L")");
+  return tellOutside(context_, pattern_);
 }
 
 ErrorStatus PatternEdit::run() {
@@ -185,8 +189,7 @@ ErrorStatus centerPattern(ZnRxCommandContext& context) {
   if (status == Quorl::eOk && hasEvaluationFailed(id)) status = Quorl::eInvalidInput;
   if (status != Quorl::eOk)
     return context.fail(status, ZnString(L"the pattern could not be made (") + statusText(status) + L")");
-  status = tellOutside(context, Pattern(id));
-  if (status != Quorl::eOk) return status;
+  if (status = tellOutside(context, Pattern(id)); status != Quorl::eOk) return status;
   ZnRxCommandValue created = ZnRxCommandValue::array();
   created.append(handleText(id.handle()));
   context.result()[L"created"] = created;

@@ -6,14 +6,14 @@
 namespace companion {
 
 // Arguments: "edges" and those of pattern_options.h. Result: "created", the pattern's handle; "added", how
-// many edges auto fill gave; "outside", the edges of a linear pattern that have a mark but stand beside its
-// center line. A circle beside a ring, which would get no mark, is refused. The pattern is made, or nothing.
+// many edges auto fill gave; "outside", the edges that stand beside its center line: those of a row have a mark
+// all the same, those of a ring none; "ring", whether it is one. The pattern is made, or nothing.
 Quorl::ErrorStatus centerPattern(ZnRxCommandContext& context);
 
 // Arguments: "objects", one handle of a pattern; "clear", which takes all edges away; "remove" and "add",
 // edges; those of pattern_options.h but "type", which a pattern keeps; "overshoots", each with "key", "start"
 // and "end", the key being the center line's as the pattern has it now. Taking edges away suspends auto fill,
-// which would bring them back. Result: "added" and "outside" as above. All is changed, or nothing.
+// which would bring them back. Result: "added", "outside" and "ring" as above. All is changed, or nothing.
 Quorl::ErrorStatus centerPatternEdit(ZnRxCommandContext& context);
 
 // Arguments: those of CENTERPATTERN, and "cursor", the point that the next pick might be. Result: "added";

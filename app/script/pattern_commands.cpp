@@ -67,9 +67,11 @@ bool takeOption(ScriptArguments& arguments, CommandCall& call, bool& taken) {
 void noteOutcome(ScriptSession& session, const CommandCall& call) {
   if (const std::int64_t added = call.result().at(L"added").asInt(); added > 0)
     session.console().note(fmt::format("auto fill added {} {}", added, added == 1 ? "edge" : "edges"));
+  const char* what = call.result().at(L"ring").asBool()
+                         ? "does not lie on the ring: it has no mark in this pattern"
+                         : "stands beside the row: it has a mark, but no center line";
   for (const ZnRxCommandValue& edge : call.result().at(L"outside").items())
-    session.console().note(
-        fmt::format("#{} stands beside the row: it has a mark, but no center line", edge.asString().utf8()));
+    session.console().note(fmt::format("#{} {}", edge.asString().utf8(), what));
 }
 
 bool make(ScriptSession& session, ScriptArguments& arguments) {
