@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "companion/mark_commands.h"
 #include "companion/object_naming.h"
 #include "companion/tolerance.h"
+#include "companion/visible_entities.h"
 #include "companion/visible_outlines.h"
 #include "torvi/dbutils/lyx_utils.h"
 #include "torvi/pattern/builder.h"
@@ -89,16 +91,33 @@ std::vector<ZnGePoint2d> exactPlaces(const FoundPattern& found, const std::vecto
   return exact;
 }
 
-// Moves all that stands about the center; false when some of it is not the drawing's own circle (the edge of
-// a polyline, or of a block) and has to stay.
+// How many edges the block shows, counted through the references in it.
+int edgeCountOf(ZnDbObjectId blockId) {
+  int count = 0;
+  visitVisibleEntities(blockId, [&count](const VisibleEntity& visible) {
+    ZnArray<ZnDbSubentId> edges;
+    visible.entity.getSubentIds(ZnDb::kEdgeSubentType, edges);
+    count += std::max(edges.length(), 1);
+  });
+  return count;
+}
+
+// Whether moving the object moves nothing but these edges of it: it is a circle or an arc, or a reference to
+// a block that holds the hole alone.
+bool isHoleAlone(const ZnDbEntity& entity, int edgesOfHole) {
+  if (const auto* reference = ZnDbBlockReference::cast(&entity))
+    return edgeCountOf(reference->blockTableRecord()) == edgesOfHole;
+  return ZnDbCircle::cast(&entity) || ZnDbArc::cast(&entity);
+}
+
+// Moves all that stands about the center; false when some of it belongs to more (a polyline, the block of a
+// whole part) and has to stay.
 bool moveCenter(const Center& center, const ZnGeVector2d& by) {
-  for (const RoundEdge* edge : center.edges) {
-    const ZnArray<ZnDbObjectId>& path = edge->path.objectIds();
-    if (path.length() != 1) return false;
+  std::map<ZnDbObjectId, int> edgesOf; // of each object of the space
+  for (const RoundEdge* edge : center.edges) ++edgesOf[edge->path.objectIds().first()];
+  for (const auto& [id, count] : edgesOf) {
     ZnDbHolder<ZnDbEntity> entity;
-    if (entity.openForWrite(path[0]) != Quorl::eOk ||
-        !(ZnDbCircle::cast(entity.object()) || ZnDbArc::cast(entity.object())))
-      return false;
+    if (entity.openForWrite(id) != Quorl::eOk || !isHoleAlone(*entity, count)) return false;
     if (entity->transformBy(ZnGeMatrix3d::translation({by.x, by.y, 0.0})) != Quorl::eOk) return false;
   }
   return true;

@@ -123,7 +123,7 @@ const CommandLineCase kCases[] = {
      {"\"centers\": []", "\"ZnDbCircle\": 7", "\"deviation\""},
      {},
      {}},
-    {"notes", "quorl annotate plate.svg -o a.bdoc", 0, {"plate.svg: 13 center marks"}, {}, {"a.bdoc"}},
+    {"notes", "quorl annotate plate.svg -o a.bdoc", 0, {"plate.svg: 7 center marks and 1 center mark pattern"}, {}, {"a.bdoc"}},
     {"lengths without unit",
      "quorl annotate bare.svg -o a.bdoc",
      0,

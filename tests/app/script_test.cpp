@@ -187,7 +187,12 @@ TEST(Script, ExamplesWork) {
       folder.run("quorl run $EXAMPLES/move-a-hole.quorl plate.bdoc -o moved.bdoc -o moved.svg");
   EXPECT_EQ(moved.exitCode, 0) << moved.err;
   EXPECT_TRUE(holdsAll(folder.run("quorl report moved.bdoc").out,
-                       {"center 121,60  radius 4\n", "center 62,91.177  radius 8\n"}));
+                       {"center 124,92  radius 2.5", "CENTERMARKPATTERN follows"}));
+  const ProgramRun sheet = folder.run("quorl run $EXAMPLES/pattern-sheet.quorl -o sheet.bdoc");
+  EXPECT_EQ(sheet.exitCode, 0) << sheet.err;
+  EXPECT_TRUE(holdsAll(folder.run("quorl report sheet.bdoc").out, {"center objects: 15"}));
+  EXPECT_TRUE(holdsAll(folder.run("quorl annotate $EXAMPLES/sheet-of-parts.svg -o parts.bdoc").out,
+                       {"14 center marks and 8 center mark patterns"}));
 }
 
 } // namespace
