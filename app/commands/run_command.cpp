@@ -65,15 +65,16 @@ int run(const RunOptions& options, const Console& console) {
   return kFailed;
 }
 
-constexpr const char* kExamples = "Examples:\n"
-                                  "  quorl run make-plate.quorl -o plate.bdoc -o plate.pdf\n"
-                                  "  quorl run move-a-hole.quorl plate.bdoc -o moved.bdoc\n"
-                                  "  quorl run move-a-hole.quorl plate.bdoc -o plate.bdoc   # in place\n"
-                                  "\nA script has one command a line; \"#\" begins a comment. Points are "
-                                  "x,y; angles are in degrees. Entities are\n"
-                                  "named by #handle, by a name that AS gave (CIRCLE 10,10 4 AS hole), or by "
-                                  "a point, for the nearest edge.\n"
-                                  "A line that fails stops the script, and nothing is saved.\n\nCommands:\n";
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  quorl run make-plate.quorl -o plate.bdoc -o plate.pdf\n"
+    "  quorl run move-a-hole.quorl plate.bdoc -o moved.bdoc\n"
+    "  quorl run move-a-hole.quorl plate.bdoc -o plate.bdoc   # in place\n"
+    "\nA script has one command a line; \"#\" begins a comment. Points are "
+    "x,y; angles are in degrees. Entities are\n"
+    "named by #handle, by a name that AS gave (CIRCLE 10,10 4 AS hole), or by "
+    "a point, for the nearest edge;\nan edge that a viewport shows is view/name.\n"
+    "A line that fails stops the script, and nothing is saved.\n\nCommands:\n";
 
 } // namespace
 

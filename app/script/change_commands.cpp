@@ -2,6 +2,8 @@
 #include "app/script/script_command.h"
 #include "quorl/db/entity.h"
 #include "quorl/db/id_mapping.h"
+#include "quorl/db/line.h"
+#include "quorl/db/polyline.h"
 #include "quorl/ge/angles.h"
 #include "quorl/ge/plane.h"
 
@@ -59,6 +61,44 @@ bool mirror(ScriptSession&, ScriptArguments& arguments) {
   return transform(arguments, ids, ZnGeMatrix3d::mirroring(ZnGePlane(first, normal)));
 }
 
+Quorl::ErrorStatus moveVertex(ZnDbLine& line, const ZnGePoint3d& from, const ZnGePoint3d& to) {
+  return from.distanceTo(line.startPoint()) <= from.distanceTo(line.endPoint()) ? line.setStartPoint(to)
+                                                                                : line.setEndPoint(to);
+}
+
+// Vertices stand in the polyline's own plane; one that is turned out of the drawing's is not stretched.
+Quorl::ErrorStatus moveVertex(ZnDbPolyline& polyline, const ZnGePoint3d& from, const ZnGePoint3d& to) {
+  if (!polyline.normal().isEqualTo(ZnGeVector3d::kZAxis)) return Quorl::eNotProvided;
+  int nearest = 0;
+  double least = 0.0;
+  for (int i = 0; i < polyline.numVerts(); ++i) {
+    ZnGePoint3d vertex;
+    polyline.getPointAt(i, vertex);
+    const double distance = vertex.distanceTo(from);
+    if (i == 0 || distance < least) nearest = i, least = distance;
+  }
+  return polyline.setPointAt(nearest, {to.x, to.y});
+}
+
+// Also down to a point: what follows such a line has to live with it.
+bool stretch(ScriptSession&, ScriptArguments& arguments) {
+  ZnDbObjectId id;
+  ZnGePoint3d from, to;
+  if (!arguments.entity(id) || !arguments.point(from, "the vertex x,y") ||
+      !arguments.point(to, "its new place x,y") || !arguments.end())
+    return false;
+  ZnDbHolder<ZnDbEntity> entity;
+  Quorl::ErrorStatus status = entity.openForWrite(id);
+  if (status != Quorl::eOk) return arguments.fail(status, describeEntity(id));
+  if (auto* line = ZnDbLine::cast(entity.object()))
+    status = moveVertex(*line, from, to);
+  else if (auto* polyline = ZnDbPolyline::cast(entity.object()))
+    status = moveVertex(*polyline, from, to);
+  else
+    return arguments.fail(describeEntity(id) + " has no vertices to move", "a line or a polyline");
+  return arguments.check(status, describeEntity(id));
+}
+
 bool copy(ScriptSession& session, ScriptArguments& arguments) {
   std::vector<ZnDbObjectId> ids;
   ZnGePoint3d by;
@@ -97,6 +137,8 @@ constexpr ScriptCommand kCommands[] = {
     {"ROTATE", "ENTITY... CENTER DEGREES", rotate},
     {"SCALE", "ENTITY... CENTER FACTOR", scale},
     {"MIRROR", "ENTITY... x,y x,y    across the line through two points", mirror},
+    {"STRETCH", "ENTITY x,y x,y    moves the vertex of a line or polyline nearest to the first point",
+     stretch},
     {"COPY", "ENTITY... dx,dy", copy},
     {"ERASE", "ENTITY...", erase},
 };

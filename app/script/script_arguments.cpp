@@ -10,6 +10,7 @@
 #include "app/tolerance.h"
 #include "quorl/db/block_reference.h"
 #include "quorl/db/entity.h"
+#include "quorl/db/viewport.h"
 
 namespace app {
 
@@ -214,8 +215,26 @@ bool ScriptArguments::pickedEdge(ZnDbFullSubentPath& path, ZnGePoint3d& pick, bo
 bool ScriptArguments::edgeOf(const ScriptWord& word, ZnDbFullSubentPath& path) {
   ZnGePoint3d point;
   if (readScriptPoint(word.text, point)) return pick(point, Pick::kDrawnOnly, path);
+  const size_t slash = word.quoted ? std::string::npos : word.text.find('/');
+  if (slash != std::string::npos) return edgeInViewport(word, slash, path);
   ZnDbObjectId id;
-  if (!existing(word, id)) return false;
+  return existing(word, id) && onlyEdgeOf(id, path);
+}
+
+// "view/name": an edge of the model as it is seen in a viewport of the current space.
+bool ScriptArguments::edgeInViewport(const ScriptWord& word, size_t slash, ZnDbFullSubentPath& path) {
+  ZnDbObjectId view, id;
+  if (!existing({word.text.substr(0, slash)}, view) || !existing({word.text.substr(slash + 1)}, id))
+    return false;
+  if (!view.isDerivedFrom(ZnDbViewport::desc())) return fail(describeEntity(view) + " is no viewport", kEdge);
+  if (!onlyEdgeOf(id, path)) return false;
+  ZnArray<ZnDbObjectId> ids{view};
+  ids.append(id);
+  path = ZnDbFullSubentPath(ids, path.subentId());
+  return true;
+}
+
+bool ScriptArguments::onlyEdgeOf(ZnDbObjectId id, ZnDbFullSubentPath& path) {
   ZnArray<ZnDbSubentId> edges;
   ZnDbHolder<ZnDbEntity> entity(id);
   if (entity.isOpen()) entity->getSubentIds(ZnDb::kEdgeSubentType, edges);

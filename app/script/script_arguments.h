@@ -33,7 +33,8 @@ public:
   bool entity(ZnDbObjectId& id, Pick pick = Pick::kDrawnFirst);
   // At least one, each once, up to the last words, which are left.
   bool entities(std::vector<ZnDbObjectId>& ids, size_t wordsAfter = 0, Pick pick = Pick::kDrawnFirst);
-  // One edge: an entity that has just one, or a point, for the nearest one that is not generated.
+  // One edge: an entity that has just one, also as "view/name" through a viewport, or a point, for the
+  // nearest one that is not generated.
   bool edge(ZnDbFullSubentPath& path);
 
   // As edge, and the point at which it is picked: the one that gives the edge, or that of "name@x,y".
@@ -54,6 +55,8 @@ private:
   const ScriptWord* take(const char* what);
   bool existing(const ScriptWord& word, ZnDbObjectId& id);
   bool edgeOf(const ScriptWord& word, ZnDbFullSubentPath& path);
+  bool edgeInViewport(const ScriptWord& word, size_t slash, ZnDbFullSubentPath& path);
+  bool onlyEdgeOf(ZnDbObjectId id, ZnDbFullSubentPath& path);
   bool pick(const ZnGePoint3d& point, Pick pick, ZnDbFullSubentPath& path);
 
   const ScriptLine& line_;

@@ -6,6 +6,7 @@
 #include "quorl/db/block_reference.h"
 #include "quorl/db/block_table.h"
 #include "quorl/db/layer_table.h"
+#include "quorl/db/viewport.h"
 #include "quorl/ge/angles.h"
 
 namespace app {
@@ -115,6 +116,37 @@ bool insert(ScriptSession& session, ScriptArguments& arguments) {
   return arguments.check(session.append(reference.release()));
 }
 
+// What is drawn and picked from here on.
+bool space(ScriptSession& session, ScriptArguments& arguments) {
+  ZnDbDatabase& database = session.database();
+  if (arguments.keyword("MODEL"))
+    return arguments.end() && arguments.check(database.setCurrentSpaceId(database.modelSpaceId()));
+  if (arguments.keyword("PAPER"))
+    return arguments.end() && arguments.check(database.setCurrentSpaceId(database.paperSpaceId()));
+  return arguments.failAtNext("MODEL or PAPER");
+}
+
+bool viewport(ScriptSession& session, ScriptArguments& arguments) {
+  ZnGePoint3d center, viewCenter;
+  double width = 0.0, height = 0.0, scale = 1.0, degrees = 0.0;
+  if (!arguments.point(center, "the window's center x,y") || !arguments.positive(width, "its width") ||
+      !arguments.positive(height, "its height") ||
+      !arguments.point(viewCenter, "the point of the model in it") || !arguments.positive(scale, "its scale"))
+    return false;
+  if (arguments.left() > 0 && !arguments.number(degrees, "the angle in degrees")) return false;
+  if (!arguments.end()) return false;
+  if (session.database().currentSpaceId() != session.database().paperSpaceId())
+    return arguments.fail("a viewport stands in paper space", "SPACE PAPER before it");
+  auto window = std::make_unique<ZnDbViewport>();
+  Quorl::ErrorStatus status = window->setCenterPoint(center);
+  if (status == Quorl::eOk) status = window->setWidth(width);
+  if (status == Quorl::eOk) status = window->setHeight(height);
+  if (status == Quorl::eOk) status = window->setViewCenter({viewCenter.x, viewCenter.y});
+  if (status == Quorl::eOk) status = window->setCustomScale(scale);
+  if (status == Quorl::eOk) status = window->setTwistAngle(degrees / 180.0 * ZnGe::kPi);
+  return arguments.check(status) && arguments.check(session.append(window.release()));
+}
+
 bool setVar(ScriptSession&, ScriptArguments& arguments) {
   std::string name, value;
   if (!arguments.text(name, "a variable's name") || !arguments.text(value, "its value") || !arguments.end())
@@ -128,6 +160,8 @@ constexpr ScriptCommand kCommands[] = {
      layer},
     {"BLOCK", "NAME BASE ENTITY...    makes a block of them", block},
     {"INSERT", "NAME x,y [SCALE [DEGREES]]", insert},
+    {"SPACE", "MODEL|PAPER", space},
+    {"VIEWPORT", "CENTER WIDTH HEIGHT MODELPOINT SCALE [DEGREES]    in paper space", viewport},
     {"SETVAR", "NAME VALUE", setVar},
 };
 

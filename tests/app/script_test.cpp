@@ -57,6 +57,10 @@ const FaultCase kFaults[] = {
      "ZnDbCircle: it is on a locked layer, expected one on"},
     {"unknown layer state", "LAYER A SHUT\n", 1, "LAYER: \"SHUT\", expected ON, OFF"},
     {"name with a bracket", "LAYER a<b\n", 1, "LAYER: layer \"a<b\": the name has characters"},
+    {"stretched circle", "CIRCLE 0,0 5 AS c\nSTRETCH c 5,0 6,0\n", 2, "ZnDbCircle has no vertices to move"},
+    {"unknown space", "SPACE OUTER\n", 1, "SPACE: \"OUTER\", expected MODEL or PAPER"},
+    {"viewport in the model", "VIEWPORT 0,0 9 9 0,0 1\n", 1, "VIEWPORT: a viewport stands in paper space"},
+    {"edge through no viewport", "CIRCLE 0,0 5 AS c\nCENTERMARK c/c\n", 2, "ZnDbCircle is no viewport"},
     {"unknown block", "INSERT b 0,0\n", 1, "INSERT: there is no block \"b\""},
     {"block of that name", "CIRCLE 0,0 5 AS c\nCIRCLE 9,0 5 AS d\nBLOCK b 0,0 c\nBLOCK b 0,0 d\n", 4,
      "BLOCK: block \"b\": the name is taken"},
@@ -117,6 +121,8 @@ const ListCase kLists[] = {
     {"flat bulge", "POLYLINE 0,0 BULGE 1e-300 10,0", {"from 0,0 to 10,0"}},
     {"rotate", "LINE 0,0 10,0 AS l\nROTATE l 0,0 90", {"from 0,0 to 0,10"}},
     {"scale", "CIRCLE 2,0 1 AS c\nSCALE c 0,0 3", {"from 3,-3 to 9,3"}},
+    {"stretched line", "LINE 0,0 9,0 AS l\nSTRETCH l 8,1 9,4\n", {"from 0,0 to 9,4"}},
+    {"stretched polyline", "POLYLINE 0,0 9,0 9,9 AS p\nSTRETCH p 9,9 2,12\n", {"from 0,0 to 9,12"}},
     {"mirror", "CIRCLE 2,1 1 AS c\nMIRROR c 0,0 0,9", {"from -3,0 to -1,2"}},
     {"copy", "CIRCLE 0,0 1 AS c\nCOPY c 10,0 AS d\nMOVE d 0,10", {"from -1,-1 to 1,1", "from 9,9 to 11,11"}},
     {"undo and redo", "CIRCLE 0,0 1\nCIRCLE 9,0 1\nUNDO 2\nREDO", {"from -1,-1 to 1,1"}},
@@ -191,6 +197,8 @@ TEST(Script, ExamplesWork) {
   const ProgramRun sheet = folder.run("quorl run $EXAMPLES/pattern-sheet.quorl -o sheet.bdoc");
   EXPECT_EQ(sheet.exitCode, 0) << sheet.err;
   EXPECT_TRUE(holdsAll(folder.run("quorl report sheet.bdoc").out, {"center objects: 15"}));
+  ASSERT_EQ(folder.run("quorl run $EXAMPLES/center-line-sheet.quorl -o lines.bdoc").exitCode, 0);
+  EXPECT_TRUE(holdsAll(folder.run("quorl report lines.bdoc").out, {"center objects: 19"}));
   EXPECT_TRUE(holdsAll(folder.run("quorl annotate $EXAMPLES/sheet-of-parts.svg -o parts.bdoc").out,
                        {"14 center marks and 8 center mark patterns"}));
 }
