@@ -91,7 +91,7 @@ std::vector<bool> createPatterns(ZnRxCommandContext& context, ZnDbDatabase& data
       context.result()[L"created"].append(handleText(made.id.handle()));
       for (const int hole : made.found.holes) {
         isTaken[static_cast<size_t>(hole)] = true;
-        tellHole(centers[static_cast<size_t>(hole)].outermost().path, made.id, context.result()[L"holes"]);
+        tellHole(centers[static_cast<size_t>(hole)].hole().path, made.id, context.result()[L"holes"]);
       }
     }
   }

@@ -25,6 +25,12 @@ void sortOutermostFirst(std::vector<Candidate>& candidates) {
 
 } // namespace
 
+const RoundEdge& Center::hole() const {
+  const auto full =
+      std::find_if(edges.begin(), edges.end(), [](const RoundEdge* edge) { return edge->isFullCircle(); });
+  return full == edges.end() ? outermost() : **full;
+}
+
 std::vector<Center> centersOf(const std::vector<const RoundEdge*>& edges,
                               const std::vector<ZnGeCircArc3d>& marked) {
   std::vector<Candidate> candidates;

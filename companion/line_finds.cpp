@@ -4,6 +4,7 @@
 
 #include "companion/line_commands.h"
 #include "companion/object_naming.h"
+#include "companion/visible_entities.h"
 #include "torvi/core/action_body.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
@@ -83,6 +84,20 @@ ZnRxCommandValue entryOf(ZnRxCommandContext& context, ZnDbDatabase& database, co
   return entry;
 }
 
+// The middles of texts and of all else that has no edges of its own.
+std::vector<ZnGePoint3d> contentWithoutEdges(ZnDbObjectId space) {
+  std::vector<ZnGePoint3d> places;
+  visitVisibleEntities(space, [&places](const VisibleEntity& visible) {
+    ZnArray<ZnDbSubentId> edges;
+    visible.entity.getSubentIds(ZnDb::kEdgeSubentType, edges);
+    ZnGeBoundBlock3d box;
+    if (!edges.isEmpty() || visible.entity.getGeomExtents(box) != Quorl::eOk) return;
+    places.push_back(box.center());
+    places.back().transformBy(visible.toSpace);
+  });
+  return places;
+}
+
 } // namespace
 
 LineFinds::LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space,
@@ -92,7 +107,7 @@ LineFinds::LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space,
   const bool wantsSlots = context.arguments().at(L"centerLines").asBool();
   const bool wantsStrips = context.arguments().at(L"strips").asBool();
   if (wantsSlots || wantsStrips) straight_ = visibleStraightEdges(space);
-  if (wantsStrips) strips_ = findStrips(straight_, round);
+  if (wantsStrips) strips_ = findStrips(straight_, round, contentWithoutEdges(space));
   if (wantsSlots) slots_ = findSlots(straight_, round);
   std::erase_if(slots_, [&](const Slot& slot) { return slot.radius < minRadius || slot.radius > maxRadius; });
   for (const Slot& slot : slots_)

@@ -6,8 +6,8 @@
 namespace companion {
 
 // Arguments: "edges" and those of pattern_options.h. Result: "created", the pattern's handle; "added", how
-// many edges auto fill gave; "outside", the edges that stand beside its center line: those of a row have a mark
-// all the same, those of a ring none; "ring", whether it is one. The pattern is made, or nothing.
+// many edges auto fill gave; "outside", the edges that stand beside its center line: those of a row have a
+// mark all the same, those of a ring none; "ring", whether it is one. The pattern is made, or nothing.
 Quorl::ErrorStatus centerPattern(ZnRxCommandContext& context);
 
 // Arguments: "objects", one handle of a pattern; "clear", which takes all edges away; "remove" and "add",

@@ -21,8 +21,6 @@ namespace {
 
 ZnGePoint2d flat(const ZnGePoint3d& p) { return {p.x, p.y}; }
 
-bool isFullCircle(const RoundEdge& edge) { return edge.span() >= 2.0 * ZnGe::kPi - kSpanSlack; }
-
 bool isFlat(const RoundEdge& edge, double elevation, double reach) {
   return std::hypot(edge.curve.normal().x, edge.curve.normal().y) <= kSamePlaneSine &&
          std::fabs(edge.curve.center().z - elevation) <= reach;
@@ -30,7 +28,7 @@ bool isFlat(const RoundEdge& edge, double elevation, double reach) {
 
 // What stands about a center and counts as another circle there: one drawn twice does not.
 bool hasInnerCircle(const Center& center) {
-  const double radius = center.outermost().curve.radius();
+  const double radius = center.hole().curve.radius();
   return std::any_of(center.edges.begin(), center.edges.end(), [radius](const RoundEdge* edge) {
     return edge->curve.radius() < radius * (1.0 - kSameDiscShare);
   });
@@ -41,12 +39,12 @@ std::vector<Hole> holesOf(const std::vector<Center>& centers, const std::vector<
   std::vector<Disc> discs;
   const double elevation = centers.empty() ? 0.0 : centers.front().outermost().curve.center().z;
   for (const Center& center : centers) {
-    const RoundEdge& edge = center.outermost();
+    const RoundEdge& edge = center.hole();
     const double radius = edge.curve.radius();
     Hole& hole = holes.emplace_back();
     hole.disc = {flat(edge.curve.center()), radius};
     hole.canJoin =
-        !center.isMarked && isFullCircle(edge) && isFlat(edge, elevation, radius * kHolePlaceShare);
+        !center.isMarked && edge.isFullCircle() && isFlat(edge, elevation, radius * kHolePlaceShare);
     hole.hasInner = hasInnerCircle(center);
     discs.push_back(hole.disc);
   }
@@ -110,11 +108,12 @@ bool isHoleAlone(const ZnDbEntity& entity, int edgesOfHole) {
   return ZnDbCircle::cast(&entity) || ZnDbArc::cast(&entity);
 }
 
-// Moves all that stands about the center; false when some of it belongs to more (a polyline, the block of a
-// whole part) and has to stay.
+// Moves the circles about the center; false when one of them belongs to more (the block of a whole part) and
+// has to stay. Arcs are left where they are: they shape outlines.
 bool moveCenter(const Center& center, const ZnGeVector2d& by) {
   std::map<ZnDbObjectId, int> edgesOf; // of each object of the space
-  for (const RoundEdge* edge : center.edges) ++edgesOf[edge->path.objectIds().first()];
+  for (const RoundEdge* edge : center.edges)
+    if (edge->isFullCircle()) ++edgesOf[edge->path.objectIds().first()];
   for (const auto& [id, count] : edgesOf) {
     ZnDbHolder<ZnDbEntity> entity;
     if (entity.openForWrite(id) != Quorl::eOk || !isHoleAlone(*entity, count)) return false;
@@ -127,13 +126,13 @@ bool moveCenter(const Center& center, const ZnGeVector2d& by) {
 bool align(const FoundPattern& found, const std::vector<Center>& centers, double share, double& moved) {
   std::vector<ZnGePoint2d> places;
   for (const int i : found.holes)
-    places.push_back(flat(centers[static_cast<size_t>(i)].outermost().curve.center()));
+    places.push_back(flat(centers[static_cast<size_t>(i)].hole().curve.center()));
   const std::vector<ZnGePoint2d> exact = exactPlaces(found, places);
   for (size_t i = 0; i < places.size(); ++i) {
     const Center& center = centers[static_cast<size_t>(found.holes[i])];
     const ZnGeVector2d by = exact[i] - places[i];
     if (by.length() <= kExactPlace) continue;
-    if (by.length() > share * center.outermost().curve.radius() || !moveCenter(center, by)) return false;
+    if (by.length() > share * center.hole().curve.radius() || !moveCenter(center, by)) return false;
     moved = std::max(moved, by.length());
   }
   return true;
@@ -168,7 +167,7 @@ bool PatternMaker::build(const FoundPattern& found, MadePattern& made) {
   ZnArray<ZnDbEdgeRef> edges;
   for (const int i : found.holes) {
     ZnDbEdgeRef edge;
-    const RoundEdge& hole = centers_[static_cast<size_t>(i)].outermost();
+    const RoundEdge& hole = centers_[static_cast<size_t>(i)].hole();
     if (ZnTorviLyxUtils::createEdgeRef(hole.path, edge) != Quorl::eOk) return false;
     edges.append(edge);
   }

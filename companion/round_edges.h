@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "companion/tolerance.h"
 #include "torvi/host/association.h"
 
 namespace companion {
@@ -11,6 +12,7 @@ struct RoundEdge {
   ZnDbFullSubentPath path;
   ZnGeCircArc3d curve; // in the coordinates of the space
   double span() const { return curve.endAng() - curve.startAng(); }
+  bool isFullCircle() const { return span() >= 2.0 * ZnGe::kPi - kSpanSlack; }
 };
 
 // Circles, arcs and arc segments of polylines that show, in drawing order, a reference's content at its

@@ -29,10 +29,11 @@ struct Rectangle {
 
 class StripSearch {
 public:
-  StripSearch(const std::vector<StraightEdge>& straight, const std::vector<RoundEdge>& round)
+  StripSearch(const std::vector<StraightEdge>& straight, const std::vector<RoundEdge>& round,
+              const std::vector<ZnGePoint3d>& content)
       : straight_(straight)
       , ends_(straight)
-      , places_(placesOf(straight, round))
+      , places_(placesOf(straight, round, content))
       , index_(flatAll(places_)) {}
 
   std::vector<Strip> run() const {
@@ -67,8 +68,9 @@ private:
   }
 
   static std::vector<ZnGePoint3d> placesOf(const std::vector<StraightEdge>& straight,
-                                           const std::vector<RoundEdge>& round) {
-    std::vector<ZnGePoint3d> places;
+                                           const std::vector<RoundEdge>& round,
+                                           const std::vector<ZnGePoint3d>& content) {
+    std::vector<ZnGePoint3d> places = content;
     for (const StraightEdge& edge : straight) {
       places.push_back(edge.line.startPoint());
       places.push_back(edge.line.endPoint());
@@ -135,9 +137,9 @@ private:
 
 } // namespace
 
-std::vector<Strip> findStrips(const std::vector<StraightEdge>& straight,
-                              const std::vector<RoundEdge>& round) {
-  return StripSearch(straight, round).run();
+std::vector<Strip> findStrips(const std::vector<StraightEdge>& straight, const std::vector<RoundEdge>& round,
+                              const std::vector<ZnGePoint3d>& content) {
+  return StripSearch(straight, round, content).run();
 }
 
 } // namespace companion

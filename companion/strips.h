@@ -16,7 +16,8 @@ struct Strip {
 
 // Rectangles of four edges that meet at their corners, more than three times as long as wide, in the order of
 // their first long sides; where edges lie one upon the other, each place counts once. What holds an end of
-// another edge, or the center of a round one, is no bare strip.
-std::vector<Strip> findStrips(const std::vector<StraightEdge>& straight, const std::vector<RoundEdge>& round);
+// another edge, the center of a round one, or one of the places of other content, is no bare strip.
+std::vector<Strip> findStrips(const std::vector<StraightEdge>& straight, const std::vector<RoundEdge>& round,
+                              const std::vector<ZnGePoint3d>& content = {});
 
 } // namespace companion

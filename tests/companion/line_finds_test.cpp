@@ -150,6 +150,11 @@ TEST(Strips, WhatIsOneAndWhatIsNot) {
       for (const Strip& strip : findStrips(edges.straight, edges.round))
         widths.push_back(strip.width / place.scale());
       ASSERT_EQ(widths.size(), c.widths.size());
+      P3 inside(5, 1, 0), beside(-5, 1, 0); // where a text may stand
+      inside.transformBy(place), beside.transformBy(place);
+      EXPECT_EQ(findStrips(edges.straight, edges.round, {beside}).size(), widths.size());
+      if (corners.size() == 4 && corners[1].x == 10.0)
+        EXPECT_TRUE(findStrips(edges.straight, edges.round, {inside}).empty());
       for (size_t i = 0; i < widths.size(); ++i) EXPECT_NEAR(widths[i], c.widths[i], 1e-6);
     }
 }
