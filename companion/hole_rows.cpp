@@ -170,11 +170,13 @@ bool RowSearch::isStraight(const HoleRow& row) const {
   });
 }
 
-// Three of many places lie on some slanted line in equal steps; what is meant as a row are neighbours.
+// Three of many places lie on some line in equal steps; what is meant as a row are neighbours, along an axis
+// also those that stand a little further apart than the rows beside them.
 bool RowSearch::isChance(const HoleRow& row, const ZnGeVector2d& step) const {
-  if (row.members.size() > 3 || axisRank(step, tolerance_) < 2) return false;
+  if (row.members.size() > 3) return false;
+  const double reach = axisRank(step, tolerance_) < 2 ? kGroupReach : kNeighbourReach;
   return std::any_of(row.members.begin(), row.members.end(),
-                     [&](int i) { return row.step > kNeighbourReach * nearest_[static_cast<size_t>(i)]; });
+                     [&](int i) { return row.step > reach * nearest_[static_cast<size_t>(i)]; });
 }
 
 Layout RowSearch::layoutAlong(const ZnGeVector2d& step, const std::vector<int>& group) const {

@@ -21,7 +21,7 @@ using Separates = std::function<bool(const ZnGePoint2d& from, const ZnGePoint2d&
 // through a group of places the one is taken that leaves out the fewest, then has the fewest rows, then runs
 // along x, or else y, then has the shortest steps: a grid becomes its longer rows, a staggered one its
 // straight ones. A row with an empty place needs four members, since three of four are found everywhere; and
-// three in a row that is not parallel to an axis must be neighbours.
+// three in a row must be neighbours.
 std::vector<HoleRow> findRows(const std::vector<ZnGePoint2d>& places, double tolerance,
                               const Separates& separates);
 
