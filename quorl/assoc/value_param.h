@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "quorl/assoc/eval_variant.h"
+#include "quorl/db/object_pool.h"
 
 // One value with the text from which it was computed, if any.
 struct ZnDbAssocValue {
@@ -67,7 +68,8 @@ public:
   void putArray(ZnAtom name, const std::vector<ZnDbAssocValue>& values);
   bool remove(ZnAtom name);
   // In order of first writing.
-  const std::vector<ZnDbAssocValueParam>& params() const { return params_; }
+  using Params = std::vector<ZnDbAssocValueParam, ZnDbPoolAllocator<ZnDbAssocValueParam>>;
+  const Params& params() const { return params_; }
 
   void bdocOut(ZnDbFiler& filer) const;
   Quorl::ErrorStatus bdocIn(ZnDbFiler& filer);
@@ -89,5 +91,5 @@ public:
 
 private:
   ZnDbAssocValueParam& made(ZnAtom name);
-  std::vector<ZnDbAssocValueParam> params_;
+  Params params_;
 };

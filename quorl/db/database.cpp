@@ -27,7 +27,8 @@ static const bool registeredDatabase = (ZnDbDatabase::rxInit(), true);
 // Slots stand in blocks that never move, so that an id can hold an address; blocks are found by handle.
 struct ZnDbDatabase::SlotTable {
   static constexpr std::uint64_t kBlock = 256;
-  std::map<std::uint64_t, std::unique_ptr<ZnDbStub[]>> blocks;
+  using Block = std::vector<ZnDbStub, ZnDbPoolAllocator<ZnDbStub>>; // of kBlock slots, which never move
+  std::map<std::uint64_t, Block> blocks;
   std::uint64_t lastNumber = ~0ull;
   ZnDbStub* lastBlock = nullptr;
 
@@ -37,10 +38,10 @@ struct ZnDbDatabase::SlotTable {
       auto found = blocks.find(number);
       if (found == blocks.end()) {
         if (!create) return nullptr;
-        found = blocks.emplace(number, std::make_unique<ZnDbStub[]>(kBlock)).first;
+        found = blocks.emplace(number, Block(kBlock)).first;
       }
       lastNumber = number;
-      lastBlock = found->second.get();
+      lastBlock = found->second.data();
     }
     return &lastBlock[handle % kBlock];
   }

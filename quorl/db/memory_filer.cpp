@@ -51,7 +51,7 @@ void ZnDbMemoryFiler::wrString(const ZnString& value) {
 
 void ZnDbMemoryFiler::wrBytes(const void* bytes, size_t count) {
   put(count);
-  putBytes(bytes, count);
+  if (count > 0) putBytes(bytes, count); // nothing may come without an address
 }
 
 ZnString ZnDbMemoryFiler::rdString() {

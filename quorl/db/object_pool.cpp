@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 21; // a huge page
 constexpr std::size_t kGrain = 16;                       // alignment of what the plain allocator gives
-constexpr std::size_t kLargest = 1024;
+constexpr std::size_t kLargest = std::size_t{1} << 14;   // larger ones are rare and take pages of their own
 constexpr std::size_t kClasses = kLargest / kGrain;
 
 // With the address sanitizer every object is an allocation of its own, so that it sees what is used too late.

@@ -12,3 +12,15 @@ namespace ZnDbObjectPool {
 void* allocate(std::size_t size);
 void release(void* piece, std::size_t size) noexcept; // of an allocation of that size; null does nothing
 } // namespace ZnDbObjectPool
+
+// For containers that every object of a kind has.
+template<class T> struct ZnDbPoolAllocator {
+  using value_type = T;
+  ZnDbPoolAllocator() = default;
+  template<class Other> ZnDbPoolAllocator(const ZnDbPoolAllocator<Other>&) noexcept {}
+  T* allocate(std::size_t count) { return static_cast<T*>(ZnDbObjectPool::allocate(count * sizeof(T))); }
+  void deallocate(T* pieces, std::size_t count) noexcept {
+    ZnDbObjectPool::release(pieces, count * sizeof(T));
+  }
+  friend bool operator==(const ZnDbPoolAllocator&, const ZnDbPoolAllocator&) { return true; }
+};
