@@ -76,6 +76,11 @@ TEST_F(CenterLineBody, TheDrawnLineWithAndWithoutItsOvershoots) {
   P3 middle;
   EXPECT_EQ(line.getCenterPoint(middle), Quorl::eOk);
   EXPECT_TRUE(near(middle, {5.75, 2, 0}));
+  line.setStartExtension(-1.0);
+  line.setEndExtension(-0.5);
+  evaluate(id);
+  EXPECT_EQ(line.getCenterLineGeometry(shown, true), Quorl::eOk);
+  EXPECT_TRUE(runs(shown, {5, 2, 0}, {5, 2, 0})) << "nothing is left of what the caller held";
 }
 
 TEST_F(CenterLineBody, ADeadLineGivesNeutralValues) {

@@ -59,6 +59,8 @@ TEST_F(CenterLineFollowing, ExtensionsFollowUnlessTheyAreLengths) {
                     {5, 7, 30, 15, 7}, // just the half length follows from now on
                     {5 + 0.9e-10, 5 - 0.9e-10, 4, 2, 2},
                     {5 + 2e-10, 0, 4, 5 + 2e-10, 0},
+                    {0, 0, 4, 0, 0},
+                    {-3, 1, 4, -3, 1},
                     {-1, 3e60, 4, -1, 2}};
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << row.start << " " << row.end);
@@ -70,7 +72,11 @@ TEST_F(CenterLineFollowing, ExtensionsFollowUnlessTheyAreLengths) {
     change<ZnDbLine>(lower_, [&](ZnDbLine& edge) { edge.setEndPoint({row.length, 0, 0}); });
     moveLine(upper_, {0, 4, 0}, {row.length, 4, 0});
     const double middle = row.length / 2;
-    EXPECT_TRUE(runs(drawn(id), {middle - row.fromMiddle - 0.5, 2, 0}, {middle + row.reach + 0.5, 2, 0}));
+    for (int alone = 0; alone < 3; ++alone) {
+      EXPECT_TRUE(runs(drawn(id), {middle - row.fromMiddle - 0.5, 2, 0}, {middle + row.reach + 0.5, 2, 0}));
+      line.breakAssociativity();
+      evaluate(id);
+    }
     EXPECT_NEAR(line.startExtension(), row.fromMiddle, 1e-12);
     EXPECT_NEAR(line.endExtension(), row.reach, 1e-12);
   }

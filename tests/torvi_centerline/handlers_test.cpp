@@ -102,14 +102,14 @@ RC_GTEST_PROP(CenterLineProperties, IntersectingEdgesGiveThePieceBetweenTheirCho
   const ZnGeMatrix3d place = ZnGeMatrix3d::translation({number(-99, 99), number(-99, 99), number(-9, 9)}) *
                              ZnGeMatrix3d::rotation(number(0, 6), {number(-1, 1), 0.3, number(-1, 1)});
   const P3 corner = place * P3();
-  const double half = number(0.05, 1.5);
+  const double half = number(0.05, 1.5), size = *rc::gen::element(1.0, 1e5), slack = 1e-8 * size;
   Seg edges[2];
   Endings endings{0, 0};
   double nearAt[2], farAt[2];
   for (int i = 0; i < 2; ++i) {
     const ZnGeVector3d ray = place * ZnGeVector3d(std::cos(half), std::sin(i == 0 ? half : -half), 0);
-    nearAt[i] = number(-20, 20);
-    farAt[i] = std::max(nearAt[i], 0.0) + number(0.5, 30);
+    nearAt[i] = number(-20, 20) * size;
+    farAt[i] = std::max(nearAt[i], 0.0) + number(0.5, 30) * size;
     edges[i] = Seg(corner + ray * nearAt[i], corner + ray * farAt[i]);
     endings[i] = *rc::gen::element(0, 1, -7);
     if (endings[i] == 0) edges[i].reverseParam();
@@ -120,15 +120,15 @@ RC_GTEST_PROP(CenterLineProperties, IntersectingEdgesGiveThePieceBetweenTheirCho
   };
   const P3 start = onBisector(nearAt[0], nearAt[1]), end = onBisector(farAt[0], farAt[1]);
   const ChainRun run(edges[0], edges[1], endings), swapped(edges[1], edges[0], {endings[1], endings[0]});
-  RC_ASSERT(run.handler == kIntersect && run.runs(start, end) && swapped.runs(start, end));
+  RC_ASSERT(run.handler == kIntersect && run.runs(start, end, slack) && swapped.runs(start, end, slack));
   ZnGeLine3d lines[2];
   for (int i = 0; i < 2; ++i) edges[i].getLine(lines[i]);
-  RC_ASSERT(std::fabs(lines[0].distanceTo(end) - lines[1].distanceTo(end)) < 1e-8);
+  RC_ASSERT(std::fabs(lines[0].distanceTo(end) - lines[1].distanceTo(end)) < slack);
   // A little turn of one edge about the corner moves the ends a little.
   if (nearAt[0] * nearAt[1] <= 0.0) return;
   const double step = 1e-6;
   edges[1].transformBy(ZnGeMatrix3d::rotation(step, place * ZnGeVector3d::kZAxis, corner));
-  RC_ASSERT(ChainRun(edges[0], edges[1], endings).runs(start, end, 100 * step));
+  RC_ASSERT(ChainRun(edges[0], edges[1], endings).runs(start, end, 100 * step * size));
 }
 
 // Whatever their lengths and senses, the line of parallel edges runs as the first, with their middles'

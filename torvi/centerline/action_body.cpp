@@ -92,9 +92,9 @@ ZnGeVector3d ZnDbCenterLineActionBody::cachedCenterLineDirection() const {
 }
 
 ErrorStatus ZnDbCenterLineActionBody::setCachedCenterLineDirection(const ZnGeVector3d& direction) {
-  storeValue(kCachedDirectionX, ZnDbEvalVariant(direction.x));
-  storeValue(kCachedDirectionY, ZnDbEvalVariant(direction.y));
-  return storeValue(kCachedDirectionZ, ZnDbEvalVariant(direction.z));
+  setDoubleParam(kCachedDirectionX, direction.x);
+  setDoubleParam(kCachedDirectionY, direction.y);
+  return setDoubleParam(kCachedDirectionZ, direction.z);
 }
 
 // What stood in the copy must not outlive an undo of the first storing.
@@ -153,8 +153,9 @@ ErrorStatus ZnDbCenterLineActionBody::getCenterLineGeometry(ZnGeLineSeg3d& line,
   ZnArray<ZnGeCurve3d*> curves;
   const ErrorStatus status = getCenterObjGeometry(ids, curves);
   if (curves.isEmpty()) return Quorl::eInvalidInput;
-  if (curves[0] && curves[0]->isKindOf(ZnGe::kLineSeg3d))
-    line = static_cast<const ZnGeLineSeg3d&>(*curves[0]);
+  // A line that has shrunk to nothing stands at the block's origin.
+  line =
+      curves[0]->isKindOf(ZnGe::kLineSeg3d) ? static_cast<const ZnGeLineSeg3d&>(*curves[0]) : ZnGeLineSeg3d();
   ZnDbTorviActionBodyUtils::deleteCurves(curves);
   ZnDbHolder<ZnDbBlockReference> reference(centerId);
   if (reference.isOpen()) line.transformBy(reference->blockTransform());

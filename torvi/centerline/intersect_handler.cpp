@@ -1,5 +1,6 @@
 #include "torvi/centerline/intersect_handler.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "torvi/core/tolerance.h"
@@ -46,8 +47,12 @@ ZnGePoint3d crossingWithChord(const ZnGeLine3d& bisector, const ZnGePoint3d& fro
   if (from.isEqualTo(to, ZnGeContext::gTol)) return fallback;
   const ZnGeLineSeg3d chord(from, to);
   ZnGePoint3d crossing;
-  const bool meets = bisector.intersectWith(chord, crossing, centerLineTolerance());
-  return meets && chord.isOn(crossing, ZnGeContext::gTol) ? crossing : fallback;
+  if (!bisector.intersectWith(chord, crossing, centerLineTolerance())) return fallback;
+  // The crossing is on the chord's line but for rounding, which grows with the edges.
+  const double size = std::max(from.distanceTo(fallback), to.distanceTo(fallback));
+  ZnGeTol onChord = ZnGeContext::gTol;
+  onChord.setEqualPoint(std::max(onChord.equalPoint(), kLeastScaledTolerance * size));
+  return chord.isOn(crossing, onChord) ? crossing : fallback;
 }
 
 // Unit vectors along the rays sum up to their bisector, which is how the endings choose between the two

@@ -4,6 +4,7 @@
 
 #include "torvi/centerline/geometry_generator.h"
 #include "torvi/core/action_body.h"
+#include "torvi/core/tolerance.h"
 #include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
@@ -43,7 +44,7 @@ ErrorStatus ZnDbCenterLineLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves,
 ErrorStatus ZnDbCenterLineLayout::calculateCenterLine(ZnArray<ZnGeCurve3d*>& curves, ZnGeLineSeg3d& line) {
   if (!wrapper()) return Quorl::eInvalidInput;
   if (!wrapper()->isFullyAssociative())
-    curves.append(new ZnGeLineSeg3d(unassociatedGeometry()));
+    curves.append(new ZnGeLineSeg3d(unassociatedGeometry(line)));
   else if (const ErrorStatus status = lineBetweenEdges(curves); status != Quorl::eOk)
     return status;
   auto* raw = static_cast<ZnGeLineSeg3d*>(curves[0]);
@@ -67,10 +68,11 @@ ErrorStatus ZnDbCenterLineLayout::lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves
   return ZnDbCenterLineGeometryGenerator(endings).generateGeometry(curves, inputs);
 }
 
-// A line that can't be read back leaves an empty one, and the object keeps nothing but its place.
-ZnGeLineSeg3d ZnDbCenterLineLayout::unassociatedGeometry() const {
-  ZnGeLineSeg3d drawn;
+// A line that can't be read back leaves what the caller holds. Extensions of next to nothing tell no
+// direction by themselves; what is drawn past them does.
+ZnGeLineSeg3d ZnDbCenterLineLayout::unassociatedGeometry(ZnGeLineSeg3d drawn) const {
   if (wrapper()->getCenterLineGeometry(drawn, false) != Quorl::eOk) return drawn;
+  if (drawn.length() <= centerLineTolerance().equalPoint()) wrapper()->getCenterLineGeometry(drawn, true);
   ZnDbHolder<ZnDbBlockReference> reference(centerObject());
   if (!reference.isOpen()) return drawn;
   const ZnGeVector3d along = (drawn.endPoint() - drawn.startPoint()).normal(ZnGeContext::gTol);

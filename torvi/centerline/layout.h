@@ -29,7 +29,7 @@ private:
 
   ZnDbCenterLineObjectWrapper* wrapper() const; // null for no center line
   Quorl::ErrorStatus lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves) const;
-  ZnGeLineSeg3d unassociatedGeometry() const;
+  ZnGeLineSeg3d unassociatedGeometry(ZnGeLineSeg3d drawn) const;
   void keepDirection(ZnGeLineSeg3d& line) const;
   Quorl::ErrorStatus applyExtensions(ZnArray<ZnGeCurve3d*>& curves) const;
   void rematchExtensions(const ZnGeLineSeg3d& line) const;

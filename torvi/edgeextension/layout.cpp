@@ -7,9 +7,7 @@
 using Quorl::ErrorStatus;
 
 ZnDbEdgeExtensionLayout::ZnDbEdgeExtensionLayout(ZnDbObjectId centerObject)
-    : ZnDbTorviLayout(centerObject) {
-  nearEnds_.setLogicalLength(kEdges);
-}
+    : ZnDbTorviLayout(centerObject) {}
 
 ZnDbEdgeExtensionLayout::~ZnDbEdgeExtensionLayout() = default;
 
@@ -29,9 +27,13 @@ ErrorStatus ZnDbEdgeExtensionLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& cur
   // What is remembered is for the day when an edge is gone: without edges it is not renewed.
   if (!wrapper()->isAssociative()) return Quorl::eOk;
   if (!anchored_) updateAnchors();
-  for (int i = 0; i < edges_.length(); ++i)
-    if (wrapper()->setCachedRefEdgePoints(i, {edges_[i].startPoint(), edges_[i].endPoint()}) != Quorl::eOk)
-      break;
+  ZnArray<ZnGePoint3d> ends;
+  ends.setLogicalLength(2);
+  for (int i = 0; i < edges_.length(); ++i) {
+    ends[0] = edges_[i].startPoint();
+    ends[1] = edges_[i].endPoint();
+    if (wrapper()->setCachedRefEdgePoints(i, ends) != Quorl::eOk) break;
+  }
   return Quorl::eOk;
 }
 
@@ -113,7 +115,8 @@ ErrorStatus ZnDbEdgeExtensionLayout::checkAnchors() const {
     ZnGePoint3d point;
     if (body->getAnchorVertex(i, anchor) != Quorl::eOk || anchor.evaluatePoint(point) != Quorl::eOk)
       return Quorl::eNothingToDo;
-    point.transformBy(ZnTorviLyxUtils::msWcsToPsWcs(anchor.entity().topId()));
+    const ZnDbObjectId top = anchor.entity().topId();
+    if (top.isDerivedFrom(ZnDbViewport::desc())) point.transformBy(ZnTorviLyxUtils::msWcsToPsWcs(top));
     if (!point.isEqualTo(edges_[i].startPoint(), ZnGeContext::gTol) &&
         !point.isEqualTo(edges_[i].endPoint(), ZnGeContext::gTol))
       return Quorl::eNothingToDo;

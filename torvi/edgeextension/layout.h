@@ -40,7 +40,7 @@ private:
   ZnDbVertexRef vertexAtNearEnd(const ZnDbEdgeRef& edge, int index) const;
 
   ZnArray<ZnGeLineSeg3d> edges_; // as they are now, in the coordinates of the object's space
-  ZnArray<ZnGePoint3d> nearEnds_;
+  ZnGePoint3d nearEnds_[kEdges];
   bool anchored_ = false;                           // both anchors were found where they should be
   mutable std::optional<ExtensionPointer> wrapper_; // made once for the operation that the layout lives for
 };
