@@ -100,7 +100,7 @@ inline ZnGePoint2d linePoint(const Centers& centers, int fixed, const ZnGeTol& t
   for (int i = voters(centers, fixed, 1) - 1; i >= 0; --i) {
     const ZnGeLine2d line(centers[i], along);
     ZnGePoint2d at;
-    if (line.isParallelTo(yAxis)) {
+    if (line.isParallelTo(yAxis, tol)) {
       line.intersectWith(xAxis, at);
       ++onX[lastX = rounded(at.x, tol.equalPoint() * 0.5)];
     } else {

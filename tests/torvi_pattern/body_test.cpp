@@ -6,9 +6,7 @@ namespace {
 class PatternBody : public PatternTest {};
 
 TEST_F(PatternBody, KeysNameMembersPiecesAndLines) {
-  EXPECT_EQ(Body::dependencyKey(3, -1), L"3");
-  EXPECT_EQ(Body::dependencyKey(3, 1), L"1-3");
-  EXPECT_EQ(Body::dependencyKey(3, 1, true), L"3-1");
+  EXPECT_TRUE(Body::dependencyKey(3, 1) == L"1-3" && Body::dependencyKey(3, 1, true) == L"3-1");
   EXPECT_EQ(Body::centerLineDependencyKey({10, 0, 3}), L"CenterLine-10-0-3");
   const std::pair<const wchar_t*, ZnArray<int>> rows[] = {{L"CenterLine-0-2-3", {0, 2, 3}},
                                                           {L"CenterLine--1---20-", {1, 20}},
@@ -30,24 +28,21 @@ TEST_F(PatternBody, OvershootsBelongToAKeyAndFollowIt) {
       ZnString key;
       double value;
       bool validate;
-      Quorl::ErrorStatus status;
       double after;
-    } const rows[] = {{key, -1.0, true, Quorl::eInvalidInput, 0.5},
-                      {other, 2.0, true, Quorl::eInvalidInput, 0.5},
-                      {key, -1.0, false, Quorl::eOk, -1.0},
-                      {other, 7.0, false, Quorl::eOk, 7.0},
-                      {key, 3.0, true, Quorl::eOk, 3.0}};
+    } const rows[] = {{key, -1.0, true, 0.5},
+                      {other, 2.0, true, 0.5},
+                      {key, -1.0, false, -1.0},
+                      {other, 7.0, false, 7.0},
+                      {key, 3.0, true, 3.0}};
     for (const auto& row : rows) {
-      EXPECT_EQ(body.setStartOvershoot(row.key, row.value, row.validate), row.status);
-      EXPECT_EQ(body.setEndOvershoot(row.key, row.value, row.validate), row.status);
+      const auto wanted = row.after == row.value ? Quorl::eOk : Quorl::eInvalidInput;
+      EXPECT_EQ(body.setStartOvershoot(row.key, row.value, row.validate), wanted);
+      EXPECT_EQ(body.setEndOvershoot(row.key, row.value, row.validate), wanted);
       EXPECT_TRUE(body.startOvershoot(row.key) == row.after && body.endOvershoot(row.key) == row.after);
     }
-    const ZnDbObjectId line = body.getOutputEdge(key);
     EXPECT_EQ(body.renameCenterLineKey(L"CenterLine-9", other), Quorl::eInvalidInput);
     EXPECT_EQ(body.renameCenterLineKey(key, other), Quorl::eOk);
-    EXPECT_EQ(body.getOutputEdge(other), line);
-    EXPECT_EQ(body.endOvershoot(other), 3.0);
-    EXPECT_EQ(body.endOvershoot(key), 0.5) << "back at the style's";
+    EXPECT_TRUE(body.endOvershoot(other) == 3.0 && body.endOvershoot(key) == 0.5);
     put(L"CENTEREXE", ZnRxVariableValue::ofDouble(2.5));
     EXPECT_EQ(body.resetOvershoots(), Quorl::eOk);
     EXPECT_TRUE(body.endOvershoot(other) == 2.5 && body.verticalEndOvershoot() == 2.5);
@@ -95,7 +90,6 @@ TEST_F(PatternBody, TheMarkOnThePitchCenterReachesItsMembers) {
         << "of the member";
     const ZnGeLineSeg3d top = body.getSubentLineGeometry(eTopLine, true);
     EXPECT_TRUE(near(top.startPoint(), {50, 24, 0}) && near(top.endPoint(), {50, 40.5, 0}));
-    return 0;
   });
   bool full = false, show = false;
   const Wrapper wrapper(ring);
@@ -107,12 +101,12 @@ TEST_F(PatternBody, TheMarkOnThePitchCenterReachesItsMembers) {
       EXPECT_EQ(body.getRefCircle(circle), Quorl::eNothingToDo);
       EXPECT_EQ(circle.radius(), 4.0);
       EXPECT_EQ(body.getSubentLineGeometry(eTopLine, true).length(), 0.0);
-      return 0;
     });
 }
 
 TEST_F(PatternBody, LinesOfAnEarlierVersionGetTheirOvershootAtTheEnds) {
-  const ZnDbObjectId row = addPattern(addHoles({{0, 0, 2}, {10, 0}, {20, 0, 3}}));
+  // The last is no member: it lies round the first.
+  const ZnDbObjectId row = addPattern(addHoles({{0, 0, 2}, {10, 0}, {20, 0, 3}, {0, 0, 4}}));
   struct {
     ZnString key;
     double start, end, fixedStart, fixedEnd;
@@ -122,8 +116,7 @@ TEST_F(PatternBody, LinesOfAnEarlierVersionGetTheirOvershootAtTheEnds) {
                     {L"MajorAxis", 0, 20, 0, 20}};
   for (const auto& line : rows) {
     ZnGePoint3d start(line.start, 0, 0), end(line.end, 0, 0);
-    ask(row,
-        [&](const Body& body) { return body.fixCenterLineEndPointsForLegayObj(line.key, start, end), 0; });
+    ask(row, [&](const Body& body) { body.fixCenterLineEndPointsForLegayObj(line.key, start, end); });
     EXPECT_TRUE(near(start, {line.fixedStart, 0, 0}) && near(end, {line.fixedEnd, 0, 0}));
   }
 }

@@ -3,20 +3,14 @@
 #include "quorl/db/diametric_dimension.h"
 #include "quorl/db/radial_dimension.h"
 #include "torvi/pattern/dependency_extension.h"
-#include "torvi_pattern/builder_fixture.h"
+#include "torvi_pattern/pattern_fixture.h"
 
 namespace {
 
-class PatternDependency : public PatternBuilderTest {
+class PatternDependency : public PatternTest {
 protected:
-  ZnDbObjectId make(const Holes& holes) {
-    ZnCenterMarkPatternBuilder builder(db_.get());
-    builder.setInputEdges(edgesOf(holes));
-    builder.setAutoFullPCD(false);
-    builder.setIsFullPCD(false);
-    return create(builder);
-  }
-  static ZnDbObjectId output(ZnDbObjectId id, const wchar_t* key) { return pattern(id).getOutputEdge(key); }
+  ZnDbObjectId make(const Holes& holes) { return addPattern(addHoles(holes)); }
+  static ZnDbObjectId output(ZnDbObjectId id, const wchar_t* key) { return Wrapper(id).getOutputEdge(key); }
   // A radial dimension on the edge; the id of its body.
   ZnDbObjectId radialOn(const ZnDbEdgeRef& edge) {
     dimension_ = add(new ZnDbRadialDimension(ZnGePoint3d::kOrigin, ZnGePoint3d(0.0, 7.0, 0.0)));
@@ -46,7 +40,7 @@ TEST_F(PatternDependency, ARadiusOnAPieceOutlivesThePiece) {
   };
   check("attaching", 10.0, "CenterLine-0-1-2-3-4");
   ZnArray<ZnDbEdgeRef> edges;
-  pattern(id).getEdgeRefs(edges);
+  Wrapper(id).getEdgeRefs(edges);
   erase(edges[1].entity().leafId());
   check("the loss of a member of the piece", 10.0, "CenterLine-0-2-3-4");
   ZnCenterMarkPatternBuilder builder(db_.get());
@@ -98,22 +92,6 @@ TEST_F(PatternDependency, WhatIsLedAndWhatStays) {
   // A piece that the whole curve does not reach any more.
   change<ZnDbArc>(wholeArc, [](ZnDbArc& arc) { arc.setEndAngle(1.0); });
   EXPECT_TRUE(standsOn(radialOn(edgeAlong({polar, arcPiece}))) == arcPiece);
-}
-
-TEST_F(PatternDependency, OnlyCurvesOfPatternsAnswer) {
-  ZnArray<ZnDbObjectId> ofPattern, others{addLine({0, 9, 0}, {1, 9, 0})};
-  ASSERT_EQ(pattern(make(row(3))).getCenterEntitesIds(ofPattern), Quorl::eOk);
-  ASSERT_EQ(wrap(addMark(addCircle({40.0, 0.0, 0.0}, 2.0))).getCenterEntitesIds(others), Quorl::eOk);
-  ASSERT_GT(ofPattern.length(), 6);
-  ASSERT_EQ(others.length(), 7);
-  const auto answer = [](ZnDbObjectId id, const ZnRxClass* protocol) {
-    return ZnDbHolder<ZnDbEntity>(id)->queryX(protocol);
-  };
-  for (const ZnDbObjectId id : ofPattern) {
-    EXPECT_NE(answer(id, ZnDbAssocDependencyPE::desc()), nullptr);
-    EXPECT_EQ(answer(id, ZnDbLogicalTransformPE::desc()), nullptr);
-  }
-  for (const ZnDbObjectId id : others) EXPECT_EQ(answer(id, ZnDbAssocDependencyPE::desc()), nullptr);
 }
 
 } // namespace

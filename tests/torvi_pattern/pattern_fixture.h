@@ -1,19 +1,24 @@
-// A drawing in which patterns are made over holes, step by step as a builder does it, and asked what they
-// show.
+// A drawing with holes in rings and rows, in model space or in a block that a reference shows, and with
+// patterns over them that are asked what they show.
 #pragma once
 
 #include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <map>
+#include <set>
+#include <vector>
 
 #include "support/drawing_fixture.h"
 #include "torvi/core/action_body_utils.h"
+#include "torvi/pattern/builder.h"
 #include "torvi/pattern/layout.h"
 #include "torvi/pattern/object_wrapper.h"
 
 struct Hole {
   double x = 0.0, y = 0.0, radius = 1.0;
+  double span = 0.0; // radians, from 0 on; 0 for a closed circle
 };
 
 struct Wish {
@@ -42,9 +47,33 @@ protected:
     }
     return holes;
   }
+  static Holes with(Holes holes, const Holes& more) {
+    holes.insert(holes.end(), more.begin(), more.end());
+    return holes;
+  }
+  static ZnGePoint3d at(double radius, double degrees) {
+    const Hole hole = onArc({0, 0}, radius, degrees, 0, 1)[0];
+    return {hole.x, hole.y, 0.0};
+  }
+  // The first of so many that would close a ring about the origin.
+  static Holes ring(int count, int ofAll, double ringRadius = 10.0, double radius = 1.0) {
+    return onArc({0, 0}, ringRadius, 0.0, 360.0 / ofAll, count, radius);
+  }
+  static Holes row(int count, double y = 0.0) {
+    Holes holes;
+    for (int i = 0; i < count; ++i) holes.push_back({5.0 * i, y});
+    return holes;
+  }
+
+  using DrawingTest::add;
+  ZnDbObjectId add(const Hole& hole, ZnDbObjectId space = {}) {
+    const ZnGePoint3d center(hole.x, hole.y, 0.0);
+    if (hole.span == 0.0) return add(new ZnDbCircle(center, ZnGeVector3d::kZAxis, hole.radius), space);
+    return add(new ZnDbArc(center, hole.radius, 0.0, hole.span), space);
+  }
   Ids addHoles(const Holes& holes) {
     Ids ids;
-    for (const Hole& hole : holes) ids.push_back(addCircle({hole.x, hole.y, 0.0}, hole.radius));
+    for (const Hole& hole : holes) ids.push_back(add(hole));
     return ids;
   }
   static ZnArray<ZnDbEdgeRef> edgesOf(const Ids& holes) {
@@ -52,36 +81,58 @@ protected:
     for (const ZnDbObjectId hole : holes) edges.append(edgeOf(hole));
     return edges;
   }
-  static void addEdge(Body& body, const ZnDbEdgeRef& edge) {
-    ZnDbObjectId paramId;
-    int index = 0;
-    EXPECT_EQ(body.addParam(Body::inputEdgeParamName(), ZnDbAssocEdgeActionParam::desc(), paramId, index),
-              Quorl::eOk);
-    EXPECT_EQ(body.setEdgeRef(index, edge), Quorl::eOk);
+  ZnArray<ZnDbEdgeRef> edgesOf(const Holes& holes) { return edgesOf(addHoles(holes)); }
+  static ZnDbEdgeRef edgeAlong(const ZnArray<ZnDbObjectId>& path) {
+    return ZnDbEdgeRef(ZnDbFullSubentPath(path, ZnDbSubentId(ZnDb::kEdgeSubentType, 0)));
+  }
+  // The same holes in a block of their own, seen through a reference; the result is in the holes' order.
+  ZnArray<ZnDbEdgeRef> nestedEdges(const Holes& holes, const ZnGeMatrix3d& place = ZnGeMatrix3d::kIdentity) {
+    ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
+    record->setName(ZnString(L"part") + handleText(db_->handseed()));
+    ZnDbHolder<ZnDbBlockTable> table;
+    EXPECT_EQ(table.openForWrite(db_->blockTableId()), Quorl::eOk);
+    EXPECT_EQ(table->add(block_, record.object()), Quorl::eOk);
+    record.close();
+    auto* reference = new ZnDbBlockReference(ZnGePoint3d::kOrigin, block_);
+    reference->setBlockTransform(place);
+    reference_ = add(reference);
+    ZnArray<ZnDbEdgeRef> edges;
+    for (const Hole& hole : holes) edges.append(edgeAlong({reference_, add(hole, block_)}));
+    return edges;
+  }
+
+  static void setAuto(int value) {
+    ZnString error;
+    const resbuf buffer = resbuf::ofShort(static_cast<std::int16_t>(value));
+    EXPECT_EQ(ZnRxVariablesDictionary::get()->set(L"CENTERMARKPATTERNAUTO", buffer, error), Quorl::eOk);
+  }
+  void TearDown() override {
+    setAuto(0);
+    setHostDocumentKind(false);
+    DrawingTest::TearDown();
+  }
+  ZnDbObjectId create(const ZnCenterMarkPatternBuilder& builder) {
+    ZnDbObjectId id;
+    EXPECT_EQ(builder.createTorvi(id), Quorl::eOk);
+    EXPECT_EQ(statusOf(id), kIsUpToDateAssocStatus);
+    return id;
   }
   ZnDbObjectId addPattern(const ZnArray<ZnDbEdgeRef>& edges, const Wish& wish) {
-    ZnDbObjectId actionId, bodyId, pattern;
-    EXPECT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
-                  Body::desc(), db_->currentSpaceId(), actionId, bodyId),
+    ZnDbObjectId id;
+    EXPECT_EQ(ZnTorviLyxUtils::createCenterMarkPattern(edges, id, wish.type, wish.reference, wish.full,
+                                                       wish.show, nullptr),
               Quorl::eOk);
-    change<Body>(bodyId, [&](Body& body) {
-      for (const ZnDbEdgeRef& edge : edges) addEdge(body, edge);
-      body.resetExtensions();
-      body.resetOvershoots();
-      body.setCenterPatternType(wish.type);
-      if (!wish.reference.isEmpty()) EXPECT_EQ(body.setReferenceEdge(wish.reference, -1.0), Quorl::eOk);
-      body.setShowCenterMark(wish.show);
-      body.setIsFullPCD(wish.full);
-      EXPECT_EQ(body.createCenterEntity(db_.get()), Quorl::eOk);
-      pattern = body.centerObjectId();
-    });
-    EXPECT_EQ(ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyId), Quorl::eOk);
-    return pattern;
+    return id;
   }
   ZnDbObjectId addPattern(const Ids& holes, const Wish& wish = Wish()) {
     return addPattern(edgesOf(holes), wish);
   }
-
+  // The key of the pattern's center line, which names its members in order.
+  static std::string centerLine(ZnDbObjectId id) {
+    ZnArray<ZnString> keys;
+    EXPECT_EQ(Wrapper(id).getCenterLineDependencyKeys(keys), Quorl::eOk);
+    return keys.length() == 1 ? keys.first().utf8() : std::string();
+  }
   static void transform(ZnDbObjectId id, const ZnGeMatrix3d& map) {
     change<ZnDbEntity>(id, [&](ZnDbEntity& entity) { EXPECT_EQ(entity.transformBy(map), Quorl::eOk); });
   }
@@ -89,13 +140,13 @@ protected:
     change<ZnDbCircle>(hole, [&](ZnDbCircle& circle) { circle.setCenter({x, y, 0.0}); });
     evaluateChanges();
   }
-  template<class Ask> static auto ask(ZnDbObjectId pattern, Ask&& question) {
+  template<class Ask> static void ask(ZnDbObjectId pattern, Ask&& question) {
     ZnDbHolder<Body> body(bodyOf(pattern));
-    EXPECT_TRUE(body.isOpen());
-    return question(const_cast<const Body&>(*body));
+    ASSERT_TRUE(body.isOpen());
+    question(const_cast<const Body&>(*body));
   }
   static ZnDbAssocStatus statusOf(ZnDbObjectId pattern) {
-    return ask(pattern, [](const Body& body) { return body.status(); });
+    return ZnDbHolder<ZnDbTorviActionBody>(bodyOf(pattern))->status();
   }
 
   // What is drawn under a key, in the coordinates of the pattern's space: kind and ends of each entity that
@@ -110,7 +161,11 @@ protected:
     else
       EXPECT_EQ(ZnTorviLyxUtils::getEntitesIdsFromBlkRef(output, ids, false), Quorl::eOk);
     Drawn texts;
-    for (const ZnDbObjectId id : ids) texts.push_back(textOf(id, wrapper.blockTransform()));
+    for (const ZnDbObjectId id : ids) {
+      ZnDbHolder<ZnDbCurve> curve(id);
+      const bool isSeen = curve.isOpen() && curve->visibility() != ZnDb::kInvisible;
+      texts.push_back(isSeen ? textOf(*curve, wrapper.blockTransform()) : "hidden");
+    }
     return texts;
   }
   using Drawing = std::map<std::string, Drawn>; // by key
@@ -137,12 +192,11 @@ protected:
       present.push_back(holes[i]);
     }
     const ZnDbObjectId fresh = addPattern(present, wish);
+    const auto renumber = [&](char c) { return std::to_string(numbers.at(static_cast<size_t>(c - '0'))); };
     Drawing made;
     for (const auto& [key, texts] : drawing(fresh)) {
       std::string renumbered;
-      for (const char c : key)
-        renumbered +=
-            std::isdigit(c) ? std::to_string(numbers.at(static_cast<size_t>(c - '0'))) : std::string(1, c);
+      for (const char c : key) renumbered += std::isdigit(c) ? renumber(c) : std::string(1, c);
       made[renumbered] = texts;
     }
     EXPECT_GT(made.size(), 2u);
@@ -151,19 +205,20 @@ protected:
     EXPECT_EQ(statusOf(pattern), kIsUpToDateAssocStatus);
   }
 
-private:
-  static std::string textOf(ZnDbObjectId id, const ZnGeMatrix3d& toSpace) {
-    ZnDbHolder<ZnDbCurve> entity(id);
-    if (!entity.isOpen() || entity->visibility() == ZnDb::kInvisible) return "hidden";
-    ZnGeCurve3d* made = nullptr;
-    EXPECT_EQ(entity->getZnGeCurve(made, ZnGeContext::gTol), Quorl::eOk);
-    const std::unique_ptr<ZnGeCurve3d> curve(made);
+  ZnDbObjectId block_, reference_;
+
+  static std::string textOf(const ZnGeCurve3d& curve, const ZnGeMatrix3d& toSpace = {}) {
     const auto plain = [](double value) { return std::round(value * 1e4) / 1e4 + 0.0; };
-    const ZnGePoint3d start = toSpace * curve->evalPoint(curve->interval().lowerBound());
-    const ZnGePoint3d end = toSpace * curve->evalPoint(curve->interval().upperBound());
+    const ZnGePoint3d start = toSpace * curve.evalPoint(curve.interval().lowerBound());
+    const ZnGePoint3d end = toSpace * curve.evalPoint(curve.interval().upperBound());
     char text[160];
-    std::snprintf(text, sizeof text, "%s %g,%g %g,%g", ZnDbArc::cast(entity.object()) ? "arc" : "line",
+    std::snprintf(text, sizeof text, "%s %g,%g %g,%g", curve.isKindOf(ZnGe::kCircArc3d) ? "arc" : "line",
                   plain(start.x), plain(start.y), plain(end.x), plain(end.y));
     return text;
+  }
+  static std::string textOf(const ZnDbCurve& entity, const ZnGeMatrix3d& toSpace = {}) {
+    ZnGeCurve3d* made = nullptr;
+    EXPECT_EQ(entity.getZnGeCurve(made, ZnGeContext::gTol), Quorl::eOk);
+    return textOf(*std::unique_ptr<ZnGeCurve3d>(made), toSpace);
   }
 };

@@ -287,10 +287,14 @@ void ZnDbCenterMarkPatternActionBody::fixCenterLineEndPointsForLegayObj(const Zn
   double startRadius = 0.0, endRadius = 0.0;
   for (const ZnGeCircArc3d& circle : layout.circles()) {
     if (circle.radius() == 0.0) continue;
+    // Of circles round one center the first is the member.
+    const auto note = [&circle](double& radius) {
+      if (radius == 0.0) radius = circle.radius();
+    };
     if (circle.center().distanceTo(start) < kLegacyEndTolerance)
-      startRadius = circle.radius();
+      note(startRadius);
     else if (circle.center().distanceTo(end) < kLegacyEndTolerance)
-      endRadius = circle.radius();
+      note(endRadius);
   }
   if (startRadius == 0.0 || endRadius == 0.0) return;
   const double overshoot = ZnTorviStyle::getCenterOvershoot();

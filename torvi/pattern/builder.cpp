@@ -146,7 +146,8 @@ bool ZnCenterMarkPatternBuilder::hasEditChanges(const ZnCenterMarkPatternBuilder
 std::unique_ptr<ZnDbCenterMarkPatternTransientLayout>
 ZnCenterMarkPatternBuilder::makeLayout(CenterMarkPatternType type, const ZnDbEdgeRef& referenceEdge) const {
   auto layout = std::make_unique<ZnDbCenterMarkPatternTransientLayout>(
-      type, referenceEdge, referencePickParam_, isFullPCD_, showCenterMark_, isAutoFullPCD_);
+      type, referenceEdge, referencePickParam_, isFullPCD_ && type != kCenterPatternLinear, showCenterMark_,
+      isAutoFullPCD_);
   layout->setCenterObject(centerObjId());
   return layout;
 }

@@ -93,6 +93,7 @@ private:
   std::unique_ptr<ZnDbCenterMarkPatternTransientLayout> makeLayout(CenterMarkPatternType type,
                                                                    const ZnDbEdgeRef& referenceEdge) const;
   ZnArray<ZnDbEdgeRef> userEdges() const;
+  void endAutoFill();
   bool getCandidates(ZnArray<ZnDbEdgeRef>& candidates);
   bool narrowCandidates(ZnArray<ZnDbEdgeRef>& candidates) const;
   bool getEdgeRefsInBlock(const ZnArray<ZnDbObjectId>& path, ZnArray<ZnDbEdgeRef>& edges);

@@ -103,16 +103,23 @@ bool ZnCenterMarkPatternBuilder::autoFillPattern() {
 
 void ZnCenterMarkPatternBuilder::undoAutoFillPattern() {
   patternType_ = autoFillTypeBefore_;
-  if (inputEdges().length() <= userEdgeCount_) return;
+  if (inputEdges().length() == userEdgeCount_) return;
   ZnArray<ZnDbEdgeRef> edges = inputEdges();
-  edges.setLogicalLength(userEdgeCount_);
+  // A fill may have dropped edges of the user's own.
+  if (edges.length() > userEdgeCount_) edges.setLogicalLength(userEdgeCount_);
   setInputEdges(edges);
+}
+
+// Nothing fills again, so the user's own edges have to say what the pattern is.
+void ZnCenterMarkPatternBuilder::endAutoFill() {
+  undoAutoFillPattern();
+  updateBuilderFromLayout();
 }
 
 void ZnCenterMarkPatternBuilder::suppressAutoFill(bool suppress) {
   if (suppress == autoFillSuppressed_ || !autoFillMode_) return;
   autoFillSuppressed_ = suppress;
-  if (suppress) undoAutoFillPattern();
+  if (suppress) endAutoFill();
 }
 
 void ZnCenterMarkPatternBuilder::setAutoFillMode(bool on) {
@@ -122,7 +129,7 @@ void ZnCenterMarkPatternBuilder::setAutoFillMode(bool on) {
     if (on)
       builder->autoFillPattern();
     else
-      builder->undoAutoFillPattern();
+      builder->endAutoFill();
   }
 }
 

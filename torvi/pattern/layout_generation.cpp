@@ -203,7 +203,7 @@ void ZnDbCenterMarkPatternLayout::generatePitchCenterMark(const Props& provider,
     if (axisMembers_[axis] < 0) continue;
     // The arm stops where the member's own cross begins.
     const CrossSize cross = crossSizeOf(provider, circles_[axisMembers_[axis]].radius());
-    arms[axis] = pitchCircle.radius() - cross.gap - cross.half;
+    arms[axis] = std::max(pitchCircle.radius() - cross.gap - cross.half, kNotDrawn);
   }
   buildCenterMarkCurves(curves, provider, pitchCircle, patternPlane_.normal(), planeDirection_, nullptr, arms,
                         nullptr);

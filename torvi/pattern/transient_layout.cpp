@@ -28,8 +28,8 @@ ErrorStatus ZnDbCenterMarkPatternTransientLayout::createTransients(const ZnArray
   cursorMemberActive_ = cursorPoint && !fullPcd_ && !isInsideCircle(*cursorPoint);
   if (cursorMemberActive_) appendCursorCircle(*cursorPoint);
   if (!analysePattern()) return Quorl::eInvalidInput;
-  // An object under edit keeps its keys, and with them its overshoots.
-  if (keepLinearDirection() != Quorl::eOk) rebuildCenterLineKeys();
+  // An object under edit keeps its keys, and with them its overshoots. One of a single member has none yet.
+  if (keepLinearDirection() != Quorl::eOk || centerLineKeys_.isEmpty()) rebuildCenterLineKeys();
   if (cursorMemberActive_ && !majorCurves_.isEmpty()) settleCursorMember();
   return generatePattern(curves, keys);
 }

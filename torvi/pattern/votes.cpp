@@ -81,11 +81,13 @@ ZnGePoint2d voteLinePoint(const ZnArray<ZnGePoint2d>& centers, int fixedCount, c
   const ZnGeLine2d xAxis(ZnGePoint2d::kOrigin, ZnGeVector2d::kXAxis);
   const ZnGeLine2d yAxis(ZnGePoint2d::kOrigin, ZnGeVector2d::kYAxis);
   const double step = tol.equalPoint() * 0.5;
+  // A voted direction is rounded, so no column is parallel to y to the last bit.
+  const bool isVertical = ZnGeLine2d(ZnGePoint2d::kOrigin, direction).isParallelTo(yAxis, tol);
   std::vector<double> onX, onY;
   for (int i = votersOf(centers, fixedCount) - 1; i >= 0; --i) {
     const ZnGeLine2d line(centers[i], direction);
     ZnGePoint2d crossing;
-    if (!line.isParallelTo(yAxis)) {
+    if (!isVertical) {
       line.intersectWith(yAxis, crossing);
       onY.push_back(roundedToStep(crossing.y, step));
     } else {
@@ -95,6 +97,5 @@ ZnGePoint2d voteLinePoint(const ZnArray<ZnGePoint2d>& centers, int fixedCount, c
   }
   int values = 0;
   const double x = mostVotedValue(onX, values), y = mostVotedValue(onY, values);
-  const bool isVertical = ZnGeLine2d(ZnGePoint2d::kOrigin, direction).isParallelTo(yAxis, tol);
   return isVertical ? ZnGePoint2d(x, 0.0) : ZnGePoint2d(0.0, y);
 }
