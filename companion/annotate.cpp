@@ -1,6 +1,7 @@
 #include "companion/annotate.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "companion/centers.h"
@@ -11,6 +12,8 @@
 #include "companion/object_naming.h"
 #include "companion/pattern_marks.h"
 #include "companion/tolerance.h"
+#include "torvi/centermark/object_wrapper.h"
+#include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
 
@@ -53,8 +56,16 @@ void tellHole(const ZnDbFullSubentPath& path, ZnDbObjectId owner, ZnRxCommandVal
   entry[L"belongsTo"] = handleText(owner.handle());
 }
 
+// Turns a mark on a slot's end into the slot's direction; one that lies straight needs nothing.
+void turnToSlot(ZnDbObjectId markId, double direction) {
+  if (std::fabs(std::sin(2.0 * direction)) <= kStraightSine) return;
+  ZnDbCenterMarkObjectWrapper mark(markId);
+  if (mark.setRotation(direction) == Quorl::eOk)
+    ZnTorviLyxUtils::explicitlyEvaluateActionBody(mark.actionBody());
+}
+
 void createMarks(ZnRxCommandContext& context, ZnDbDatabase& database, const std::vector<Center>& centers,
-                 const std::vector<bool>& isTaken) {
+                 const std::vector<bool>& isTaken, const LineFinds& lines) {
   for (size_t i = 0; i < centers.size(); ++i) {
     context.progress(i + 1, centers.size());
     if (isTaken[i] || centers[i].isMarked) continue;
@@ -62,6 +73,7 @@ void createMarks(ZnRxCommandContext& context, ZnDbDatabase& database, const std:
     ZnDbObjectId markId;
     ZnString why;
     if (createMark(database, path, markId, why) == Quorl::eOk) {
+      turnToSlot(markId, lines.slotDirection(centers[i].outermost()));
       context.result()[L"created"].append(handleText(markId.handle()));
       tellHole(path, markId, context.result()[L"holes"]);
     } else {
@@ -126,7 +138,7 @@ ErrorStatus annotate(ZnRxCommandContext& context) {
   context.result()[L"holes"] = ZnRxCommandValue::array();
   context.result()[L"failures"] = ZnRxCommandValue::array();
   const std::vector<bool> isTaken = createPatterns(context, *database, edges, centers);
-  createMarks(context, *database, centers, isTaken);
+  createMarks(context, *database, centers, isTaken, lines);
   lines.make(context, *database);
   context.result()[L"marked"] = static_cast<std::int64_t>(
       std::count_if(centers.begin(), centers.end(), [](const Center& center) { return center.isMarked; }));

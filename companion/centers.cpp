@@ -5,6 +5,7 @@
 #include "companion/concentric_groups.h"
 #include "torvi/core/action_body.h"
 #include "torvi/dbutils/lyx_utils.h"
+#include "torvi/pattern/action_body.h"
 
 namespace companion {
 
@@ -22,6 +23,8 @@ void sortOutermostFirst(std::vector<Candidate>& candidates) {
     return a.curve.endAng() - a.curve.startAng() > b.curve.endAng() - b.curve.startAng();
   });
 }
+
+bool isShown(ZnDbObjectId output) { return !output.isNull() && !output.isErased(); }
 
 } // namespace
 
@@ -65,8 +68,12 @@ std::vector<ZnGeCircArc3d> markedCircles(ZnDbObjectId space) {
     ZnArray<ZnDbEdgeRef> edges;
     if (!body.isOpen() || body->centerObjectId().isErased() || body->getEdgeRefs(edges) != Quorl::eOk)
       continue;
-    for (const ZnDbEdgeRef& edge : edges) {
-      const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
+    const auto* pattern = ZnDbCenterMarkPatternActionBody::cast(body.object());
+    for (int i = 0; i < edges.length(); ++i) {
+      // A circle that does not lie on a pattern's ring is one of its edges, but has no mark.
+      if (pattern && !isShown(pattern->getOutputEdge(ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1))))
+        continue;
+      const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edges[i], true));
       if (curve && curve->isKindOf(ZnGe::kCircArc3d))
         circles.push_back(static_cast<const ZnGeCircArc3d&>(*curve));
     }

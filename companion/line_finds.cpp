@@ -1,5 +1,6 @@
 #include "companion/line_finds.h"
 
+#include <cmath>
 #include <unordered_map>
 
 #include "companion/line_commands.h"
@@ -98,6 +99,11 @@ std::vector<ZnGePoint3d> contentWithoutEdges(ZnDbObjectId space) {
   return places;
 }
 
+double directionOf(const Slot& slot) {
+  const ZnGeVector3d along = slot.ends[1].center - slot.ends[0].center;
+  return along.x == 0.0 ? ZnGe::kPi / 2.0 : std::atan(along.y / along.x);
+}
+
 } // namespace
 
 LineFinds::LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space,
@@ -111,7 +117,13 @@ LineFinds::LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space,
   if (wantsSlots) slots_ = findSlots(straight_, round);
   std::erase_if(slots_, [&](const Slot& slot) { return slot.radius < minRadius || slot.radius > maxRadius; });
   for (const Slot& slot : slots_)
-    for (const SlotEnd& end : slot.ends) slotEnds_.insert(&round_[static_cast<size_t>(end.arcs.front())]);
+    for (const SlotEnd& end : slot.ends)
+      slotEnds_.emplace(&round_[static_cast<size_t>(end.arcs.front())], directionOf(slot));
+}
+
+double LineFinds::slotDirection(const RoundEdge& edge) const {
+  const auto found = slotEnds_.find(&edge);
+  return found == slotEnds_.end() ? 0.0 : found->second;
 }
 
 void LineFinds::make(ZnRxCommandContext& context, ZnDbDatabase& database) const {

@@ -1,7 +1,7 @@
 // The part of TORVI.ANNOTATE that deals with center lines: slots, and strips.
 #pragma once
 
-#include <unordered_set>
+#include <unordered_map>
 
 #include "companion/slots.h"
 #include "companion/strips.h"
@@ -19,6 +19,8 @@ public:
   // Whether the edge, one of the given ones, stands for the end of a slot: it is to have a mark whatever its
   // span.
   bool isSlotEnd(const RoundEdge& edge) const { return slotEnds_.count(&edge) != 0; }
+  // The direction of that slot in radians, from minus to plus a quarter turn; 0 for any other edge.
+  double slotDirection(const RoundEdge& edge) const;
 
   // Makes the center lines that are not there yet. Adds to the results "created" and "failures", and sets
   // "slots" and "strips", each with "handle" of its line, "isNew", "edges", each with "edge" and "index", and
@@ -31,7 +33,7 @@ private:
   std::vector<StraightEdge> straight_;
   std::vector<Slot> slots_;
   std::vector<Strip> strips_;
-  std::unordered_set<const RoundEdge*> slotEnds_;
+  std::unordered_map<const RoundEdge*, double> slotEnds_; // with the slot's direction
 };
 
 } // namespace companion

@@ -203,7 +203,7 @@ std::vector<MadePattern> makePatterns(ZnDbDatabase& database, const std::vector<
   const std::vector<RingWitness> witnesses = witnessesOf(edges);
   PatternMaker maker(database, centers, settings);
   std::vector<MadePattern> made;
-  for (const FoundPattern& found : findPatterns({holes, witnesses, outlines}))
+  for (const FoundPattern& found : findPatterns({holes, witnesses, outlines, settings.alignShare}))
     if (MadePattern pattern; maker.make(found, pattern)) made.push_back(std::move(pattern));
   return made;
 }

@@ -74,7 +74,7 @@ public:
       places_.push_back(disc.center);
       radius_ = std::max(radius_, disc.radius);
     }
-    tolerance_ = radius_ * kHolePlaceShare;
+    tolerance_ = radius_ * std::max(kHolePlaceShare, question.placeShare);
     isFree_.assign(places_.size(), true);
     for (const RingWitness& witness : question.witnesses)
       if (isOfThisPart(witness.center)) witnesses_.push_back(witness);

@@ -34,6 +34,9 @@ struct PatternQuestion {
   const std::vector<Hole>& holes;
   const std::vector<RingWitness>& witnesses;
   const std::vector<Outline>& outlines;
+  // How far a hole may lie off the ring or row that it is taken into, as a share of its radius, if that is
+  // more than what rounding explains.
+  double placeShare = 0.0;
 };
 
 // Each hole ends in at most one pattern. Holes that no outline holds belong together, but no row of theirs

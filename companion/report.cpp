@@ -11,6 +11,7 @@
 #include "torvi/core/action_body.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/dbutils/lyx_utils.h"
+#include "torvi/pattern/layout.h"
 #include "torvi/pattern/object_wrapper.h"
 
 using Quorl::ErrorStatus;
@@ -137,6 +138,21 @@ void describeLine(const ZnDbCenterLineObjectWrapper& line, ZnRxCommandValue& cen
   center[L"endOvershoot"] = line.endOvershoot();
 }
 
+// A ring has its circle, marked in the middle or not.
+bool pitchCircleOf(const ZnDbTorviObjectWrapper& wrapper, ZnGeCircArc3d& circle) {
+  const auto* pattern = dynamic_cast<const ZnDbCenterMarkPatternObjectWrapper*>(&wrapper);
+  ZnArray<ZnDbEdgeRef> edges;
+  if (!pattern || pattern->getCenterPatternType() != kCenterPatternPolar ||
+      pattern->getEdgeRefs(edges) != Quorl::eOk)
+    return false;
+  ZnDbCenterMarkPatternLayout layout(wrapper.centerObjId());
+  if (!layout.loadCircles(edges) || !layout.analysePattern() || layout.majorCurves().isEmpty() ||
+      !layout.majorCurves().first()->isKindOf(ZnGe::kCircArc3d))
+    return false;
+  circle = static_cast<const ZnGeCircArc3d&>(*layout.majorCurves().first());
+  return true;
+}
+
 ZnRxCommandValue describe(const ZnDbTorviObjectWrapper& wrapper) {
   ZnRxCommandValue center = ZnRxCommandValue::object();
   center[L"handle"] = handleText(wrapper.centerObjId().handle());
@@ -150,7 +166,7 @@ ZnRxCommandValue describe(const ZnDbTorviObjectWrapper& wrapper) {
   center[L"radius"] = {};
   ZnGeCircArc3d circle;
   const auto* mark = dynamic_cast<const ZnDbCenterMarkObjectWrapper*>(&wrapper);
-  if (mark && mark->getRefCircle(circle) == Quorl::eOk) {
+  if (mark && (mark->getRefCircle(circle) == Quorl::eOk || pitchCircleOf(wrapper, circle))) {
     center[L"center"] = pointValue(circle.center());
     center[L"radius"] = circle.radius();
   }

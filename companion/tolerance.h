@@ -88,4 +88,7 @@ constexpr double kStripJoinShare = 1e-4;
 // Holes this near to their exact places, in drawing units, are left where they are: a pattern takes them in.
 constexpr double kExactPlace = 2e-5;
 
+// Sine of twice the angle up to which a slot lies along an axis, and its marks need not be turned.
+constexpr double kStraightSine = 1e-6;
+
 } // namespace companion

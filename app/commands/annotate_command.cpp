@@ -124,8 +124,9 @@ bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& 
   {
     Progress progress(job.input, console.isQuiet());
     progress.stage("reading");
-    if (!drawing.open(job.input, options.import.readOptions(), failure) || !applySettings(options, failure))
-      return false;
+    interchange::ReadOptions reading = options.import.readOptions();
+    reading.withoutAnnotation = true;
+    if (!drawing.open(job.input, reading, failure) || !applySettings(options, failure)) return false;
     call.arguments()[L"align"] = options.align.value_or(drawing.import() ? kAlignImported : 0.0) / 100.0;
     progress.stage("marking centers");
     call.onProgress = [&progress](size_t done, size_t total) { progress.update(done, total); };
@@ -171,7 +172,9 @@ bool planOutputs(const AnnotateOptions& options, Job& job, std::set<std::string>
   job.outputs = outputsOf(options, job.input);
   for (const std::string& target : job.outputs)
     if (!taken.insert(fs::weakly_canonical(target).string()).second)
-      return failure.set(target, 0, "two inputs would be written to it", "inputs with names of their own");
+      return failure.set(target, 0, "two results would be written to it",
+                         "each output once, and inputs with names "
+                         "of their own");
   return true;
 }
 

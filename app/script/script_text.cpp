@@ -74,6 +74,8 @@ bool isScriptName(std::string_view text) {
 
 bool parseScript(std::string_view text, const std::string& file, std::vector<ScriptLine>& lines,
                  Failure& failure) {
+  constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf"; // some editors begin a text with it
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   for (int number = 1; !text.empty(); ++number) {
     const size_t end = std::min(text.find('\n'), text.size());
     ScriptLine line;

@@ -4,6 +4,7 @@
 #include "interchange/draw/picture_draw.h"
 #include "interchange/draw/svg_insertion.h"
 #include "interchange/draw/svg_path_target.h"
+#include "interchange/svg_in/read_options.h"
 #include "interchange/svg_in/text_encoding.h"
 
 #include "quorl/db/database.h"
@@ -45,15 +46,24 @@ std::string withoutEncoding(std::string text) {
   return text;
 }
 
+// Takes an annotation that an earlier run has put there out of the text: it is replaced, not doubled.
+void removeEarlier(std::string& text, const std::string& groupName) {
+  const std::string end = "</" + groupName + ">\n";
+  const std::size_t from = text.find("<" + groupName + " id=\"" + kAnnotationId + "\"");
+  const std::size_t to = from == std::string::npos ? from : text.find(end, from);
+  if (to == std::string::npos || text.find("<" + groupName, from + 1) < to) return; // not as we write it
+  text.erase(from, to + end.size() - from);
+}
+
+// Somebody else's element may have the id.
 std::string freeId(const pugi::xml_document& document) {
-  const std::string wanted = "quorl-annotation";
-  std::string id = wanted;
+  std::string id = kAnnotationId;
   const auto isTaken = [&] {
     return !document
                 .find_node([&id](const pugi::xml_node& node) { return id == node.attribute("id").value(); })
                 .empty();
   };
-  for (int number = 2; isTaken(); ++number) id = wanted + "-" + std::to_string(number);
+  for (int number = 2; isTaken(); ++number) id = kAnnotationId + ("-" + std::to_string(number));
   return id;
 }
 
@@ -68,7 +78,8 @@ bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbData
                  const std::vector<ZnDbObjectId>& annotation, const PictureOptions& options,
                  std::string& annotated, PictureError& error) {
   std::string text = isWide(source) ? withoutEncoding(toUtf8(source)) : std::string(source);
-  const std::string readable = toUtf8(source);
+  if (const std::optional<RootTag> tag = findRootEnd(text)) removeEarlier(text, tag->prefix + "g");
+  const std::string readable = toUtf8(text);
   pugi::xml_document document;
   const pugi::xml_parse_result parsed =
       document.load_buffer(readable.data(), readable.size(), pugi::parse_default, pugi::encoding_utf8);

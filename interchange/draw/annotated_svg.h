@@ -14,11 +14,12 @@ class ZnDbDatabase;
 
 namespace interchange {
 
-// The annotation entities, in that order, as one group with the id "quorl-annotation" (numbered where the
-// document has that id) at the end of the document: strokes with color, width and dashes, in its user
-// coordinates. All else stays as it is, byte by byte; a document in UTF-16 becomes the same text in UTF-8.
-// `page` says how the source lies in the drawing, in millimetres. Erased entities and those on hidden layers
-// are left out. False with the reason in `error` for a source that is no SVG document.
+// The annotation entities, in that order, as one group with the id "quorl-annotation" (numbered where an
+// element of the document has that id) at the end of the document: strokes with color, width and dashes, in
+// its user coordinates. A group that an earlier run put there is replaced. All else stays as it is, byte by
+// byte; a document in UTF-16 becomes the same text in UTF-8. `page` says how the source lies in the drawing,
+// in millimetres. Erased entities and those on hidden layers are left out. False with the reason in `error`
+// for a source that is no SVG document.
 bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbDatabase& database,
                  const std::vector<ZnDbObjectId>& annotation, const PictureOptions& options,
                  std::string& annotated, PictureError& error);

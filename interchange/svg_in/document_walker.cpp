@@ -140,6 +140,8 @@ void DocumentWalker::visit(const pugi::xml_node& node, const State& state) {
 }
 
 void DocumentWalker::visitGroup(const pugi::xml_node& node, std::string_view name, const State& state) {
+  if (options_.withoutAnnotation && std::string_view(node.attribute("id").value()) == kAnnotationId)
+    return skip(node, "an earlier annotation: it is made anew");
   visitChildren(node, enter(node, name, state));
 }
 

@@ -8,6 +8,9 @@
 
 namespace interchange {
 
+// The id of the group that an annotated document carries.
+inline constexpr const char* kAnnotationId = "quorl-annotation";
+
 enum class LengthUnit { Pixel, Millimetre, Centimetre, Inch, Point, Pica };
 
 struct ReadOptions {
@@ -20,6 +23,8 @@ struct ReadOptions {
   // A reference may repeat a thing that repeats a thing; beyond this many elements in all the file is
   // refused.
   std::size_t largestExpansion = 1000000;
+  // Passes over what an earlier annotation has put into the document: it will be made anew.
+  bool withoutAnnotation = false;
 };
 
 } // namespace interchange

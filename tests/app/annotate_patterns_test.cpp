@@ -17,6 +17,12 @@ std::string circle(double x, double y, double radius) {
   return fmt::format("<circle cx='{:.4f}' cy='{:.4f}' r='{}'/>", x, y, radius);
 }
 
+std::string sheet(const std::string& content) {
+  return "<svg xmlns='http://www.w3.org/2000/svg' width='200mm' height='200mm' viewBox='0 0 200 200' "
+         "fill='none' stroke='black'>" +
+         content + "</svg>";
+}
+
 // Holes of radius 3 around (100, 100), each off its place by that much, inwards and outwards in turn.
 std::string ringOf(int count, double radius, double off = 0.0) {
   std::string holes;
@@ -69,9 +75,7 @@ class AnnotatePatterns : public testing::TestWithParam<PatternCase> {};
 TEST_P(AnnotatePatterns, EachHoleBelongsToOneObject) {
   const PatternCase& testCase = GetParam();
   const ProgramFolder folder;
-  folder.write("in.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='200mm' height='200mm' "
-                         "viewBox='0 0 200 200' fill='none' stroke='black'>" +
-                             testCase.content + "</svg>");
+  folder.write("in.svg", sheet(testCase.content));
   const ProgramRun run =
       folder.run("quorl annotate in.svg -o out.bdoc --report report.json " + testCase.options);
   ASSERT_EQ(run.exitCode, 0) << run.err;
@@ -105,5 +109,42 @@ TEST_P(AnnotatePatterns, EachHoleBelongsToOneObject) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheets, AnnotatePatterns, testing::ValuesIn(kCases));
+
+TEST(AnnotateAgain, AHoleThatLeftItsRingGetsAMark) {
+  const ProgramFolder folder;
+  folder.write("in.svg", sheet(ringOf(6, 40)));
+  ASSERT_EQ(folder.run("quorl annotate in.svg -o a.bdoc").exitCode, 0);
+  folder.write("move.quorl", "MOVE 143,100 9,0\n");
+  ASSERT_EQ(folder.run("quorl run move.quorl a.bdoc -o b.bdoc").exitCode, 0);
+  EXPECT_TRUE(holdsAll(folder.run("quorl annotate b.bdoc -o c.bdoc").out, {"1 center mark\n"}));
+  EXPECT_TRUE(holdsAll(folder.run("quorl annotate c.bdoc -o d.bdoc").out, {"0 center marks\n"}));
+}
+
+// An SVG that is annotated onto itself stays what it is the second time.
+TEST(AnnotateAgain, TheSameDocumentIsNotMarkedTwice) {
+  const ProgramFolder folder;
+  folder.write("in.svg", sheet(ringOf(6, 40) + rowOf(4, 20)));
+  ASSERT_EQ(folder.run("quorl annotate in.svg -o in.svg").exitCode, 0);
+  const std::string once = folder.read("in.svg");
+  EXPECT_TRUE(holdsAll(once, {"quorl-annotation"}));
+  ASSERT_EQ(folder.run("quorl annotate in.svg -o in.svg").exitCode, 0);
+  EXPECT_EQ(folder.read("in.svg"), once);
+}
+
+TEST(AnnotateSlots, MarksLieAlongTheSlot) {
+  const ProgramFolder folder;
+  folder.write("in.svg", sheet("<rect x='60' y='80' width='60' height='16' rx='8' "
+                               "transform='rotate(-30 90 88)'/>"));
+  ASSERT_EQ(folder.run("quorl annotate in.svg -o a.bdoc --center-lines --report report.json").exitCode, 0);
+  const Json report = Json::parse(folder.read("report.json"), nullptr, false);
+  int marks = 0;
+  for (const Json& center : report["centers"]) {
+    if (center["kind"] != "CENTERMARK") continue;
+    ++marks;
+    const Json& x = center["transform"][0];
+    EXPECT_NEAR(std::fabs(x[0].get<double>()), std::cos(std::numbers::pi / 6), 1e-6);
+  }
+  EXPECT_EQ(marks, 2);
+}
 
 } // namespace

@@ -231,7 +231,7 @@ TEST(Annotate, InputsOfOneNameDoNotOverwriteEachOther) {
   folder.write("in.svg", svg("<circle cx='50' cy='50' r='12'/>"));
   const ProgramRun run = folder.run("quorl annotate a/in.svg in.svg --out-dir out -o .tdoc");
   EXPECT_EQ(run.exitCode, 1);
-  EXPECT_TRUE(holdsAll(run.err, {"out/in.tdoc", "two inputs"}));
+  EXPECT_TRUE(holdsAll(run.err, {"out/in.tdoc", "two results"}));
   EXPECT_TRUE(holdsAll(folder.run("quorl report out/in.tdoc").out, {"radius 10"}));
 }
 

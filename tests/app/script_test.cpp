@@ -121,6 +121,7 @@ const ListCase kLists[] = {
     {"flat bulge", "POLYLINE 0,0 BULGE 1e-300 10,0", {"from 0,0 to 10,0"}},
     {"rotate", "LINE 0,0 10,0 AS l\nROTATE l 0,0 90", {"from 0,0 to 0,10"}},
     {"scale", "CIRCLE 2,0 1 AS c\nSCALE c 0,0 3", {"from 3,-3 to 9,3"}},
+    {"byte order mark", "\xef\xbb\xbfLINE 0,0 9,4", {"from 0,0 to 9,4"}},
     {"stretched line", "LINE 0,0 9,0 AS l\nSTRETCH l 8,1 9,4\n", {"from 0,0 to 9,4"}},
     {"stretched polyline", "POLYLINE 0,0 9,0 9,9 AS p\nSTRETCH p 9,9 2,12\n", {"from 0,0 to 9,12"}},
     {"mirror", "CIRCLE 2,1 1 AS c\nMIRROR c 0,0 0,9", {"from -3,0 to -1,2"}},

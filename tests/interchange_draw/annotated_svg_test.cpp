@@ -142,9 +142,12 @@ TEST(AnnotatedSvg, what_is_hidden_erased_or_outside) {
 TEST(AnnotatedSvg, unusual_roots) {
   SmallDrawing drawing;
   const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
-  const std::string twice = annotate(annotate(kMillimetres + "</svg>", drawing, ids), drawing, ids);
-  EXPECT_NE(twice.find("id=\"quorl-annotation\""), std::string::npos);
-  EXPECT_NE(twice.find("id=\"quorl-annotation-2\""), std::string::npos);
+  const std::string once = annotate(kMillimetres + "</svg>", drawing, ids);
+  EXPECT_EQ(annotate(once, drawing, ids), once) << "replaced, not doubled";
+  const std::string theirs = kMillimetres + "<g id=\"quorl-annotation\"><g/></g>\n</svg>";
+  const std::string beside = annotate(theirs, drawing, ids);
+  EXPECT_NE(beside.find("id=\"quorl-annotation-2\""), std::string::npos);
+  EXPECT_EQ(beside.find("<g id=\"quorl-annotation\"><g/></g>\n"), theirs.find("<g id"));
 
   const std::string prefixed =
       annotate("<s:svg xmlns:s='http://www.w3.org/2000/svg' width='9mm' height='9mm'></s:svg>", drawing, ids);
