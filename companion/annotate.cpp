@@ -60,7 +60,11 @@ void tellHole(const ZnDbFullSubentPath& path, ZnDbObjectId owner, ZnRxCommandVal
 void turnToSlot(ZnDbObjectId markId, double direction) {
   if (std::fabs(std::sin(2.0 * direction)) <= kStraightSine) return;
   ZnDbCenterMarkObjectWrapper mark(markId);
-  if (mark.setRotation(direction) == Quorl::eOk)
+  ZnGePoint3d origin;
+  ZnGeVector3d x, y, normal;
+  mark.blockTransform().getCoordSystem(origin, x, y, normal);
+  // A mark turns about the normal of its circle, which an arc that runs clockwise has downwards.
+  if (mark.setRotation(normal.z < 0.0 ? -direction : direction) == Quorl::eOk)
     ZnTorviLyxUtils::explicitlyEvaluateActionBody(mark.actionBody());
 }
 
