@@ -97,7 +97,8 @@ std::vector<bool> createPatterns(ZnRxCommandContext& context, ZnDbDatabase& data
   const ZnRxCommandValue& arguments = context.arguments();
   if (arguments.at(L"patterns").asBool(true)) {
     const PatternSettings settings{arguments.at(L"align").asDouble(0.0)};
-    for (const MadePattern& made : makePatterns(database, edges, centers, settings)) {
+    int refused = 0;
+    for (const MadePattern& made : makePatterns(database, edges, centers, settings, refused)) {
       ZnRxCommandValue& entry = patterns.append(ZnRxCommandValue::object());
       entry[L"handle"] = handleText(made.id.handle());
       entry[L"type"] = made.found.isRing ? L"ring" : L"row";
@@ -110,6 +111,7 @@ std::vector<bool> createPatterns(ZnRxCommandContext& context, ZnDbDatabase& data
         tellHole(centers[static_cast<size_t>(hole)].hole().path, made.id, context.result()[L"holes"]);
       }
     }
+    context.result()[L"inexactPatterns"] = refused;
   }
   context.result()[L"patterns"] = patterns;
   return isTaken;

@@ -197,14 +197,20 @@ bool PatternMaker::make(const FoundPattern& found, MadePattern& made) {
 } // namespace
 
 std::vector<MadePattern> makePatterns(ZnDbDatabase& database, const std::vector<RoundEdge>& edges,
-                                      const std::vector<Center>& centers, const PatternSettings& settings) {
+                                      const std::vector<Center>& centers, const PatternSettings& settings,
+                                      int& refused) {
   const std::vector<Outline> outlines = visibleOutlines(database.currentSpaceId());
   const std::vector<Hole> holes = holesOf(centers, outlines);
   const std::vector<RingWitness> witnesses = witnessesOf(edges);
   PatternMaker maker(database, centers, settings);
   std::vector<MadePattern> made;
-  for (const FoundPattern& found : findPatterns({holes, witnesses, outlines, settings.alignShare}))
-    if (MadePattern pattern; maker.make(found, pattern)) made.push_back(std::move(pattern));
+  refused = 0;
+  for (const FoundPattern& found : findPatterns({holes, witnesses, outlines, settings.alignShare})) {
+    if (MadePattern pattern; maker.make(found, pattern))
+      made.push_back(std::move(pattern));
+    else
+      ++refused;
+  }
   return made;
 }
 

@@ -22,10 +22,11 @@ struct MadePattern {
 };
 
 // Each pattern that the pattern kind's own analysis confirms, with every hole on its chain, is made; of the
-// others nothing is left behind. All round edges of the drawing may witness a ring. Only full circles of
-// unmarked centers in the plane of the first one join.
+// others nothing is left behind, and refused counts them. All round edges of the drawing may witness a ring.
+// Only full circles of unmarked centers in the plane of the first one join.
 std::vector<MadePattern> makePatterns(ZnDbDatabase& database, const std::vector<RoundEdge>& edges,
-                                      const std::vector<Center>& centers, const PatternSettings& settings);
+                                      const std::vector<Center>& centers, const PatternSettings& settings,
+                                      int& refused);
 
 // Why the pattern is one, in words for the report.
 ZnString evidenceText(const FoundPattern& found, const std::vector<RoundEdge>& edges);

@@ -145,6 +145,13 @@ bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& 
   }
   tellImport(drawing, console);
   console.note(job.input + ": " + madeText(call.result()));
+  const std::int64_t inexact = call.result().at(L"inexactPatterns").asInt();
+  if (inexact > 0 && !options.align && !drawing.import())
+    console.note(fmt::format(
+        "{}: {} not exact enough for a pattern; --align 2 would move the holes by up to 2 % of "
+        "their radius",
+        job.input,
+        inexact == 1 ? "1 ring or row of holes is" : fmt::format("{} rings or rows of holes are", inexact)));
   if (tellFailures(job, call.result(), console)) return true;
   return failure.set(job.input, 0, "some center objects could not be made");
 }

@@ -120,6 +120,17 @@ TEST(AnnotateAgain, AHoleThatLeftItsRingGetsAMark) {
   EXPECT_TRUE(holdsAll(folder.run("quorl annotate c.bdoc -o d.bdoc").out, {"0 center marks\n"}));
 }
 
+// Only what was read from decimals just now is taken for rounded; of a drawing that is asked.
+TEST(AnnotateAgain, AnInexactRingInADrawingIsTold) {
+  const ProgramFolder folder;
+  folder.write("in.svg", sheet(ringOf(6, 40, 0.01)));
+  ASSERT_EQ(folder.run("quorl convert in.svg a.bdoc").exitCode, 0);
+  EXPECT_TRUE(holdsAll(folder.run("quorl annotate a.bdoc -o b.bdoc").out,
+                       {"6 center marks\n", "1 ring or row of holes is not exact enough", "--align 2"}));
+  EXPECT_TRUE(
+      holdsAll(folder.run("quorl annotate a.bdoc -o b.bdoc --align 2").out, {"1 center mark pattern\n"}));
+}
+
 // An SVG that is annotated onto itself stays what it is the second time.
 TEST(AnnotateAgain, TheSameDocumentIsNotMarkedTwice) {
   const ProgramFolder folder;
