@@ -48,7 +48,7 @@ TEST(ConcentricGroups, PairsOfCircles) {
 
 // The grid gives what comparing every circle with every group gives.
 TEST(ConcentricGroups, AgreeWithThePlainSearch) {
-  rc::check([] {
+  EXPECT_TRUE(rc::check([] {
     std::vector<ZnGeCircArc3d> circles;
     const int count = *rc::gen::inRange(1, 60);
     for (int i = 0; i < count; ++i) {
@@ -76,7 +76,7 @@ TEST(ConcentricGroups, AgreeWithThePlainSearch) {
       }
     }
     RC_ASSERT(groups.count() == static_cast<int>(first.size()));
-  });
+  }));
 }
 
 } // namespace

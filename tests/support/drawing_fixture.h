@@ -69,8 +69,22 @@ protected:
     EXPECT_EQ(table->add(id, record.object()), Quorl::eOk);
     return id;
   }
+  // A window on model space; the points say where it stands on paper and what is at its middle.
+  ZnDbObjectId addViewport(double scale, const ZnGePoint3d& center = {}, const ZnGePoint2d& viewCenter = {},
+                           double twist = 0.0) {
+    auto* window = new ZnDbViewport;
+    window->setCenterPoint(center);
+    window->setViewCenter(viewCenter);
+    window->setCustomScale(scale);
+    window->setTwistAngle(twist);
+    return add(window, db_->paperSpaceId());
+  }
 
   // Marks
+  // An edge of the last id of a path.
+  static ZnDbEdgeRef edgeAlong(const ZnArray<ZnDbObjectId>& path, std::int64_t index = 0) {
+    return ZnDbEdgeRef(ZnDbFullSubentPath(path, ZnDbSubentId(ZnDb::kEdgeSubentType, index)));
+  }
   static ZnDbEdgeRef edgeOf(ZnDbObjectId entity) {
     ZnDbEdgeRef edge;
     EXPECT_EQ(ZnTorviLyxUtils::createEdgeRef(ZnDbFullSubentPath(entity, ZnDb::kEdgeSubentType, 0), edge),
@@ -99,6 +113,11 @@ protected:
   static void erase(ZnDbObjectId id) {
     change<ZnDbObject>(id, [](ZnDbObject& object) { EXPECT_EQ(object.erase(), Quorl::eOk); });
   }
+
+  static void setLocked(ZnDbObjectId layer, bool locked) {
+    change<ZnDbLayerTableRecord>(layer, [=](ZnDbLayerTableRecord& record) { record.setIsLocked(locked); });
+  }
+  static ZnDbObjectId layerOf(ZnDbObjectId entity) { return ZnDbHolder<ZnDbEntity>(entity)->layerId(); }
 
   // A value as a drawing brings it along, which nobody has checked.
   void put(const wchar_t* variable, const ZnRxVariableValue& value) {

@@ -31,14 +31,10 @@ protected:
   // +x adds, -x removes, ! clears, = sets to edge d alone.
   void apply(ScriptedBuilder& builder, const std::string& steps) const {
     for (size_t i = 0; i < steps.size(); ++i) {
-      if (steps[i] == '+')
-        builder.addInputEdge(edge(steps[++i]));
-      else if (steps[i] == '-')
-        builder.removeInputEdge(edge(steps[++i]));
-      else if (steps[i] == '!')
-        builder.clearInput();
-      else
-        builder.setInputEdges({edge('d')});
+      if (steps[i] == '!') builder.clearInput();
+      if (steps[i] == '=') builder.setInputEdges({edge('d')});
+      if (steps[i] == '+') builder.addInputEdge(edge(steps[i + 1]));
+      if (steps[i] == '-') builder.removeInputEdge(edge(steps[i + 1]));
     }
   }
   std::vector<ZnDbObjectId> circles_;
@@ -105,8 +101,7 @@ TEST_F(Builder, WithoutALoadedObjectEdgesAreAList) {
   }
   ScriptedBuilder builder(db_.get());
   builder.addInputEdge(edge('a'));
-  EXPECT_TRUE(builder.removeInputEdge(edge('a')));
-  EXPECT_FALSE(builder.removeInputEdge(edge('a')));
+  for (const bool there : {true, false}) EXPECT_EQ(builder.removeInputEdge(edge('a')), there);
 }
 
 TEST_F(Builder, LoadingWhatCannotBeEdited) {
@@ -165,11 +160,9 @@ TEST_F(Builder, ReassociationReplacesTheParameters) {
 
 TEST_F(Builder, NeitherDatabaseNorClassCanBeLeftOut) {
   ZnDbObjectId center;
-  ScriptedBuilder wrongClass(db_.get(), ZnDbLine::desc());
-  EXPECT_EQ(wrongClass.createTorvi(center), Quorl::eWrongObjectClass);
+  EXPECT_EQ(ScriptedBuilder(db_.get(), ZnDbLine::desc()).createTorvi(center), Quorl::eWrongObjectClass);
   zndbHostApplicationServices()->setWorkingDatabase(nullptr);
-  ScriptedBuilder homeless(nullptr);
-  EXPECT_EQ(homeless.createTorvi(center), Quorl::eNoDatabase);
+  EXPECT_EQ(ScriptedBuilder(nullptr).createTorvi(center), Quorl::eNoDatabase);
   EXPECT_EQ(ZnTorviLyxUtils::createCenterMark(edge('a'), center, nullptr), Quorl::eNoDatabase);
   zndbHostApplicationServices()->setWorkingDatabase(db_.get());
   EXPECT_TRUE(center.isNull());

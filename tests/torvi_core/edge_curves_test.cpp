@@ -7,6 +7,7 @@
 #include "quorl/db/polyline.h"
 #include "quorl/db/spline.h"
 #include "quorl/view/view_rep_block_reference.h"
+#include "support/point_text.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi_core/scripted_body.h"
 
@@ -20,21 +21,21 @@ protected:
   static std::unique_ptr<ZnGeCurve3d> shape(const ZnDbEdgeRef& edge, bool fullCircle = false) {
     return std::unique_ptr<ZnGeCurve3d>(Lyx::evaluatedZnDbEdgeCurve(edge, fullCircle));
   }
-  // Whether the edge shows this segment or arc; arcs by their points, since their angles have many origins.
+  static ZnGePoint3d pointAt(const ZnGeCurve3d& curve, double part) {
+    ZnGeInterval i;
+    curve.getInterval(i);
+    return curve.evalPoint(i.lowerBound() + part * (i.upperBound() - i.lowerBound()));
+  }
+  // Whether the edge shows this segment or arc, or nothing; arcs by their points, since their angles have
+  // many origins.
   static testing::AssertionResult shows(const ZnDbEdgeRef& edge, bool fullCircle,
-                                        const ZnGeCurve3d& expected) {
+                                        const ZnGeCurve3d* expected) {
     const auto found = shape(edge, fullCircle);
-    if (!found) return testing::AssertionFailure() << "no curve";
-    if (found->type() != expected.type()) return testing::AssertionFailure() << "kind " << found->type();
-    ZnGeInterval a, b;
-    found->getInterval(a);
-    expected.getInterval(b);
-    for (const double part : {0.0, 0.3, 0.75, 1.0}) {
-      const auto at = [part](const ZnGeInterval& i) {
-        return i.lowerBound() + part * (i.upperBound() - i.lowerBound());
-      };
-      if (const auto same = near(found->evalPoint(at(a)), expected.evalPoint(at(b))); !same) return same;
-    }
+    if (!found && !expected) return testing::AssertionSuccess();
+    if (!found || !expected || found->type() != expected->type())
+      return testing::AssertionFailure() << (found ? "another kind" : "no curve");
+    for (const double part : {0.0, 0.3, 0.75, 1.0})
+      if (const auto same = near(pointAt(*found, part), pointAt(*expected, part)); !same) return same;
     return testing::AssertionSuccess();
   }
 };
@@ -44,15 +45,15 @@ TEST_F(EdgeCurves, KindByKind) {
   chain->addVertexAt(0, {0.0, 0.0});
   chain->addVertexAt(1, {4.0, 0.0}, 1.0); // a half circle to the next
   chain->addVertexAt(2, {4.0, 2.0});
-  const ZnDbObjectId polyline = add(chain);
+  const ZnDbObjectId polyline = add(chain), gone = addCircle({}, 1.0);
+  erase(gone);
   const ZnGeCircArc3d half({4.0, 1.0, 0.0}, {0.0, 0.0, 1.0}, {0.0, -1.0, 0.0}, 1.0, 0.0, kPi);
   const ZnGeCircArc3d halfWhole({4.0, 1.0, 0.0}, {0.0, 0.0, 1.0}, 1.0);
   const ZnGeCircArc3d arc({1.0, 2.0, 0.0}, {0.0, 0.0, 1.0}, {1.0, 0.0, 0.0}, 3.0, 0.5, 2.0);
   const ZnGeCircArc3d arcWhole({1.0, 2.0, 0.0}, {0.0, 0.0, 1.0}, 3.0);
   const ZnGeCircArc3d tilted({1.0, 2.0, 3.0}, {1.0, 1.0, 0.0}, 3.0);
-  const ZnGeLineSeg3d line(ZnGePoint3d(1.0, 1.0, 1.0), ZnGePoint3d(4.0, 5.0, 6.0)),
-      point({2.0, 2.0, 0.0}, ZnGePoint3d(2.0, 2.0, 0.0));
-  const ZnGeLineSeg3d side(ZnGePoint3d(0.0, 0.0, 0.0), ZnGePoint3d(4.0, 0.0, 0.0));
+  const ZnGeLineSeg3d line = segmentOf("1,1,1 4,5,6"), point = segmentOf("2,2 2,2"),
+                      side = segmentOf("0,0 4,0");
   struct {
     const char* what;
     ZnDbEdgeRef edge;
@@ -69,27 +70,13 @@ TEST_F(EdgeCurves, KindByKind) {
       {"spline", edgeAlong({add(new ZnDbSpline)}), nullptr, nullptr},
       {"ellipse", edgeAlong({add(new ZnDbEllipse)}), nullptr, nullptr},
       {"reference", edgeAlong({addReference(addEmptyBlock())}), nullptr, nullptr},
+      {"erased", edgeAlong({gone}), nullptr, nullptr},
       {"empty", ZnDbEdgeRef(), nullptr, nullptr},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
-    for (const bool fullCircle : {false, true}) {
-      const ZnGeCurve3d* expected = fullCircle ? row.whole : row.part;
-      if (expected)
-        EXPECT_TRUE(shows(row.edge, fullCircle, *expected)) << fullCircle;
-      else
-        EXPECT_EQ(shape(row.edge, fullCircle), nullptr);
-    }
-  }
-}
-
-TEST_F(EdgeCurves, AnErasedEntityShowsNothing) {
-  const ZnDbObjectId circle = addCircle({}, 1.0), line = addLine({}, {1.0, 0.0, 0.0});
-  const ZnDbEdgeRef edges[] = {edgeOf(circle), edgeOf(line)};
-  for (const ZnDbEdgeRef& edge : edges) {
-    EXPECT_NE(shape(edge), nullptr);
-    erase(edge.entity().leafId());
-    EXPECT_EQ(shape(edge), nullptr);
+    EXPECT_TRUE(shows(row.edge, false, row.part));
+    EXPECT_TRUE(shows(row.edge, true, row.whole));
   }
 }
 
@@ -102,7 +89,7 @@ TEST_F(EdgeCurves, ThroughNestedReferencesAsTheyTurnAndMirror) {
   const ZnDbObjectId inner = addReference(innerBlock, ZnGeMatrix3d(), outerBlock),
                      outer = addReference(outerBlock);
   EXPECT_TRUE(ZnDbTorviActionBodyUtils::isEdgeFromBlockRef(edgeAlong({outer, inner, circle})));
-  for (const ZnDbEdgeRef& edge : {edgeAlong({circle}), edgeAlong({line, inner, circle}), ZnDbEdgeRef()})
+  for (const ZnDbEdgeRef& edge : {edgeAlong({line, inner, circle}), ZnDbEdgeRef()})
     EXPECT_FALSE(ZnDbTorviActionBodyUtils::isEdgeFromBlockRef(edge));
   const ZnGeMatrix3d turn = ZnGeMatrix3d::translation({5.0, 6.0, 0.0}) * ZnGeMatrix3d::rotation(0.8, z),
                      tilt = ZnGeMatrix3d::rotation(0.6, {1.0, 2.0, 0.0}),
@@ -122,39 +109,27 @@ TEST_F(EdgeCurves, ThroughNestedReferencesAsTheyTurnAndMirror) {
       EXPECT_TRUE(near(round.center(), all * ZnGePoint3d(2.0, 0.0, 0.0)));
       EXPECT_NEAR(round.radius(), 1.5 * scale, 1e-9);
       EXPECT_NEAR(std::fabs(round.normal().dotProduct((all * z).normal())), 1.0, 1e-9);
-      const auto seenLine = shape(edgeAlong({outer, inner, line}));
-      ASSERT_TRUE(seenLine && seenLine->isKindOf(ZnGe::kLineSeg3d));
-      EXPECT_TRUE(
-          near(static_cast<const ZnGeLineSeg3d&>(*seenLine).startPoint(), all * ZnGePoint3d(1.0, 1.0, 0.0)));
-      EXPECT_TRUE(
-          near(static_cast<const ZnGeLineSeg3d&>(*seenLine).endPoint(), all * ZnGePoint3d(3.0, 1.0, 0.0)));
-      const auto seenArc = shape(edgeAlong({outer, inner, arc}));
-      ASSERT_TRUE(seenArc && seenArc->isKindOf(ZnGe::kCircArc3d));
-      const auto& piece = static_cast<const ZnGeCircArc3d&>(*seenArc);
+      const ZnGeLineSeg3d segment(all * ZnGePoint3d(1.0, 1.0, 0.0), all * ZnGePoint3d(3.0, 1.0, 0.0));
+      EXPECT_TRUE(shows(edgeAlong({outer, inner, line}), false, &segment));
+      const auto piece = shape(edgeAlong({outer, inner, arc}));
+      ASSERT_TRUE(piece && piece->isKindOf(ZnGe::kCircArc3d));
       const ZnGePoint3d from = all * ZnGePoint3d(2.0 + 1.5 * std::cos(0.2), 1.5 * std::sin(0.2), 0.0);
       const ZnGePoint3d to = all * ZnGePoint3d(2.0 + 1.5 * std::cos(1.7), 1.5 * std::sin(1.7), 0.0);
-      EXPECT_TRUE((near(piece.startPoint(), from) && near(piece.endPoint(), to)) ||
-                  (near(piece.startPoint(), to) && near(piece.endPoint(), from)));
-      EXPECT_NEAR(piece.length(), 1.5 * 1.5 * scale, 1e-9);
+      EXPECT_TRUE((near(pointAt(*piece, 0.0), from) && near(pointAt(*piece, 1.0), to)) ||
+                  (near(pointAt(*piece, 0.0), to) && near(pointAt(*piece, 1.0), from)));
+      EXPECT_NEAR(piece->length(), 1.5 * 1.5 * scale, 1e-9);
     }
 }
 
 TEST_F(EdgeCurves, ThroughAViewportTheyStandOnPaper) {
-  auto* window = new ZnDbViewport;
-  window->setCenterPoint({100.0, 50.0, 0.0});
-  window->setViewCenter({10.0, 0.0});
-  window->setCustomScale(0.5);
-  window->setTwistAngle(kPi / 2.0);
-  const ZnDbObjectId viewport = add(window, db_->paperSpaceId());
-  const ZnDbObjectId block = addEmptyBlock(),
-                     inner = add(new ZnDbLine({0.0, 0.0, 0.0}, {4.0, 0.0, 0.0}), block);
-  const ZnDbObjectId reference = addReference(block, ZnGeMatrix3d::translation({10.0, 0.0, 0.0}));
-  const ZnDbObjectId circle = addCircle({12.0, 0.0, 0.0}, 6.0),
+  const ZnDbObjectId viewport = addViewport(0.5, {100.0, 50.0, 0.0}, {10.0, 0.0}, kPi / 2.0);
+  const ZnDbObjectId block = addEmptyBlock(), inner = add(new ZnDbLine({}, {4.0, 0.0, 0.0}), block),
+                     reference = addReference(block, ZnGeMatrix3d::translation({10.0, 0.0, 0.0})),
+                     circle = addCircle({12.0, 0.0, 0.0}, 6.0),
                      point = addLine({10.0, 4.0, 0.0}, {10.0, 4.0, 0.0});
-  EXPECT_TRUE(shows(edgeAlong({viewport, reference, inner}), false,
-                    ZnGeLineSeg3d(ZnGePoint3d(100.0, 50.0, 0.0), ZnGePoint3d(100.0, 52.0, 0.0))));
-  EXPECT_TRUE(shows(edgeAlong({viewport, point}), false,
-                    ZnGeLineSeg3d(ZnGePoint3d(98.0, 50.0, 0.0), ZnGePoint3d(98.0, 50.0, 0.0))));
+  const ZnGeLineSeg3d turned = segmentOf("100,50 100,52"), spot = segmentOf("98,50 98,50");
+  EXPECT_TRUE(shows(edgeAlong({viewport, reference, inner}), false, &turned));
+  EXPECT_TRUE(shows(edgeAlong({viewport, point}), false, &spot));
   for (const bool fullCircle : {false, true}) {
     const auto seen = shape(edgeAlong({viewport, circle}), fullCircle);
     ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircArc3d));
@@ -162,38 +137,34 @@ TEST_F(EdgeCurves, ThroughAViewportTheyStandOnPaper) {
     EXPECT_NEAR(static_cast<const ZnGeCircArc3d&>(*seen).radius(), 3.0, 1e-9);
   }
   EXPECT_EQ(Lyx::viewScale(viewport), 0.5);
-  EXPECT_EQ(Lyx::getViewportIdFromEdgeRef(edgeAlong({viewport, circle})), viewport);
   for (const ZnDbObjectId other : {circle, ZnDbObjectId()}) {
     EXPECT_EQ(Lyx::viewScale(other), 1.0);
     EXPECT_TRUE(Lyx::msWcsToPsWcs(other).isEqualTo(ZnGeMatrix3d()));
   }
+  EXPECT_EQ(Lyx::getViewportIdFromEdgeRef(edgeAlong({viewport, circle})), viewport);
   EXPECT_TRUE(Lyx::getViewportIdFromEdgeRef(edgeOf(circle)).isNull());
-  const ZnDbSubentId first(ZnDb::kEdgeSubentType, 0), second(ZnDb::kEdgeSubentType, 1);
   struct {
-    ZnDbFullSubentPath path;
+    ZnArray<ZnDbObjectId> path;
+    int edge;
     bool throughViewport, subEntity;
-  } const rows[] = {{{ZnArray<ZnDbObjectId>{viewport, circle}, first}, true, true},
-                    {{ZnArray<ZnDbObjectId>{viewport, circle}, second}, true, false},
-                    {{ZnArray<ZnDbObjectId>{viewport}, first}, false, true},
-                    {{ZnArray<ZnDbObjectId>{reference, inner}, first}, false, true},
-                    {{ZnArray<ZnDbObjectId>(), first}, false, false}};
+  } const rows[] = {{{viewport, circle}, 0, true, true},
+                    {{viewport, circle}, 1, true, false},
+                    {{viewport}, 0, false, true},
+                    {{reference, inner}, 0, false, true},
+                    {{}, 0, false, false}};
   for (const auto& row : rows) {
-    EXPECT_EQ(Lyx::isTranSpatialPath(row.path), row.throughViewport);
-    EXPECT_EQ(Lyx::isSubEntityPath(row.path), row.subEntity);
+    const ZnDbFullSubentPath path(row.path, ZnDbSubentId(ZnDb::kEdgeSubentType, row.edge));
+    EXPECT_EQ(Lyx::isTranSpatialPath(path), row.throughViewport) << &row - rows;
+    EXPECT_EQ(Lyx::isSubEntityPath(path), row.subEntity) << &row - rows;
   }
 }
 
 // A drawing view stands in its viewport's place: what is seen is the part that the view's block shows.
 TEST_F(EdgeCurves, InDrawingViewsWithAndWithoutAViewport) {
-  auto* window = new ZnDbViewport;
-  window->setCenterPoint({100.0, 50.0, 0.0});
-  window->setCustomScale(0.5);
-  const ZnDbObjectId viewport = add(window, db_->paperSpaceId()),
-                     plain = add(new ZnDbViewport, db_->paperSpaceId());
+  const ZnDbObjectId viewport = addViewport(0.5, {100.0, 50.0, 0.0}), plain = addViewport(1.0);
   const ZnDbObjectId block = addEmptyBlock();
   const ZnDbObjectId arc = add(new ZnDbArc({2.0, 0.0, 0.0}, 4.0, 0.5, 2.0), block);
-  auto* shown = new ZnDbViewRepBlockReference({10.0, 0.0, 0.0}, block);
-  const ZnDbObjectId view = add(shown);
+  const ZnDbObjectId view = add(new ZnDbViewRepBlockReference({10.0, 0.0, 0.0}, block));
   change<ZnDbViewRepBlockReference>(view, [&](ZnDbViewRepBlockReference& held) {
     EXPECT_EQ(held.setViewportId(viewport), Quorl::eOk);
     held.setViewId(db_->layerZero());
@@ -209,8 +180,8 @@ TEST_F(EdgeCurves, InDrawingViewsWithAndWithoutAViewport) {
                     {{plain, arc}, false, false, {}, 0.0}};
   for (const auto& row : rows) {
     const ZnDbFullSubentPath path(row.path, anyEdge);
-    EXPECT_EQ(Lyx::isInBrevixView(path), row.inView);
     ZnDbEdgeRef edge;
+    EXPECT_EQ(Lyx::isInBrevixView(path), row.inView);
     EXPECT_EQ(Lyx::createEdgeRef(path, edge), Quorl::eOk);
     EXPECT_EQ(edge.subentId(), row.inView ? ZnDbSubentId(ZnDb::kEdgeSubentType, 0) : anyEdge);
     EXPECT_EQ(Lyx::isInBrevixView(edge), row.inView);
@@ -239,23 +210,11 @@ TEST_F(EdgeCurves, InDrawingViewsWithAndWithoutAViewport) {
   EXPECT_FALSE(Lyx::isCenterReferenceToBrevixView(view));
 }
 
-TEST_F(EdgeCurves, MakingEdgeReferences) {
-  const auto make = [](ZnDbObjectId id, ZnDbEdgeRef& edge) {
-    return Lyx::createEdgeRef(ZnDbFullSubentPath(id, ZnDb::kEdgeSubentType, 0), edge);
-  };
-  const ZnDbObjectId circle = addCircle({}, 1.0), line = addLine({}, {1.0, 0.0, 0.0}),
-                     point = addLine({}, {1e-11, 0.0, 0.0});
-  for (const ZnDbObjectId id : {circle, line}) {
-    ZnDbEdgeRef edge;
-    EXPECT_EQ(make(id, edge), Quorl::eOk);
-    EXPECT_EQ(edge, edgeAlong({id}));
-  }
-  ZnDbEdgeRef edge = edgeAlong({circle});
-  EXPECT_EQ(make(point, edge), Quorl::eOk);
-  EXPECT_TRUE(edge.isEmpty()) << "a line without length";
+TEST_F(EdgeCurves, ALineWithoutLengthGivesAnEmptyReference) {
+  const ZnDbObjectId point = addLine({}, {1e-11, 0.0, 0.0});
+  EXPECT_TRUE(edgeOf(point).isEmpty());
   erase(point);
-  EXPECT_EQ(make(point, edge), Quorl::eOk);
-  EXPECT_EQ(edge, edgeAlong({point})) << "nobody could look";
+  EXPECT_EQ(edgeOf(point), edgeAlong({point})) << "nobody could look";
 }
 
 } // namespace

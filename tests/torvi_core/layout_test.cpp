@@ -7,12 +7,8 @@ namespace {
 
 using Body = ScriptedMarkBody;
 
-class Layout : public ScriptedTest {
+class Layout : public CircleTest {
 protected:
-  void SetUp() override {
-    ScriptedTest::SetUp();
-    circle_ = addCircle({0.0, 0.0, 0.0}, 5.0);
-  }
   // A center object whose block is as creation leaves it.
   ZnDbObjectId makeWith(const char* entities, const std::vector<std::wstring>& keys = {}) {
     script.entities = entities;
@@ -28,7 +24,6 @@ protected:
     for (const std::wstring& key : keys) wanted.append(key);
     return ScriptedLayout(center).updateEntities(curves, wanted, associative);
   }
-  ZnDbObjectId circle_;
   const ZnGeLineSeg3d segment_{ZnGePoint3d(1.0, 2.0, 3.0), ZnGePoint3d(4.0, 5.0, 6.0)};
   const ZnGeCircArc3d arc_{{1.0, 1.0, 0.0}, {0.0, 0.0, -1.0}, {1.0, 0.0, 0.0}, 7.0, 0.5, 2.5};
   const ZnGeLine3d nothing_{};
@@ -38,9 +33,6 @@ TEST_F(Layout, CurvesHideAndShowEntities) {
   const ZnDbObjectId center = makeWith("la");
   const std::vector<ZnDbObjectId> ids = liveEntities(blockOf(center));
   ASSERT_EQ(ids.size(), 2u);
-  const auto visible = [&](size_t i) {
-    return ZnDbHolder<ZnDbEntity>(ids[i])->visibility() == ZnDb::kVisible;
-  };
   const auto expectShapes = [&](bool lineHidden, bool arcHidden) {
     ZnDbHolder<ZnDbLine> line(ids[0]);
     EXPECT_TRUE(near(line->startPoint(), segment_.startPoint()));
@@ -49,25 +41,25 @@ TEST_F(Layout, CurvesHideAndShowEntities) {
     EXPECT_TRUE(near(arc->center(), arc_.center()));
     EXPECT_EQ(arc->radius(), arcHidden ? 0.0 : 7.0);
     EXPECT_TRUE(arc->normal().isEqualTo(arc_.normal()));
-    EXPECT_EQ(arc->startAngle(), arc_.startAng());
-    EXPECT_EQ(arc->endAngle(), arc_.endAng());
-    EXPECT_EQ(visible(0), !lineHidden);
-    EXPECT_EQ(visible(1), !arcHidden);
+    EXPECT_TRUE(arc->startAngle() == arc_.startAng() && arc->endAngle() == arc_.endAng());
+    EXPECT_EQ(line->visibility() == ZnDb::kVisible, !lineHidden);
+    EXPECT_EQ(arc->visibility() == ZnDb::kVisible, !arcHidden);
   };
-  EXPECT_EQ(update(center, {&segment_, &arc_}, {}, true), Quorl::eOk);
-  expectShapes(false, false);
-  EXPECT_EQ(update(center, {&nothing_, &nothing_}, {}, false), Quorl::eOk);
-  expectShapes(false, false);
-  EXPECT_EQ(update(center, {&nothing_}, {}, true), Quorl::eOk);
-  expectShapes(true, false);
-  EXPECT_EQ(update(center, {&segment_, &nothing_}, {}, true), Quorl::eOk);
-  expectShapes(false, true);
-  EXPECT_EQ(update(center, {&segment_, &arc_}, {}, false), Quorl::eOk);
-  expectShapes(false, false);
-  // A curve of the other kind leaves the shape alone, and a missing one the entity.
-  EXPECT_EQ(update(center, {&arc_, &segment_}, {}, true), Quorl::eOk);
-  EXPECT_EQ(update(center, {nullptr, nullptr}, {}, true), Quorl::eOk);
-  expectShapes(false, false);
+  struct {
+    std::vector<const ZnGeCurve3d*> shapes;
+    bool associative, lineHidden, arcHidden;
+  } const steps[] = {{{&segment_, &arc_}, true, false, false},
+                     {{&nothing_, &nothing_}, false, false, false},
+                     {{&nothing_}, true, true, false},
+                     {{&segment_, &nothing_}, true, false, true},
+                     {{&segment_, &arc_}, false, false, false},
+                     {{&arc_, &segment_}, true, false, false}, // of the other kind
+                     {{nullptr, nullptr}, true, false, false}};
+  for (const auto& step : steps) {
+    SCOPED_TRACE(&step - steps);
+    EXPECT_EQ(update(center, step.shapes, {}, step.associative), Quorl::eOk);
+    expectShapes(step.lineHidden, step.arcHidden);
+  }
 }
 
 TEST_F(Layout, CountsOfCurvesAndEntities) {
@@ -84,31 +76,18 @@ TEST_F(Layout, CountsOfCurvesAndEntities) {
   EXPECT_EQ(scale(0), 5.0);
   EXPECT_EQ(scale(1), 5.0) << "traits reach the entities beyond the curves";
   EXPECT_EQ(script.count("adjust"), 1);
-  EXPECT_EQ(update(circle_, {}, {}, true), Quorl::eInvalidInput);
-  EXPECT_EQ(update({}, {}, {}, true), Quorl::eInvalidInput);
+  for (const ZnDbObjectId id : {circle_, ZnDbObjectId()})
+    EXPECT_EQ(update(id, {}, {}, true), Quorl::eInvalidInput);
 }
-
-TEST_F(Layout, TheBaseGivesNothingByItself) {
-  ScriptedLayout layout({});
-  Curves curves;
-  Keys keys;
-  ZnArray<ZnDbEntity*> entities;
-  EXPECT_EQ(layout.createTransients({}, nullptr, curves, keys), Quorl::eNotProvided);
-  EXPECT_EQ(layout.createEntitiesForKey(entities, L"k"), Quorl::eNothingToDo);
-  EXPECT_TRUE(layout.transform().isEqualTo(ZnGeMatrix3d()));
-}
-
-struct KeyedCase {
-  const char* what;
-  std::vector<std::wstring> made, wanted;
-  bool associative;
-  int shapes;                           // curves that fit
-  std::map<std::wstring, bool> outputs; // key: whether its output lives afterwards
-};
 
 TEST_F(Layout, KeyedOutputsFollowTheWantedKeys) {
-  const KeyedCase rows[] = {
-      {"same", {L"1", L"2"}, {L"1", L"2"}, true, 2, {{L"1", true}, {L"2", true}}},
+  struct {
+    const char* what;
+    std::vector<std::wstring> made, wanted;
+    bool associative;
+    int shapes;                           // curves that fit
+    std::map<std::wstring, bool> outputs; // key: whether its output lives afterwards
+  } const rows[] = {
       {"one goes", {L"1", L"2"}, {L"2"}, true, 1, {{L"1", false}, {L"2", true}}},
       {"kept without edges", {L"1", L"2"}, {L"2"}, false, 2, {{L"1", true}, {L"2", true}}},
       {"group goes", {L"1", L"1"}, {L"3"}, true, 1, {{L"1", false}, {L"3", true}}},
@@ -116,12 +95,11 @@ TEST_F(Layout, KeyedOutputsFollowTheWantedKeys) {
       {"new one", {L"1"}, {L"1", L"4"}, true, 2, {{L"1", true}, {L"4", true}}},
       {"run of one key", {L"1", L"1"}, {L"1", L"1"}, true, 2, {{L"1", true}}},
   };
-  for (const KeyedCase& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
     const ZnDbObjectId center = makeWith(std::string(row.made.size(), 'l').c_str(), row.made);
     script.createForKey = [](ZnArray<ZnDbEntity*>& entities) { entities.append(new ZnDbLine); };
     std::vector<const ZnGeCurve3d*> shapes(static_cast<size_t>(row.shapes), &segment_);
-    // A nested reference stands behind the lines, so one curve more than lines would still find a place.
     EXPECT_EQ(update(center, shapes, row.wanted, row.associative), Quorl::eOk);
     for (const auto& [key, lives] : row.outputs) {
       const ZnDbObjectId id = wrap(center).getOutputEdge(key);
@@ -139,8 +117,8 @@ TEST_F(Layout, KeyedOutputsFollowTheWantedKeys) {
       EXPECT_TRUE(near(ZnDbHolder<ZnDbLine>(id)->endPoint(), segment_.endPoint()));
     // What was purged comes back as itself.
     const ZnDbObjectId first = wrap(center).getOutputEdge(row.made[0]);
-    const std::vector<const ZnGeCurve3d*> all(row.made.size(), &segment_);
-    EXPECT_EQ(update(center, all, row.made, true), Quorl::eOk);
+    shapes.assign(row.made.size(), &segment_);
+    EXPECT_EQ(update(center, shapes, row.made, true), Quorl::eOk);
     EXPECT_EQ(wrap(center).getOutputEdge(row.made[0]), first);
     EXPECT_FALSE(first.isErased());
   }
@@ -185,9 +163,7 @@ TEST_F(Layout, InputShapesStandInLineWithTheEdges) {
   ZnArray<ZnGeCircArc3d> circles{arc_};
   EXPECT_EQ(layout.getInputCircles({edgeOf(line), edgeOf(circle_), ZnDbEdgeRef()}, circles), 1);
   ASSERT_EQ(circles.length(), 3);
-  EXPECT_EQ(circles[0].radius(), 0.0);
-  EXPECT_EQ(circles[1].radius(), 5.0);
-  EXPECT_EQ(circles[2].radius(), 0.0);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(circles[i].radius(), i == 1 ? 5.0 : 0.0);
   EXPECT_EQ(layout.getInputCircles({}, circles), 0);
   EXPECT_TRUE(circles.isEmpty());
 }

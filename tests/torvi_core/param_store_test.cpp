@@ -1,6 +1,5 @@
 // The store of values and edges that all bodies share, and the format in which a body is filed.
 #include <memory>
-#include <optional>
 
 #include "assoc/tdoc_list_filer.h"
 #include "quorl/db/memory_filer.h"
@@ -9,16 +8,15 @@
 namespace {
 
 using Body = ScriptedMarkBody;
+using ParamStore = CenterTest;
 
-class ParamStore : public ScriptedTest {
-protected:
-  void SetUp() override {
-    ScriptedTest::SetUp();
-    circle_ = addCircle({0.0, 0.0, 0.0}, 5.0);
-    center_ = make({circle_});
-  }
-  ZnDbObjectId circle_, center_;
-};
+std::string keysOf(const Body& body) {
+  ZnArray<ZnString> keys;
+  body.getOutputEdgeKeys(keys);
+  std::string text;
+  for (const ZnString& key : keys) text += key.utf8() + ",";
+  return text;
+}
 
 TEST_F(ParamStore, ValuesReadByTheirTypeAndElseByTheDefault) {
   changeBody(center_, [&](Body& body) {
@@ -35,17 +33,18 @@ TEST_F(ParamStore, ValuesReadByTheirTypeAndElseByTheDefault) {
     const wchar_t* name;
     int asInt;
     double asDouble;
-    bool orTrue, orFalse, isCircle;
-    Quorl::ErrorStatus asPoint;
-  } const rows[] = {{L"int", 7, -1.5, true, false, false, Quorl::eInvalidInput},
-                    {L"double", -3, 2.5, true, true, false, Quorl::eInvalidInput},
-                    {L"yes", -3, 1.0, true, true, false, Quorl::eInvalidInput},
-                    {L"no", -3, 0.0, false, false, false, Quorl::eInvalidInput},
-                    {L"id", -3, -1.5, true, false, true, Quorl::eInvalidInput},
-                    {L"point", -3, -1.5, true, false, false, Quorl::eOk},
-                    {L"text", -3, -1.5, true, false, false, Quorl::eInvalidInput},
-                    {L"handle", -3, -1.5, true, false, true, Quorl::eInvalidInput},
-                    {L"Int", -3, -1.5, true, false, false, Quorl::eKeyNotFound}};
+    bool orTrue, orFalse;
+    ZnDbObjectId asId;
+    Quorl::ErrorStatus asPoint = Quorl::eInvalidInput;
+  } const rows[] = {{L"int", 7, -1.5, true, false, {}},
+                    {L"double", -3, 2.5, true, true, {}},
+                    {L"yes", -3, 1.0, true, true, {}},
+                    {L"no", -3, 0.0, false, false, {}},
+                    {L"id", -3, -1.5, true, false, circle_},
+                    {L"point", -3, -1.5, true, false, {}, Quorl::eOk},
+                    {L"text", -3, -1.5, true, false, {}},
+                    {L"handle", -3, -1.5, true, false, circle_},
+                    {L"Int", -3, -1.5, true, false, {}, Quorl::eKeyNotFound}};
   ZnDbHolder<Body> body(bodyOf(center_));
   for (const auto& row : rows) {
     SCOPED_TRACE(ZnString(row.name).utf8());
@@ -53,46 +52,29 @@ TEST_F(ParamStore, ValuesReadByTheirTypeAndElseByTheDefault) {
     EXPECT_EQ(body->getDoubleParam(row.name, -1.5), row.asDouble);
     EXPECT_EQ(body->getBoolParam(row.name, true), row.orTrue);
     EXPECT_EQ(body->getBoolParam(row.name, false), row.orFalse);
-    EXPECT_EQ(body->getObjectIdParam(row.name), row.isCircle ? circle_ : ZnDbObjectId());
-    ZnGePoint3d point(9.0, 9.0, 9.0);
+    EXPECT_EQ(body->getObjectIdParam(row.name), row.asId);
+    ZnGePoint3d point;
     EXPECT_EQ(body->getPoint3dParam(row.name, point), row.asPoint);
-    EXPECT_EQ(point, row.asPoint == Quorl::eOk ? ZnGePoint3d(1.0, 2.0, 3.0) : ZnGePoint3d(9.0, 9.0, 9.0));
-  }
-  ZnArray<ZnString> names;
-  body->ownedValueParamNames(names);
-  ASSERT_GE(names.length(), 9);
-  for (const ZnString& name : names) {
-    ZnDbEvalVariant value;
-    ZnString expression(L"x"), evaluator(L"x");
-    EXPECT_EQ(body->getValueParam(name, value, expression, evaluator), Quorl::eOk);
-    EXPECT_TRUE(expression.isEmpty() && evaluator.isEmpty()) << name.utf8();
-    EXPECT_EQ(body->getValueParam(name, value, 1), Quorl::eOutOfRange) << name.utf8();
+    EXPECT_EQ(point.z, row.asPoint == Quorl::eOk ? 3.0 : 0.0);
   }
 }
 
 TEST_F(ParamStore, ABodyInNoActionHasNothing) {
   Body body;
-  ZnDbEvalVariant value;
   EXPECT_EQ(body.setIntParam(L"n", 1), Quorl::eNotInDatabase);
   EXPECT_EQ(body.setObjectIdParam(L"n", circle_), Quorl::eNotInDatabase);
   EXPECT_EQ(body.getIntParam(L"n", 4), 4);
-  EXPECT_TRUE(body.getObjectIdParam(L"n").isNull());
-  EXPECT_EQ(body.edgeRefCount(), 0);
   ZnArray<ZnDbEdgeRef> edges{edgeOf(circle_)};
   EXPECT_EQ(body.getEdgeRefs(edges), Quorl::eNothingToDo);
-  EXPECT_TRUE(edges.isEmpty());
-  EXPECT_FALSE(body.isAssociative(false));
-  EXPECT_TRUE(body.centerObjectId().isNull());
+  EXPECT_TRUE(edges.isEmpty() && body.getObjectIdParam(L"n").isNull() && body.centerObjectId().isNull());
+  EXPECT_FALSE(body.isAssociative(false) || body.doesActionMatchCurrentGeometry());
   EXPECT_EQ(body.eraseCenterEntity(), Quorl::eOk);
   EXPECT_NE(body.createCenterEntity(db_.get()), Quorl::eOk);
-  EXPECT_FALSE(body.doesActionMatchCurrentGeometry());
 }
 
 TEST_F(ParamStore, EdgesKeepTheirPlacesWhenEntitiesGo) {
-  const ZnDbObjectId line = addLine({0.0, 0.0, 0.0}, {4.0, 0.0, 0.0});
-  const ZnDbObjectId block = addEmptyBlock();
-  const ZnDbObjectId inner = add(new ZnDbCircle({0.0, 0.0, 0.0}, ZnGeVector3d::kZAxis, 1.0), block);
-  const ZnDbObjectId reference = addReference(block);
+  const ZnDbObjectId line = addLine({0.0, 0.0, 0.0}, {4.0, 0.0, 0.0}), block = addEmptyBlock(),
+                     inner = add(new ZnDbCircle, block), reference = addReference(block);
   ScriptedBuilder builder(db_.get());
   const ZnDbEdgeRef edges[] = {edgeOf(circle_), edgeOf(line), edgeAlong({reference, inner})};
   for (const ZnDbEdgeRef& edge : edges) builder.addInputEdge(edge);
@@ -101,21 +83,16 @@ TEST_F(ParamStore, EdgesKeepTheirPlacesWhenEntitiesGo) {
   struct {
     ZnDbObjectId gone;
     bool live[3];
-  } const rows[] = {{{}, {true, true, true}},
-                    {inner, {true, true, true}}, // the outermost object decides
+  } const rows[] = {{inner, {true, true, true}}, // the outermost object decides
                     {circle_, {false, true, true}},
                     {reference, {false, true, false}}};
   for (const auto& row : rows) {
-    if (!row.gone.isNull()) erase(row.gone);
+    erase(row.gone);
     ZnDbHolder<Body> body(bodyOf(center));
     ZnArray<ZnDbEdgeRef> held;
-    EXPECT_EQ(body->edgeRefCount(), 3);
     EXPECT_EQ(body->getEdgeRefs(held), Quorl::eOk);
     ASSERT_EQ(held.length(), 3);
-    for (int i = 0; i < 3; ++i) {
-      EXPECT_EQ(held[i], row.live[i] ? edges[i] : ZnDbEdgeRef()) << i;
-      EXPECT_EQ(body->getInputEdge(i), held[i]) << i;
-    }
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(held[i], row.live[i] ? edges[i] : ZnDbEdgeRef()) << i;
     EXPECT_TRUE(body->getInputEdge(3).isEmpty() && body->getInputEdge(-1).isEmpty());
     EXPECT_TRUE(body->getEdgeRef(circle_).isEmpty()) << "no parameter";
   }
@@ -126,42 +103,28 @@ TEST_F(ParamStore, SettingAnEdgeCountsAllParameters) {
   changeBody(center_, [&](Body& body) {
     ZnDbObjectId id;
     int index = 0;
-    EXPECT_EQ(body.addParam(L"Other", ZnDbAssocEdgeActionParam::desc(), id, index), Quorl::eOk);
-    EXPECT_EQ(index, 1);
-    EXPECT_EQ(body.addParam(Body::inputEdgeParamName(), ZnDbAssocEdgeActionParam::desc(), id, index),
-              Quorl::eOk);
-    EXPECT_EQ(index, 2);
+    for (const ZnString& name : {ZnString(L"Other"), Body::inputEdgeParamName()})
+      EXPECT_EQ(body.addParam(name, ZnDbAssocEdgeActionParam::desc(), id, index), Quorl::eOk);
     EXPECT_EQ(body.setEdgeRef(2, edgeOf(other)), Quorl::eOk);
     EXPECT_EQ(body.edgeRefCount(), 2);
     EXPECT_EQ(body.getInputEdge(1), edgeOf(other));
     EXPECT_EQ(body.getInputEdge(0), edgeOf(circle_));
     EXPECT_EQ(body.setEdgeRef(3, edgeOf(other)), Quorl::eNullObjectId);
-    EXPECT_EQ(body.setEdgeRef(2, ZnDbEdgeRef()), Quorl::eOk);
-    EXPECT_TRUE(body.getInputEdge(1).isEmpty());
   });
 }
 
 TEST_F(ParamStore, KeysOfOutputsLoseLettersOfThePrefix) {
-  struct {
-    const wchar_t* key;
-    const char* listed;
-  } const rows[] = {
-      {L"1-2", "1-2"}, {L"Edge1", "1"},  {L"put", ""},          {L"", ""},
-      {L"k1", "k1"},   {L"tOp-d", "-d"}, {L"OutputEdge7", "7"}, {L"x OutputEdge", "x OutputEdge"}};
+  const wchar_t* const kKeys[] = {L"1-2", L"Edge1", L"put",         L"",
+                                  L"k1",  L"tOp-d", L"OutputEdge7", L"x Output"};
   changeBody(center_, [&](Body& body) {
     body.setObjectIdParam(L"MyOutputEdge5", circle_);
     body.setObjectIdParam(L"outputEdge6", circle_);
-    for (const auto& row : rows) EXPECT_EQ(body.setOutputEdge(row.key, circle_), Quorl::eOk);
+    for (const wchar_t* key : kKeys) {
+      EXPECT_EQ(body.setOutputEdge(key, circle_), Quorl::eOk);
+      EXPECT_EQ(body.getOutputEdge(key), circle_);
+    }
+    EXPECT_EQ(keysOf(body), "1-2,1,,,k1,-d,7,x Output,");
   });
-  ZnDbHolder<Body> body(bodyOf(center_));
-  ZnArray<ZnString> keys{ZnString(L"before")};
-  body->getOutputEdgeKeys(keys);
-  ASSERT_EQ(keys.length(), 1 + static_cast<int>(std::size(rows)));
-  EXPECT_EQ(keys[0].utf8(), "before");
-  for (int i = 1; i < keys.length(); ++i) {
-    EXPECT_EQ(keys[i].utf8(), rows[i - 1].listed);
-    EXPECT_EQ(body->getOutputEdge(rows[i - 1].key), circle_);
-  }
 }
 
 TEST_F(ParamStore, RenamingAnOutput) {
@@ -169,50 +132,38 @@ TEST_F(ParamStore, RenamingAnOutput) {
     const wchar_t *from, *to;
     Quorl::ErrorStatus status;
     const char* left; // keys afterwards
-  } const rows[] = {{L"a1", L"b1", Quorl::eOk, "c1 b1 "},
-                    {L"a1", L"a1", Quorl::eOk, "a1 c1 "},
-                    {L"x", L"x", Quorl::eOk, "a1 c1 "},
-                    {L"x", L"y", Quorl::eInvalidInput, "a1 c1 "},
-                    {L"A1", L"y", Quorl::eInvalidInput, "a1 c1 "},
-                    {L"a1", L"", Quorl::eOk, "c1 "},
-                    {L"a1", L"c1", Quorl::eOk, "c1 "},
-                    {L"x", L"", Quorl::eInvalidInput, "a1 c1 "}};
+  } const rows[] = {{L"a1", L"b1", Quorl::eOk, "c1,b1,"},
+                    {L"a1", L"a1", Quorl::eOk, "a1,c1,"},
+                    {L"x", L"x", Quorl::eOk, "a1,c1,"},
+                    {L"x", L"y", Quorl::eInvalidInput, "a1,c1,"},
+                    {L"A1", L"y", Quorl::eInvalidInput, "a1,c1,"},
+                    {L"a1", L"", Quorl::eOk, "c1,"},
+                    {L"a1", L"c1", Quorl::eOk, "c1,"},
+                    {L"x", L"", Quorl::eInvalidInput, "a1,c1,"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(ZnString(row.from).utf8() + " to " + ZnString(row.to).utf8());
-    const ZnDbObjectId center = make({circle_});
-    changeBody(center, [&](Body& body) {
+    changeBody(make({circle_}), [&](Body& body) {
       body.setOutputEdge(L"a1", circle_);
       body.setOutputEdge(L"c1", center_);
       EXPECT_EQ(body.renameOutputEdgeKey(row.from, row.to), row.status);
-      ZnArray<ZnString> keys;
-      body.getOutputEdgeKeys(keys);
-      std::string left;
-      for (const ZnString& key : keys) left += key.utf8() + " ";
-      EXPECT_EQ(left, row.left);
-      if (row.status == Quorl::eOk && *row.to && *row.from != L'x') {
-        EXPECT_EQ(body.getOutputEdge(row.to), circle_);
-      }
+      EXPECT_EQ(keysOf(body), row.left);
+      const bool there = row.status == Quorl::eOk && *row.to && *row.from != L'x';
+      EXPECT_EQ(body.getOutputEdge(row.to), there ? circle_ : ZnDbObjectId());
     });
   }
 }
 
-// Fields of the object level alone, before which and after which nothing else stands.
-std::string objectFields(const ZnDbObject& object) {
-  ZnDbMemoryFiler filer(ZnDbFiler::kFile, object.database());
-  EXPECT_EQ(object.ZnDbObject::bdocOutFields(filer), Quorl::eOk);
-  return filer.takeBytes();
-}
-
 TEST_F(ParamStore, TheBinaryFormIsTheObjectAndAVersion) {
   ZnDbHolder<Body> body(bodyOf(center_));
-  const std::string object = objectFields(*body);
-  ZnDbMemoryFiler out(ZnDbFiler::kFile, db_.get());
+  ZnDbMemoryFiler base(ZnDbFiler::kFile, db_.get()), out(ZnDbFiler::kFile, db_.get());
+  EXPECT_EQ(body->ZnDbObject::bdocOutFields(base), Quorl::eOk);
+  const std::string object = base.takeBytes();
   EXPECT_EQ(body->bdocOutFields(out), Quorl::eOk);
   EXPECT_EQ(out.bytes(), object + std::string(2, '\0'));
   struct {
     std::string bytes;
     Quorl::ErrorStatus status;
-  } const rows[] = {{object + std::string(2, '\0'), Quorl::eOk},
+  } const rows[] = {{std::string(out.bytes()), Quorl::eOk},
                     {object + std::string("\1\0", 2), Quorl::eNewerVersion},
                     {object + std::string("\377\377", 2), Quorl::eNewerVersion},
                     {object, Quorl::eFilerError},
@@ -222,9 +173,7 @@ TEST_F(ParamStore, TheBinaryFormIsTheObjectAndAVersion) {
     in.setBytes(row.bytes);
     Body read;
     EXPECT_EQ(read.bdocInFields(in), row.status) << row.bytes.size();
-    if (row.status != Quorl::eFilerError) {
-      EXPECT_EQ(read.ownerId(), body->ownerId());
-    }
+    EXPECT_TRUE(row.status == Quorl::eFilerError || read.ownerId() == body->ownerId());
   }
   ZnDbMemoryFiler failing(ZnDbFiler::kFile, db_.get());
   failing.setStatus(Quorl::eFileAccess);
@@ -243,16 +192,13 @@ public:
 };
 
 TEST_F(ParamStore, TheTextFormHasOneMarkerForAllClasses) {
-  for (ZnRxClass* cls :
-       {ZnDbCenterMarkActionBody::desc(), ScriptedPlainBody::desc(), ScriptedMarkBody::desc()}) {
+  for (ZnRxClass* cls : {ZnDbCenterMarkActionBody::desc(), ScriptedPlainBody::desc()}) {
     const std::unique_ptr<ZnDbObject> body(static_cast<ZnDbObject*>(cls->create()));
     TdocListFiler object(db_.get()), out(db_.get());
     EXPECT_EQ(body->ZnDbObject::tdocOutFields(object), Quorl::eOk);
     EXPECT_EQ(body->tdocOutFields(out), Quorl::eOk);
     ASSERT_EQ(out.items.size(), object.items.size() + 2);
-    const ZnDbTdocItem& marker = out.items[object.items.size()];
-    EXPECT_EQ(marker.code, 100);
-    EXPECT_EQ(marker.text.utf8(), "ZnDbTorviActionBody");
+    EXPECT_EQ(out.items[object.items.size()].text.utf8(), "ZnDbTorviActionBody");
     EXPECT_EQ(out.items.back().code, 90);
     EXPECT_EQ(out.items.back().integer, 0);
     FailingAtMarker failing(db_.get());
@@ -262,42 +208,32 @@ TEST_F(ParamStore, TheTextFormHasOneMarkerForAllClasses) {
 }
 
 TEST_F(ParamStore, ReadingTheTextForm) {
-  ZnDbHolder<Body> body(bodyOf(center_));
-  TdocListFiler object(db_.get());
-  ASSERT_EQ(body->ZnDbObject::tdocOutFields(object), Quorl::eOk);
-  ZnDbTdocItem marker, other;
-  marker.code = other.code = 100;
-  marker.text = L"ZnDbTorviActionBody";
-  other.text = L"ZnDbTorviActionBodyBase";
-  const auto number = [](int code, int value) {
-    ZnDbTdocItem item;
-    item.code = code;
-    item.integer = value;
-    return item;
-  };
   struct {
-    std::vector<ZnDbTdocItem> items;
+    const wchar_t* marker; // null for none
+    std::vector<std::pair<int, int>> numbers;
     Quorl::ErrorStatus status;
-    int nextCode; // of the item left to read; 0 for none
-  } const rows[] = {{{marker, number(90, 0)}, Quorl::eOk, 0},
-                    {{marker, number(90, 0), number(70, 3)}, Quorl::eOk, 70},
-                    {{marker, number(90, 1)}, Quorl::eNewerVersion, 0},
-                    {{marker, number(90, -1)}, Quorl::eNewerVersion, 0},
-                    {{marker, number(70, 0)}, Quorl::eUnexpectedGroupCode, 70},
-                    {{marker}, Quorl::eFilerError, 0},
-                    {{other, number(90, 1)}, Quorl::eOk, 100},
-                    {{}, Quorl::eOk, 0}};
-  for (size_t i = 0; i < std::size(rows); ++i) {
-    SCOPED_TRACE(i);
+    int nextCode = 0; // of the item left to read; 0 for none
+  } const rows[] = {{L"ZnDbTorviActionBody", {{90, 0}}, Quorl::eOk},
+                    {L"ZnDbTorviActionBody", {{90, 0}, {70, 3}}, Quorl::eOk, 70},
+                    {L"ZnDbTorviActionBody", {{90, 1}}, Quorl::eNewerVersion},
+                    {L"ZnDbTorviActionBody", {{90, -1}}, Quorl::eNewerVersion},
+                    {L"ZnDbTorviActionBody", {{70, 0}}, Quorl::eUnexpectedGroupCode, 70},
+                    {L"ZnDbTorviActionBody", {}, Quorl::eFilerError},
+                    {L"ZnDbTorviActionBodyBase", {{90, 1}}, Quorl::eOk, 100},
+                    {nullptr, {}, Quorl::eOk}};
+  ZnDbHolder<Body> body(bodyOf(center_));
+  for (const auto& row : rows) {
+    SCOPED_TRACE(&row - rows);
     TdocListFiler in(db_.get());
-    in.items = object.items;
-    in.items.insert(in.items.end(), rows[i].items.begin(), rows[i].items.end());
+    ASSERT_EQ(body->ZnDbObject::tdocOutFields(in), Quorl::eOk);
+    if (row.marker) in.wrSubclassMarker(row.marker);
+    for (const auto& [code, value] : row.numbers) in.wrInteger(code, value);
     Body read;
-    EXPECT_EQ(read.tdocInFields(in), rows[i].status);
+    EXPECT_EQ(read.tdocInFields(in), row.status);
     EXPECT_EQ(read.ownerId(), body->ownerId());
     ZnDbTdocItem next;
-    EXPECT_EQ(in.readItem(next) == Quorl::eOk, rows[i].nextCode != 0);
-    EXPECT_EQ(next.code, rows[i].nextCode);
+    EXPECT_EQ(in.readItem(next) == Quorl::eOk, row.nextCode != 0);
+    EXPECT_EQ(next.code, row.nextCode);
   }
   TdocListFiler failing(db_.get());
   failing.setStatus(Quorl::eFileAccess);

@@ -117,10 +117,6 @@ ZnDbObjectId ScriptedTest::addReference(ZnDbObjectId block, const ZnGeMatrix3d& 
   return add(reference, space);
 }
 
-ZnDbEdgeRef ScriptedTest::edgeAlong(const ZnArray<ZnDbObjectId>& path, std::int64_t index) {
-  return ZnDbEdgeRef(ZnDbFullSubentPath(path, ZnDbSubentId(ZnDb::kEdgeSubentType, index)));
-}
-
 std::vector<ZnDbObjectId> ScriptedTest::liveEntities(ZnDbObjectId block) {
   std::vector<ZnDbObjectId> live;
   ZnDbHolder<ZnDbBlockTableRecord> record(block);

@@ -101,8 +101,6 @@ protected:
   ZnDbObjectId make(const std::vector<ZnDbObjectId>& inputs, ZnRxClass* bodyClass = ScriptedMarkBody::desc());
   ZnDbObjectId addEmptyBlock();
   ZnDbObjectId addReference(ZnDbObjectId block, const ZnGeMatrix3d& transform = {}, ZnDbObjectId space = {});
-  // An edge of the last id of a path.
-  static ZnDbEdgeRef edgeAlong(const ZnArray<ZnDbObjectId>& path, std::int64_t index = 0);
   template<class Body = ScriptedMarkBody, class Ask> static auto ask(ZnDbObjectId center, Ask&& question) {
     ZnDbHolder<Body> body(bodyOf(center));
     EXPECT_TRUE(body.isOpen());
@@ -118,6 +116,25 @@ protected:
     return ZnDbHolder<ZnDbBlockReference>(reference)->blockTableRecord();
   }
   static std::vector<ZnDbObjectId> liveEntities(ZnDbObjectId block);
+};
+
+class CircleTest : public ScriptedTest {
+protected:
+  void SetUp() override {
+    ScriptedTest::SetUp();
+    circle_ = addCircle({0.0, 0.0, 0.0}, 5.0);
+  }
+  ZnDbObjectId circle_;
+};
+
+// With a center object on the circle.
+class CenterTest : public CircleTest {
+protected:
+  void SetUp() override {
+    CircleTest::SetUp();
+    center_ = make({circle_});
+  }
+  ZnDbObjectId center_;
 };
 
 // Curves of a case, deleted with it.
