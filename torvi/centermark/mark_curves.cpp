@@ -45,7 +45,7 @@ ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, c
     const double arm = armLengths[i];
     if (arm < 0.0 && stored) {
       const auto type = static_cast<ZnCenterMarkSubEntType>(static_cast<int>(-arm));
-      reaches[i] = provider.extensionLength(type, refRadius) + provider.overshoot(type) - offset;
+      reaches[i] = provider.reach(type, refRadius) - offset;
     } else {
       reaches[i] = arm < 0.0 || arm == kArmUnset ? unset() : arm;
     }

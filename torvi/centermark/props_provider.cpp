@@ -11,6 +11,16 @@ namespace {
 
 bool isExtensionLine(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
 
+// Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
+double storedLength(const ZnDbCenterMarkActionBody& body, ZnCenterMarkSubEntType type, double radius) {
+  ZnDbEvalVariant value;
+  double stored = 0.0;
+  if (body.getValueParam(ZnDbCenterMarkActionBody::extensionParamName(type), value) != Quorl::eOk ||
+      value.getValue(stored) != Quorl::eOk)
+    return 0.0;
+  return body.getResolvedExtensionLength(stored, type, radius);
+}
+
 } // namespace
 
 ZnDbCenterMarkPropsProvider::ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject)
@@ -52,16 +62,16 @@ double ZnDbCenterMarkPropsProvider::refCircleRadius() const {
   return mark() ? mark()->getRefCircleRadius() : 0.0;
 }
 
-// Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
 double ZnDbCenterMarkPropsProvider::extensionLength(ZnCenterMarkSubEntType type, double radius) const {
   ZnDbHolder<ZnDbCenterMarkActionBody> body(mark() ? mark()->actionBody() : ZnDbObjectId());
+  return body.isOpen() ? storedLength(*body, type, radius) : 0.0;
+}
+
+// The body is opened once for both: a regeneration asks this of four lines.
+double ZnDbCenterMarkPropsProvider::reach(ZnCenterMarkSubEntType type, double radius) const {
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(mark() ? mark()->actionBody() : ZnDbObjectId());
   if (!body.isOpen()) return 0.0;
-  ZnDbEvalVariant value;
-  double stored = 0.0;
-  if (body->getValueParam(ZnDbCenterMarkActionBody::extensionParamName(type), value) != Quorl::eOk ||
-      value.getValue(stored) != Quorl::eOk)
-    return 0.0;
-  return body->getResolvedExtensionLength(stored, type, radius);
+  return storedLength(*body, type, radius) + (isExtensionLine(type) ? body->overshoot(type) : 0.0);
 }
 
 double ZnDbCenterMarkPropsProvider::extension(ZnCenterMarkSubEntType type) const {

@@ -24,6 +24,7 @@ public:
   double extensionLength(ZnCenterMarkSubEntType type, double radius) const override;
   double extension(ZnCenterMarkSubEntType type) const override;
   double overshoot(ZnCenterMarkSubEntType type) const override;
+  double reach(ZnCenterMarkSubEntType type, double radius) const override;
 
 private:
   // The mark's wrapper, or null where there is none; made when first asked for, since one provider answers
