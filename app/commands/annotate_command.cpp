@@ -156,12 +156,18 @@ bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& 
   return failure.set(job.input, 0, "some center objects could not be made");
 }
 
+// ".pdf", which has no name before it.
+bool isOnlyEnding(const std::string& output) {
+  const fs::path name = fs::path(output).filename();
+  return name.extension().empty() && name.string().starts_with(".");
+}
+
 // Where the results of an input go: an output that is nothing but an ending names the input's own name in the
 // folder of outputs.
 std::vector<std::string> outputsOf(const AnnotateOptions& options, const fs::path& input) {
   std::vector<std::string> outputs, endings;
   for (const std::string& output : options.outputs)
-    (fs::path(output).extension().empty() ? endings : outputs).push_back(output);
+    (isOnlyEnding(output) ? endings : outputs).push_back(output);
   if (options.outDir.empty()) return outputs;
   // The drawing in which the marks live on, and the input's own format.
   if (endings.empty()) endings = {".bdoc", input.extension().string()};
@@ -187,9 +193,8 @@ bool planOutputs(const AnnotateOptions& options, Job& job, std::set<std::string>
 
 // What the options say together; false with the reason when it makes no sense.
 bool checkOptions(const AnnotateOptions& options, Failure& failure) {
-  const auto isEnding = [](const std::string& output) { return fs::path(output).extension().empty(); };
-  const bool anyEnding = std::any_of(options.outputs.begin(), options.outputs.end(), isEnding);
-  const bool allEnding = std::all_of(options.outputs.begin(), options.outputs.end(), isEnding);
+  const bool anyEnding = std::any_of(options.outputs.begin(), options.outputs.end(), isOnlyEnding);
+  const bool allEnding = std::all_of(options.outputs.begin(), options.outputs.end(), isOnlyEnding);
   if (options.outputs.empty() && options.outDir.empty() && options.report.empty())
     return failure.set("quorl annotate", 0, "nothing is to be written", "--output, --out-dir or --report");
   if (options.inputs.size() > 1 && !allEnding)
