@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "companion/center_bodies.h"
 #include "companion/concentric_groups.h"
-#include "torvi/core/action_body.h"
 #include "torvi/dbutils/lyx_utils.h"
 #include "torvi/pattern/action_body.h"
 
@@ -59,16 +59,10 @@ std::vector<Center> centersOf(const std::vector<const RoundEdge*>& edges,
 
 std::vector<ZnGeCircArc3d> markedCircles(ZnDbObjectId space) {
   std::vector<ZnGeCircArc3d> circles;
-  ZnDbHolder<ZnDbAssocNetwork> network(ZnDbAssocNetwork::getInstanceFromObject(space, false, true, L""));
-  if (!network.isOpen()) return circles;
-  for (const ZnDbObjectId actionId : network->getActions()) {
-    ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (!action.isOpen()) continue;
-    ZnDbHolder<ZnDbTorviActionBody> body(action->actionBody());
+  visitCenterBodies(space, [&circles](const ZnDbTorviActionBody& body) {
     ZnArray<ZnDbEdgeRef> edges;
-    if (!body.isOpen() || body->centerObjectId().isErased() || body->getEdgeRefs(edges) != Quorl::eOk)
-      continue;
-    const auto* pattern = ZnDbCenterMarkPatternActionBody::cast(body.object());
+    if (body.getEdgeRefs(edges) != Quorl::eOk) return;
+    const auto* pattern = ZnDbCenterMarkPatternActionBody::cast(&body);
     for (int i = 0; i < edges.length(); ++i) {
       // A circle that does not lie on a pattern's ring is one of its edges, but has no mark.
       if (pattern && !isShown(pattern->getOutputEdge(ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1))))
@@ -77,7 +71,7 @@ std::vector<ZnGeCircArc3d> markedCircles(ZnDbObjectId space) {
       if (curve && curve->isKindOf(ZnGe::kCircArc3d))
         circles.push_back(static_cast<const ZnGeCircArc3d&>(*curve));
     }
-  }
+  });
   return circles;
 }
 

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "companion/center_bodies.h"
 #include "companion/line_commands.h"
 #include "companion/object_naming.h"
 #include "companion/visible_entities.h"
-#include "torvi/core/action_body.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
 
@@ -23,20 +23,14 @@ std::wstring keyOf(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& suben
 class LinesThere {
 public:
   explicit LinesThere(ZnDbObjectId space) {
-    ZnDbHolder<ZnDbAssocNetwork> network(ZnDbAssocNetwork::getInstanceFromObject(space, false, true, L""));
-    if (!network.isOpen()) return;
-    for (const ZnDbObjectId actionId : network->getActions()) {
-      ZnDbHolder<ZnDbAssocAction> action(actionId);
-      if (!action.isOpen() ||
-          ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterLine)
-        continue;
-      ZnDbHolder<ZnDbTorviActionBody> body(action->actionBody());
+    visitCenterBodies(space, [this](const ZnDbTorviActionBody& body) {
       ZnArray<ZnDbEdgeRef> edges;
-      if (!body.isOpen() || body->centerObjectId().isErased() || body->getEdgeRefs(edges) != Quorl::eOk)
-        continue;
+      if (ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(body.objectId()) != kCenterLine ||
+          body.getEdgeRefs(edges) != Quorl::eOk)
+        return;
       for (const ZnDbEdgeRef& edge : edges)
-        lines_[keyOf(edge.entity(), edge.subentId())].push_back(body->centerObjectId());
-    }
+        lines_[keyOf(edge.entity(), edge.subentId())].push_back(body.centerObjectId());
+    });
   }
 
   // The line that stands between both edges; null for none.
