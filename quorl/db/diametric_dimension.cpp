@@ -1,89 +1,10 @@
 #include "quorl/db/diametric_dimension.h"
 
-#include "quorl/db/field_io.h"
-#include "quorl/db/geometry_checks.h"
-
-using Quorl::ErrorStatus;
-
-ZNRX_DEFINE_DRAWING_CLASS(ZnDbDiametricDimension, ZnDbDimension, L"DIMDIAMETRIC")
-
-namespace {
-
-constexpr std::int16_t kVersion = 1;
-
-struct Leader {
-  double length = 0.0;
-  bool isUsable() const { return Quorl::isFinite(length) && length >= 0.0; }
-};
-
-} // namespace
+ZNRX_DEFINE_DRAWING_CLASS(ZnDbDiametricDimension, ZnDbRoundDimension, L"DIMDIAMETRIC")
 
 ZnDbDiametricDimension::ZnDbDiametricDimension(const ZnGePoint3d& chordPoint,
                                                const ZnGePoint3d& farChordPoint, double leaderLength) {
   setChordPoint(chordPoint);
   setFarChordPoint(farChordPoint);
   setLeaderLength(leaderLength);
-}
-
-ErrorStatus ZnDbDiametricDimension::setLeaderLength(double length) {
-  assertWriteEnabled();
-  if (!Quorl::isFinite(length)) return Quorl::eInvalidInput;
-  if (length < 0.0) return Quorl::eOutOfRange;
-  leaderLength_ = length;
-  return Quorl::eOk;
-}
-
-// The leader keeps its proportion to the measured length.
-ErrorStatus ZnDbDiametricDimension::transformBy(const ZnGeMatrix3d& transform) {
-  const double before = measurement();
-  const ErrorStatus status = ZnDbDimension::transformBy(transform);
-  if (status == Quorl::eOk) leaderLength_ *= before > 0.0 ? measurement() / before : transform.scale();
-  return status;
-}
-
-// The line runs from chord point to chord point and on by the leader, along which the text stands.
-void ZnDbDiametricDimension::build(const ZnDbDimensionSizes& sizes, ZnDbDimensionGraphics& graphics) const {
-  const ZnGeVector3d diameter = chordPoint_ - farChordPoint_;
-  const ZnGeVector3d outward = diameter.isZeroLength() ? normal().perpVector() : diameter.normal();
-  graphics.lines.emplace_back(farChordPoint_, chordPoint_ + outward * leaderLength_);
-  graphics.addArrowHead(chordPoint_, outward, normal(), sizes.arrowLength);
-  graphics.addArrowHead(farChordPoint_, -outward, normal(), sizes.arrowLength);
-  graphics.textDirection = zndbReadableDirection(outward, normal());
-  const ZnGePoint3d middle =
-      leaderLength_ > 0.0 ? chordPoint_ + outward * (0.5 * leaderLength_) : farChordPoint_ + diameter * 0.5;
-  graphics.textPosition = middle + normal().crossProduct(graphics.textDirection) * sizes.textGap;
-}
-
-ErrorStatus ZnDbDiametricDimension::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbDimension::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
-  filer.wrDouble(leaderLength_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbDiametricDimension::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbDimension::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Leader leader{leaderLength_};
-  zndbTakeOver(filer, leader, Leader{filer.rdDouble()});
-  leaderLength_ = leader.length;
-  return filer.status();
-}
-
-ErrorStatus ZnDbDiametricDimension::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbDimension::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(className());
-  filer.wrDouble(40, leaderLength_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbDiametricDimension::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbDimension::tdocInFields(filer); status != Quorl::eOk) return status;
-  Leader leader{leaderLength_}, read = leader;
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 40) read.length = item.real;
-  });
-  zndbTakeOver(filer, leader, std::move(read));
-  leaderLength_ = leader.length;
-  return filer.status();
 }
