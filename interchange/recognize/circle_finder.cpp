@@ -60,12 +60,12 @@ bool turnsOnce(const Contour& contour, const CenterRadius& circle) {
 
 // A circle has no corners; stubs of a few rounding steps have no direction of their own.
 bool isSmooth(const Contour& contour, double radius, double rounding) {
-  const double stub = std::max(tolerance::kSeam * radius, 4 * rounding);
+  const double shortest = std::max(tolerance::kSeam * radius, 4 * rounding);
   const Segment* last = nullptr;
   const Segment* first = nullptr;
   for (const Segment& segment : contour.segments) {
     const bool wholeTurn = segment.kind == SegmentKind::Arc && std::abs(segment.arc.sweep) > pi;
-    if (!wholeTurn && distance(segment.start, segment.end) < stub) continue;
+    if (!wholeTurn && distance(segment.start, segment.end) < shortest) continue;
     const double handle = segment.kind == SegmentKind::Cubic ? length(segment.startTangent()) : radius;
     const double slack = tolerance::kCorner + 2 * rounding / std::max(handle, rounding);
     if (last && std::abs(angleBetween(last->endTangent(), segment.startTangent())) > slack) return false;

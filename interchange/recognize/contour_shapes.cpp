@@ -173,8 +173,8 @@ void closeEnds(Contour& contour, const FitOptions& options) {
     return;
   }
   // A short single line also ends near its start; only what runs round an area closes.
-  const bool stub = segments.size() < 3 && contourExtent(segments) <= 4 * options.join();
-  if (stub && !contour.closed) return;
+  const bool isTiny = segments.size() < 3 && contourExtent(segments) <= 4 * options.join();
+  if (isTiny && !contour.closed) return;
   const bool lone = segments.size() == 1 && segments.front().kind == SegmentKind::Line;
   contour.closed = !lone;
   if (segments.front().kind == SegmentKind::Arc && segments.size() == 1) return;

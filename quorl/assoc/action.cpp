@@ -19,7 +19,7 @@ namespace {
 // The dependency at an id, null for one that is erased.
 ZnDbAssocDependency* liveDependency(ZnDbObjectId id) {
   if (id.isErased() || !id.isDerivedFrom(ZnDbAssocDependency::desc())) return nullptr;
-  return static_cast<ZnDbAssocDependency*>(id.stub()->object);
+  return static_cast<ZnDbAssocDependency*>(id.slot()->object);
 }
 
 bool takeOut(std::vector<ZnDbObjectId>& list, ZnDbObjectId id) {
@@ -68,7 +68,7 @@ void ZnDbAssocAction::mark(ZnDbAssocStatus status) {
 ZnDbAssocNetwork* ZnDbAssocAction::owningNetwork() const {
   const ZnDbObjectId id = owningNetworkId();
   if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocNetwork::desc())) return nullptr;
-  return static_cast<ZnDbAssocNetwork*>(id.stub()->object);
+  return static_cast<ZnDbAssocNetwork*>(id.slot()->object);
 }
 
 void ZnDbAssocAction::enterInNetwork() {
@@ -83,8 +83,8 @@ void ZnDbAssocAction::enterInNetwork() {
 }
 
 bool ZnDbAssocAction::isUnderEvaluation() const {
-  const ZnDbStub* stub = objectId().stub();
-  return stub && stub->evaluating;
+  const ZnDbSlot* slot = objectId().slot();
+  return slot && slot->evaluating;
 }
 
 ZnDbAssocEvaluationCallback* ZnDbAssocAction::currentEvaluationCallback() const {
@@ -109,7 +109,7 @@ void ZnDbAssocAction::subEvaluate(ZnDbAssocEvaluationCallback*) {
 
 ZnDbAssocActionBody* ZnDbAssocAction::body() const {
   if (bodyId_.isErased() || !bodyId_.isDerivedFrom(ZnDbAssocActionBody::desc())) return nullptr;
-  return static_cast<ZnDbAssocActionBody*>(bodyId_.stub()->object);
+  return static_cast<ZnDbAssocActionBody*>(bodyId_.slot()->object);
 }
 
 bool ZnDbAssocAction::isActionBodyAProxy() const {
@@ -211,7 +211,7 @@ void ZnDbAssocAction::refreshGroups() const {
   for (const ZnDbObjectId id : params_) {
     if (id.isErased()) continue;
     liveParams_.push_back(id);
-    const auto* param = ZnDbAssocActionParam::cast(id.stub()->object);
+    const auto* param = ZnDbAssocActionParam::cast(id.slot()->object);
     if (!param) continue;
     const ZnAtom name = param->name().atom();
     auto found =
@@ -306,7 +306,7 @@ ErrorStatus ZnDbAssocAction::getActionsDependentOnObject(ZnDbObjectId object, bo
                                                          bool writeWanted, ZnArray<ZnDbObjectId>& actions) {
   static std::uint32_t queries = 0;
   if (object.isNull()) return Quorl::eNullObjectId;
-  const ZnDbWatchLink* const first = object.stub()->watchers;
+  const ZnDbWatchLink* const first = object.slot()->watchers;
   if (!first) return Quorl::eOk;
   const std::uint32_t query = ++queries;
   const ZnDbWatchLink* link = first;

@@ -51,7 +51,7 @@ ErrorStatus ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(cons
   const ZnDbObjectId networkId = ZnDbAssocNetwork::getInstanceFromObject(owner, true, true);
   if (networkId.isNull()) return Quorl::eInvalidOwner;
   auto* action = new ZnDbAssocAction;
-  auto* network = static_cast<ZnDbAssocNetwork*>(networkId.stub()->object);
+  auto* network = static_cast<ZnDbAssocNetwork*>(networkId.slot()->object);
   if (const ErrorStatus status = network->addAction(action, actionId); status != Quorl::eOk) {
     delete action;
     return status;
@@ -66,7 +66,7 @@ ErrorStatus ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(cons
 
 ZnDbObjectId ZnDbAssocActionBody::parentAction(ZnDbObjectId bodyId) {
   if (!bodyId.isValid() || !bodyId.isDerivedFrom(desc())) return {};
-  return bodyId.stub()->object->ownerId();
+  return bodyId.slot()->object->ownerId();
 }
 
 ZnDbAssocStatus ZnDbAssocActionBody::status() const {
@@ -103,7 +103,7 @@ ErrorStatus ZnDbAssocActionBody::evaluateDependencies() {
   ErrorStatus status = Quorl::eOk;
   for (const ZnDbObjectId id : parent->dependencyIds()) {
     if (id.isErased()) continue;
-    auto* dependency = static_cast<ZnDbAssocDependency*>(id.stub()->object);
+    auto* dependency = static_cast<ZnDbAssocDependency*>(id.slot()->object);
     if (dependency->status() == kErasedAssocStatus) status = Quorl::eWasErased;
     dependency->setStatus(kIsUpToDateAssocStatus);
   }
@@ -114,7 +114,7 @@ bool ZnDbAssocActionBody::hasAnyErasedOrBrokenDependencies() const {
   const ZnDbAssocAction* parent = action();
   if (!parent) return false;
   for (const ZnDbObjectId id : parent->dependencyIds())
-    if (!id.isErased() && static_cast<const ZnDbAssocDependency*>(id.stub()->object)->isErasedOrBroken())
+    if (!id.isErased() && static_cast<const ZnDbAssocDependency*>(id.slot()->object)->isErasedOrBroken())
       return true;
   return false;
 }

@@ -34,7 +34,7 @@ public:
   ZnDbAssocAction* action() const {
     const ZnDbObjectId id = ownerId();
     return id.isValid() && id.isDerivedFrom(ZnDbAssocAction::desc())
-               ? static_cast<ZnDbAssocAction*>(id.stub()->object)
+               ? static_cast<ZnDbAssocAction*>(id.slot()->object)
                : nullptr;
   }
   ZnDbAssocStatus status() const;

@@ -11,7 +11,7 @@ namespace {
 // The body of the action that writes through the link; null for a reader and for a watcher of another kind.
 const ZnDbAssocActionBody* writingBody(const ZnDbWatchLink& link) {
   if (link.watcher.isErased() || !link.watcher.isDerivedFrom(ZnDbAssocDependency::desc())) return nullptr;
-  const auto* dependency = static_cast<const ZnDbAssocDependency*>(link.watcher.stub()->object);
+  const auto* dependency = static_cast<const ZnDbAssocDependency*>(link.watcher.slot()->object);
   const ZnDbAssocAction* action = dependency->isWriteDependency() ? dependency->owningAction() : nullptr;
   return action && !action->isErased() ? action->body() : nullptr;
 }
@@ -19,7 +19,7 @@ const ZnDbAssocActionBody* writingBody(const ZnDbWatchLink& link) {
 void collectWritingActions(ZnDbIdMapping& mapping, const ZnArray<ZnDbObjectId>& cloned,
                            ZnArray<ZnDbObjectId>& more) {
   for (const ZnDbObjectId id : cloned) {
-    const ZnDbWatchLink* const first = id.stub()->watchers;
+    const ZnDbWatchLink* const first = id.slot()->watchers;
     const ZnDbWatchLink* link = first;
     if (!first) continue;
     do {

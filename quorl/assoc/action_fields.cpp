@@ -110,7 +110,7 @@ void ZnDbAssocAction::audit(std::vector<ZnString>& faults, bool fix) {
   const ZnString who = L"action " + handleText(handle());
   // What the action names must be there, of the class, and name the action as its owner.
   const auto isOwned = [&](ZnDbObjectId id, const ZnRxClass* cls) {
-    return id.isValid() && (!cls || id.isDerivedFrom(cls)) && id.stub()->object->ownerId() == objectId();
+    return id.isValid() && (!cls || id.isDerivedFrom(cls)) && id.slot()->object->ownerId() == objectId();
   };
   const auto check = [&](std::vector<ZnDbObjectId>& ids, const ZnRxClass* cls, const wchar_t* what) {
     for (size_t i = 0; i < ids.size(); ++i) {

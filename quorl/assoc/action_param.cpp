@@ -20,7 +20,7 @@ void ZnDbAssocActionParam::setName(const ZnString& name) {
 ZnDbAssocAction* ZnDbAssocActionParam::parentAction() const {
   const ZnDbObjectId id = ownerId();
   if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocAction::desc())) return nullptr;
-  return static_cast<ZnDbAssocAction*>(id.stub()->object);
+  return static_cast<ZnDbAssocAction*>(id.slot()->object);
 }
 
 // The action groups its parameters by name, and leaves erased ones out.

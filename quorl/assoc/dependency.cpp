@@ -91,7 +91,7 @@ ZnDbAssocStatus ZnDbAssocDependency::status() const {
 ZnDbAssocAction* ZnDbAssocDependency::owningAction() const {
   const ZnDbObjectId id = ownerId();
   if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocAction::desc())) return nullptr;
-  return static_cast<ZnDbAssocAction*>(id.stub()->object);
+  return static_cast<ZnDbAssocAction*>(id.slot()->object);
 }
 
 ErrorStatus ZnDbAssocDependency::setDependencyBody(ZnDbObjectId body) {

@@ -102,7 +102,7 @@ ErrorStatus ZnDbAssocDimActionBody::post(const ZnRxClass* bodyClass, const ZnDbE
   bodyId.setNull();
   if (dimension.isErased() || !dimension.isDerivedFrom(ZnDbDimension::desc())) return Quorl::eInvalidInput;
   ZnDbObjectId actionId;
-  const ZnDbObjectId space = dimension.stub()->object->ownerId();
+  const ZnDbObjectId space = dimension.slot()->object->ownerId();
   ErrorStatus status = createActionAndActionBodyAndPostToDatabase(bodyClass, space, actionId, bodyId);
   if (status != Quorl::eOk) return status;
   {

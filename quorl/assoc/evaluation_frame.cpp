@@ -9,9 +9,9 @@ namespace {
 const ZnDbAssocEvaluationFrame* innermost = nullptr;
 
 // What changed while the object was merely held is told once, now.
-void tellChanges(ZnDbStub* stub) {
+void tellChanges(ZnDbSlot* slot) {
   ZnDbObject* object = nullptr;
-  if (stub && accessZnDbObjectForWrite(object, ZnDbObjectId(stub), nullptr, true, true) == Quorl::eOk)
+  if (slot && accessZnDbObjectForWrite(object, ZnDbObjectId(slot), nullptr, true, true) == Quorl::eOk)
     revertZnDbObjectFromWrite(object);
 }
 
@@ -21,20 +21,20 @@ ZnDbAssocEvaluationFrame::ZnDbAssocEvaluationFrame(ZnDbAssocAction* action,
                                                    ZnDbAssocEvaluationCallback* callback)
     : action_(action)
     , callback_(callback)
-    , bodyStub_(action->actionBody().isValid() ? action->actionBody().stub() : nullptr)
+    , bodySlot_(action->actionBody().isValid() ? action->actionBody().slot() : nullptr)
     , actionWasHeld_(false)
     , bodyWasHeld_(false)
     , outer_(std::exchange(innermost, this)) {
-  if (ZnDbStub* stub = action->objectId().stub()) actionWasHeld_ = std::exchange(stub->evaluating, true);
-  if (bodyStub_) bodyWasHeld_ = std::exchange(bodyStub_->evaluating, true);
+  if (ZnDbSlot* slot = action->objectId().slot()) actionWasHeld_ = std::exchange(slot->evaluating, true);
+  if (bodySlot_) bodyWasHeld_ = std::exchange(bodySlot_->evaluating, true);
 }
 
 ZnDbAssocEvaluationFrame::~ZnDbAssocEvaluationFrame() {
-  ZnDbStub* stub = action_->objectId().stub();
-  tellChanges(bodyStub_);
-  tellChanges(stub);
-  if (bodyStub_) bodyStub_->evaluating = bodyWasHeld_;
-  if (stub) stub->evaluating = actionWasHeld_;
+  ZnDbSlot* slot = action_->objectId().slot();
+  tellChanges(bodySlot_);
+  tellChanges(slot);
+  if (bodySlot_) bodySlot_->evaluating = bodyWasHeld_;
+  if (slot) slot->evaluating = actionWasHeld_;
   innermost = outer_;
 }
 

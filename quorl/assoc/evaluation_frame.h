@@ -24,7 +24,7 @@ public:
 private:
   ZnDbAssocAction* action_;
   ZnDbAssocEvaluationCallback* callback_;
-  ZnDbStub* bodyStub_;
+  ZnDbSlot* bodySlot_;
   bool actionWasHeld_, bodyWasHeld_;
   const ZnDbAssocEvaluationFrame* outer_;
 };

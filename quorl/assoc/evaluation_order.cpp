@@ -10,7 +10,7 @@ std::uint32_t lastRun = 0, lastBuild = 0;
 
 const ZnDbAssocDependency* liveDependency(ZnDbObjectId id) {
   if (id.isErased() || !id.isDerivedFrom(ZnDbAssocDependency::desc())) return nullptr;
-  return static_cast<const ZnDbAssocDependency*>(id.stub()->object);
+  return static_cast<const ZnDbAssocDependency*>(id.slot()->object);
 }
 
 bool takesPart(const ZnDbAssocAction* action) {
@@ -102,7 +102,7 @@ void ZnDbAssocEvaluationOrder::appendReaders(const ZnDbAssocAction* action) {
   for (const ZnDbObjectId id : action->dependencyIds()) {
     const ZnDbAssocDependency* write = liveDependency(id);
     if (!write || !write->isWriteDependency() || !write->isAttached()) continue;
-    const ZnDbWatchLink* const first = write->compoundObject().leafId().stub()->watchers;
+    const ZnDbWatchLink* const first = write->compoundObject().leafId().slot()->watchers;
     const ZnDbWatchLink* link = first;
     while (link) {
       const ZnDbAssocDependency* read = liveDependency(link->watcher);

@@ -14,7 +14,7 @@ constexpr int kDependencyCode = 330;
 ZnDbAssocGeomDependency* ZnDbAssocGeomActionParam::geomDependency() const {
   if (dependencyId_.isErased() || !dependencyId_.isDerivedFrom(ZnDbAssocGeomDependency::desc()))
     return nullptr;
-  return static_cast<ZnDbAssocGeomDependency*>(dependencyId_.stub()->object);
+  return static_cast<ZnDbAssocGeomDependency*>(dependencyId_.slot()->object);
 }
 
 ErrorStatus ZnDbAssocGeomActionParam::getDependentOnCompoundObject(ZnDbCompoundObjectId& path) const {

@@ -84,7 +84,7 @@ ErrorStatus ZnDbAssocManager::evaluateTopLevelNetwork(ZnDbDatabase* database,
   if (!database) return Quorl::eNoDatabase;
   const ZnDbObjectId id = ZnDbAssocNetwork::getInstanceFromDatabase(database, false);
   if (id.isErased()) return Quorl::eOk;
-  auto* network = static_cast<ZnDbAssocNetwork*>(id.stub()->object);
+  auto* network = static_cast<ZnDbAssocNetwork*>(id.slot()->object);
   if (callback) callback->networkEvaluationBegins(network);
   const ErrorStatus status = evaluateNetwork(network, callback);
   if (callback) callback->networkEvaluationEnded(network);

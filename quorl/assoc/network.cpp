@@ -61,7 +61,7 @@ ZnDbObjectId ZnDbAssocNetwork::getInstanceFromObject(ZnDbObjectId owner, bool cr
   if (id.isNull() || !addToTopLevel) return id;
   const ZnDbObjectId topId = getInstanceFromDatabase(owner.database(), true);
   if (topId.isNull()) return id;
-  static_cast<ZnDbAssocNetwork*>(topId.stub()->object)->moveActionHere(id);
+  static_cast<ZnDbAssocNetwork*>(topId.slot()->object)->moveActionHere(id);
   return id;
 }
 
@@ -77,7 +77,7 @@ ZnDbObjectId ZnDbAssocNetwork::getInstanceFromDatabase(ZnDbDatabase* database, b
 ZnDbObjectId ZnDbAssocNetwork::owningNetworkId() const { return parentNetworkId_; }
 
 bool ZnDbAssocNetwork::owns(ZnDbObjectId id) const {
-  return id.isValid() && id.stub()->object->ownerId() == objectId();
+  return id.isValid() && id.slot()->object->ownerId() == objectId();
 }
 
 bool ZnDbAssocNetwork::holds(const ZnDbAssocAction* action) const {
@@ -96,7 +96,7 @@ void ZnDbAssocNetwork::compact() const {
   for (int i = 0; i < actions_.length(); ++i) {
     const ZnDbObjectId id = actions_[i];
     if (id.isNull()) continue;
-    if (auto* action = id.isValid() ? ZnDbAssocAction::cast(id.stub()->object) : nullptr)
+    if (auto* action = id.isValid() ? ZnDbAssocAction::cast(id.slot()->object) : nullptr)
       action->placeInNetwork_ = static_cast<size_t>(kept);
     actions_[kept++] = id;
   }
@@ -146,7 +146,7 @@ ErrorStatus ZnDbAssocNetwork::moveActionHere(ZnDbObjectId actionId) {
 
 ErrorStatus ZnDbAssocNetwork::removeAction(ZnDbObjectId actionId, bool alsoErase) {
   if (!actionId.isValid() || !actionId.isDerivedFrom(ZnDbAssocAction::desc())) return Quorl::eInvalidInput;
-  if (!holds(static_cast<const ZnDbAssocAction*>(actionId.stub()->object))) return Quorl::eInvalidOwner;
+  if (!holds(static_cast<const ZnDbAssocAction*>(actionId.slot()->object))) return Quorl::eInvalidOwner;
   ZnDbHolder<ZnDbAssocAction> action;
   if (const ErrorStatus status = action.openForWrite(actionId, true); status != Quorl::eOk) return status;
   if (alsoErase) return action->erase(true);
@@ -162,12 +162,12 @@ ErrorStatus ZnDbAssocNetwork::removeAction(ZnDbObjectId actionId, bool alsoErase
 
 void ZnDbAssocNetwork::memberAdded(ZnDbObjectId id) {
   if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocAction::desc())) return;
-  enter(static_cast<ZnDbAssocAction*>(id.stub()->object));
+  enter(static_cast<ZnDbAssocAction*>(id.slot()->object));
 }
 
 void ZnDbAssocNetwork::memberRemoved(ZnDbObjectId id) {
   if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocAction::desc())) return;
-  auto* action = static_cast<ZnDbAssocAction*>(id.stub()->object);
+  auto* action = static_cast<ZnDbAssocAction*>(id.slot()->object);
   if (!holds(action)) return;
   actions_[static_cast<int>(action->placeInNetwork_)].setNull();
   ++holes_;
@@ -178,7 +178,7 @@ void ZnDbAssocNetwork::takeMarked(std::vector<ZnDbAssocAction*>& marked) {
   now.swap(marked_);
   for (const ZnDbObjectId id : now) {
     if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocAction::desc())) continue;
-    auto* action = static_cast<ZnDbAssocAction*>(id.stub()->object);
+    auto* action = static_cast<ZnDbAssocAction*>(id.slot()->object);
     action->queued_ = false;
     if (id.isErased()) continue;
     if (auto* network = ZnDbAssocNetwork::cast(action))
@@ -192,7 +192,7 @@ ErrorStatus ZnDbAssocNetwork::setStatus(ZnDbAssocStatus status, bool notifyOwnin
   if (setInOwnedActions) {
     for (const ZnDbObjectId id : getActions())
       if (!id.isErased())
-        static_cast<ZnDbAssocAction*>(id.stub()->object)->setStatus(status, notifyOwning, true);
+        static_cast<ZnDbAssocAction*>(id.slot()->object)->setStatus(status, notifyOwning, true);
   }
   return ZnDbAssocAction::setStatus(status, notifyOwning, false);
 }
@@ -273,7 +273,7 @@ void ZnDbAssocNetwork::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbAssocAction::audit(faults, fix);
   for (int i = getActions().length(); i-- > 0;) {
     const ZnDbObjectId id = actions_[i];
-    const auto* member = id.isValid() ? ZnDbAssocAction::cast(id.stub()->object) : nullptr;
+    const auto* member = id.isValid() ? ZnDbAssocAction::cast(id.slot()->object) : nullptr;
     if (member && (id.isErased() || member->owningNetwork() == this)) continue;
     faults.push_back(L"network " + handleText(handle()) + L": entry " + handleText(id.handle()) +
                      L" is no member");

@@ -106,7 +106,7 @@ ErrorStatus ZnDbBlockReference::setBlockTableRecord(ZnDbObjectId blockRecord) {
 // reference in no drawing, or an erased one, shows nothing and stands in no list.
 void ZnDbBlockReference::attachLinks() {
   if (linkedRecord_ || !database() || isErased() || !blockRecord_.isValid()) return;
-  auto* record = ZnDbBlockTableRecord::cast(blockRecord_.stub()->object);
+  auto* record = ZnDbBlockTableRecord::cast(blockRecord_.slot()->object);
   if (!record) return;
   linkedRecord_ = record;
   linkedAt_ = static_cast<int>(record->references_.size());
@@ -295,7 +295,7 @@ void ZnDbBlockReference::audit(std::vector<ZnString>& faults, bool fix) {
     if (fix && !isErased()) erase();
     return;
   }
-  if (isErased() || linkedRecord_ == blockRecord_.stub()->object) return;
+  if (isErased() || linkedRecord_ == blockRecord_.slot()->object) return;
   report(L"its block does not know of it");
   if (!fix) return;
   detachLinks();

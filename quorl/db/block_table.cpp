@@ -26,14 +26,14 @@ public:
   // Whether a reference to that block, placed in the given block, would make a block contain itself.
   bool wouldContain(ZnDbObjectId block, int depth = 0) {
     if (block == containing_ || depth > kDeepestNesting) return true;
-    const auto* record = block.isValid() ? ZnDbBlockTableRecord::cast(block.stub()->object) : nullptr;
+    const auto* record = block.isValid() ? ZnDbBlockTableRecord::cast(block.slot()->object) : nullptr;
     if (!record) return false;
     int& seenAt = seenAt_.try_emplace(block, -1).first->second;
     if (seenAt >= depth) return false;
     seenAt = depth;
     for (const ZnDbObjectId id : record->entityIds()) {
       if (id.isErased() || !id.isDerivedFrom(ZnDbBlockReference::desc())) continue;
-      const auto* nested = static_cast<const ZnDbBlockReference*>(id.stub()->object);
+      const auto* nested = static_cast<const ZnDbBlockReference*>(id.slot()->object);
       if (wouldContain(nested->blockTableRecord(), depth + 1)) return true;
     }
     return false;
@@ -82,7 +82,7 @@ ErrorStatus ZnDbBlockTableRecord::assumeOwnershipOf(const ZnArray<ZnDbObjectId>&
     const ZnDbObjectId before = entity->ownerId();
     if (before == objectId()) continue;
     entity->setOwnerId(objectId());
-    if (before.isValid()) before.stub()->object->memberRemoved(id);
+    if (before.isValid()) before.slot()->object->memberRemoved(id);
     memberAdded(id);
   }
   return Quorl::eOk;
@@ -103,8 +103,8 @@ ErrorStatus ZnDbBlockTableRecord::getBlockReferenceIds(ZnArray<ZnDbObjectId>& id
   for (const ZnDbObjectId id : found) ids.append(id);
   if (directOnly) return Quorl::eOk;
   for (const ZnDbObjectId id : found) {
-    const ZnDbObjectId owner = id.stub()->object->ownerId();
-    const auto* outer = owner.isValid() ? ZnDbBlockTableRecord::cast(owner.stub()->object) : nullptr;
+    const ZnDbObjectId owner = id.slot()->object->ownerId();
+    const auto* outer = owner.isValid() ? ZnDbBlockTableRecord::cast(owner.slot()->object) : nullptr;
     if (outer && outer != this) outer->getBlockReferenceIds(ids, false);
   }
   return Quorl::eOk;
@@ -126,7 +126,7 @@ ErrorStatus ZnDbBlockTableRecord::getGeomExtents(ZnGeBoundBlock3d& extents) cons
   ZnGeBoundBlock3d sum;
   for (const ZnDbObjectId id : entities_) {
     if (id.isErased()) continue;
-    const auto* entity = ZnDbEntity::cast(id.stub()->object);
+    const auto* entity = ZnDbEntity::cast(id.slot()->object);
     ZnGeBoundBlock3d box;
     if (entity && entity->visibility() == ZnDb::kVisible && entity->getGeomExtents(box) == Quorl::eOk)
       sum.addBox(box);
@@ -219,7 +219,7 @@ void ZnDbBlockTableRecord::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbSymbolTableRecord::audit(faults, fix);
   for (size_t i = 0; i < entities_.size(); ++i) {
     const ZnDbObjectId id = entities_[i];
-    if (id.isValid() && id.isDerivedFrom(ZnDbEntity::desc()) && id.stub()->object->ownerId() == objectId())
+    if (id.isValid() && id.isDerivedFrom(ZnDbEntity::desc()) && id.slot()->object->ownerId() == objectId())
       continue;
     faults.push_back(L"block " + name() + L": entry " + handleText(id.handle()) +
                      L" is no entity of this block");

@@ -27,12 +27,12 @@ static const bool registeredDatabase = (ZnDbDatabase::rxInit(), true);
 // Slots stand in blocks that never move, so that an id can hold an address; blocks are found by handle.
 struct ZnDbDatabase::SlotTable {
   static constexpr std::uint64_t kBlock = 256;
-  using Block = std::vector<ZnDbStub, ZnDbPoolAllocator<ZnDbStub>>; // of kBlock slots, which never move
+  using Block = std::vector<ZnDbSlot, ZnDbPoolAllocator<ZnDbSlot>>; // of kBlock slots, which never move
   std::map<std::uint64_t, Block> blocks;
   std::uint64_t lastNumber = ~0ull;
-  ZnDbStub* lastBlock = nullptr;
+  ZnDbSlot* lastBlock = nullptr;
 
-  ZnDbStub* find(std::uint64_t handle, bool create) {
+  ZnDbSlot* find(std::uint64_t handle, bool create) {
     const std::uint64_t number = handle / kBlock;
     if (number != lastNumber || !lastBlock) {
       auto found = blocks.find(number);
@@ -73,26 +73,26 @@ ZnDbDatabase::~ZnDbDatabase() {
   if (services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
   undo_->clear();
   // Links first: an object may not take down its links on one that is gone already.
-  slots_->forEach([](ZnDbStub& stub) { stub.object->detachLinks(); });
-  slots_->forEach([](ZnDbStub& stub) { delete std::exchange(stub.object, nullptr); });
+  slots_->forEach([](ZnDbSlot& slot) { slot.object->detachLinks(); });
+  slots_->forEach([](ZnDbSlot& slot) { delete std::exchange(slot.object, nullptr); });
 }
 
 ErrorStatus ZnDbDatabase::addObject(ZnDbObject* object, ZnDbObjectId owner, ZnDbObjectId& id) {
   if (!object) return Quorl::eNullObjectPointer;
   if (object->database()) return Quorl::eAlreadyInDatabase;
   if (object->isA()->isAbstract()) return Quorl::eWrongObjectClass;
-  ZnDbStub* stub = slots_->find(nextHandle_, true);
-  stub->handle = nextHandle_++;
-  stub->database = this;
-  stub->object = object;
-  stub->objectClass = object->isA();
-  stub->writers = 1;
-  ZnDbObjectAccess::setStub(object, stub);
+  ZnDbSlot* slot = slots_->find(nextHandle_, true);
+  slot->handle = nextHandle_++;
+  slot->database = this;
+  slot->object = object;
+  slot->objectClass = object->isA();
+  slot->writers = 1;
+  ZnDbObjectAccess::setSlot(object, slot);
   ZnDbObjectAccess::setOwner(object, owner);
   ZnDbObjectAccess::setNew(object);
   ++objectCount_;
   undo_->keepCreation(object);
-  id = ZnDbObjectId(stub);
+  id = ZnDbObjectId(slot);
   return Quorl::eOk;
 }
 
@@ -100,42 +100,42 @@ ErrorStatus ZnDbDatabase::getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHan
                                           std::uint32_t /*extra*/) {
   id.setNull();
   if (handle.isNull()) return Quorl::eNullObjectId;
-  ZnDbStub* stub = slots_->find(handle.value, create);
-  if (!stub || (!stub->object && !create)) return Quorl::eKeyNotFound;
-  if (!stub->database) {
-    stub->database = this;
-    stub->handle = handle.value;
+  ZnDbSlot* slot = slots_->find(handle.value, create);
+  if (!slot || (!slot->object && !create)) return Quorl::eKeyNotFound;
+  if (!slot->database) {
+    slot->database = this;
+    slot->handle = handle.value;
     nextHandle_ = std::max(nextHandle_, handle.value + 1);
   }
-  id = ZnDbObjectId(stub);
+  id = ZnDbObjectId(slot);
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbDatabase::installObject(ZnDbObjectId id, ZnDbObject* object) {
-  if (!id.stub() || id.database() != this || !object) return Quorl::eInvalidInput;
+  if (!id.slot() || id.database() != this || !object) return Quorl::eInvalidInput;
   if (id.isValid()) return Quorl::eDuplicateKey;
-  id.stub()->object = object;
-  id.stub()->objectClass = object->isA();
-  ZnDbObjectAccess::setStub(object, id.stub());
+  id.slot()->object = object;
+  id.slot()->objectClass = object->isA();
+  ZnDbObjectAccess::setSlot(object, id.slot());
   ++objectCount_;
   return Quorl::eOk;
 }
 
 ZnDbObject* ZnDbDatabase::replaceObject(ZnDbObjectId id, ZnDbObject* object) {
-  ZnDbStub* stub = id.stub();
-  ZnDbObject* before = stub->object;
-  if (!stub->erased) before->detachLinks();
-  ZnDbObjectAccess::setStub(before, nullptr);
-  stub->object = object;
-  stub->objectClass = object->isA();
-  ZnDbObjectAccess::setStub(object, stub);
+  ZnDbSlot* slot = id.slot();
+  ZnDbObject* before = slot->object;
+  if (!slot->erased) before->detachLinks();
+  ZnDbObjectAccess::setSlot(before, nullptr);
+  slot->object = object;
+  slot->objectClass = object->isA();
+  ZnDbObjectAccess::setSlot(object, slot);
   return before;
 }
 
 std::vector<ZnDbObjectId> ZnDbDatabase::allObjectIds() const {
   std::vector<ZnDbObjectId> ids;
   ids.reserve(objectCount_);
-  slots_->forEach([&](ZnDbStub& stub) { ids.push_back(ZnDbObjectId(&stub)); });
+  slots_->forEach([&](ZnDbSlot& slot) { ids.push_back(ZnDbObjectId(&slot)); });
   return ids;
 }
 
@@ -146,7 +146,7 @@ ErrorStatus ZnDbDatabase::getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClas
   table = nullptr;
   for (const ZnDbObjectId id : {blockTableId_, layerTableId_, linetypeTableId_, dimStyleTableId_}) {
     if (!id.isValid()) continue;
-    const auto* candidate = static_cast<const ZnDbSymbolTable*>(id.stub()->object);
+    const auto* candidate = static_cast<const ZnDbSymbolTable*>(id.slot()->object);
     if (candidate->recordClass() == recordClass) return zndbOpenObject(table, id, mode);
   }
   return Quorl::eKeyNotFound;
@@ -203,7 +203,7 @@ std::vector<ZnString> ZnDbDatabase::audit(bool fix) {
   for (const ZnDbObjectId id : allObjectIds()) {
     if (id.isErased()) continue;
     if (!fix) {
-      id.stub()->object->audit(faults, false);
+      id.slot()->object->audit(faults, false);
       continue;
     }
     ZnDbHolder<ZnDbObject> object;

@@ -81,12 +81,12 @@ private:
       ZnArray<ZnDbObjectId> wanted, next;
       for (const ZnDbObjectId id : round) {
         ids_.clear();
-        id.stub()->object->bdocOutFields(ids_);
+        id.slot()->object->bdocOutFields(ids_);
         for (const auto* list : {&ids_.hardOwned, &ids_.softOwned})
           for (const ZnDbObjectId owned : *list) wanted.append(owned);
         if (crossing())
           for (const ZnDbObjectId needed : ids_.hardPointers) wanted.append(needed);
-        id.stub()->object->addMoreObjectsToDeepClone(mapping_, wanted);
+        id.slot()->object->addMoreObjectsToDeepClone(mapping_, wanted);
       }
       if (collector) collector(mapping_, round, wanted);
       for (const ZnDbObjectId id : wanted)
@@ -119,9 +119,9 @@ private:
   // Across drawings a record that the destination has by name serves for the one that would come along.
   ZnDbObjectId recordOfSameName(ZnDbObjectId id) const {
     if (!crossing() || !id.isDerivedFrom(ZnDbSymbolTableRecord::desc())) return {};
-    const auto* record = static_cast<const ZnDbSymbolTableRecord*>(id.stub()->object);
+    const auto* record = static_cast<const ZnDbSymbolTableRecord*>(id.slot()->object);
     const bool anonymous = record->name().view().starts_with(L"*");
-    const auto* block = ZnDbBlockTableRecord::cast(id.stub()->object);
+    const auto* block = ZnDbBlockTableRecord::cast(id.slot()->object);
     if (anonymous && !(block && block->isLayout())) return {};
     ZnDbObjectId twin;
     ZnDbHolder<ZnDbSymbolTable> table(destinationTable(id));
@@ -130,7 +130,7 @@ private:
   }
 
   ZnDbObjectId destinationTable(ZnDbObjectId recordId) const {
-    const auto* table = ZnDbSymbolTable::cast(recordId.stub()->object->ownerId().stub()->object);
+    const auto* table = ZnDbSymbolTable::cast(recordId.slot()->object->ownerId().slot()->object);
     if (!table) return {};
     for (const ZnDbObjectId id : {destination_.blockTableId(), destination_.layerTableId(),
                                   destination_.linetypeTableId(), destination_.dimStyleTableId()})
@@ -141,10 +141,10 @@ private:
   ErrorStatus fillClones() {
     for (const Clone& clone : clones_) {
       ZnDbMemoryFiler original(ZnDbFiler::kClone, &source_);
-      clone.original.stub()->object->bdocOutFields(original);
+      clone.original.slot()->object->bdocOutFields(original);
       TranslatingFiler filer(&destination_, mapping_);
       filer.setBytes(original.takeBytes());
-      ZnDbObject* copy = clone.copy.stub()->object;
+      ZnDbObject* copy = clone.copy.slot()->object;
       if (const ErrorStatus status = copy->bdocInFields(filer); status != Quorl::eOk) return status;
       ZnDbObjectAccess::setOwner(copy, ownerOf(clone));
     }
@@ -156,7 +156,7 @@ private:
   // dictionary of the same role in another.
   ZnDbObjectId ownerOf(const Clone& clone) const {
     if (clone.primary) return owner_;
-    const ZnDbObject* original = clone.original.stub()->object;
+    const ZnDbObject* original = clone.original.slot()->object;
     ZnDbIdPair pair(original->ownerId());
     if (mapping_.compute(pair) && !pair.value().isNull()) return pair.value();
     if (ownerFinder)
@@ -168,20 +168,20 @@ private:
 
   void settle() {
     for (const Clone& clone : clones_) {
-      const ZnDbObjectId owner = clone.copy.stub()->object->ownerId();
-      ZnDbIdPair pair(clone.original.stub()->object->ownerId());
+      const ZnDbObjectId owner = clone.copy.slot()->object->ownerId();
+      ZnDbIdPair pair(clone.original.slot()->object->ownerId());
       const bool ownerLists = mapping_.compute(pair) && pair.isCloned() && pair.value() == owner;
-      if (!ownerLists && owner.isValid()) owner.stub()->object->memberAdded(clone.copy);
+      if (!ownerLists && owner.isValid()) owner.slot()->object->memberAdded(clone.copy);
     }
-    for (const Clone& clone : clones_) clone.copy.stub()->object->loaded();
-    for (const Clone& clone : clones_) clone.copy.stub()->object->attachLinks();
-    for (const Clone& clone : clones_) clone.copy.stub()->object->close();
-    for (const Clone& clone : clones_) clone.original.stub()->object->postProcessAfterDeepClone(mapping_);
+    for (const Clone& clone : clones_) clone.copy.slot()->object->loaded();
+    for (const Clone& clone : clones_) clone.copy.slot()->object->attachLinks();
+    for (const Clone& clone : clones_) clone.copy.slot()->object->close();
+    for (const Clone& clone : clones_) clone.original.slot()->object->postProcessAfterDeepClone(mapping_);
   }
 
   void takeBack() {
     for (const Clone& clone : clones_) {
-      ZnDbObject* copy = clone.copy.stub()->object;
+      ZnDbObject* copy = clone.copy.slot()->object;
       ZnDbObjectAccess::markErased(copy, true);
       copy->close();
     }

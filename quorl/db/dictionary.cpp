@@ -129,7 +129,7 @@ void ZnDbDictionary::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbObject::audit(faults, fix);
   for (size_t i = 0; i < entries_.size(); ++i) {
     const ZnDbObjectId id = entries_[i].id;
-    if (id.isValid() && id.stub()->object->ownerId() == objectId()) continue;
+    if (id.isValid() && id.slot()->object->ownerId() == objectId()) continue;
     faults.push_back(L"dictionary " + handleText(handle()) + L": entry " + entries_[i].name +
                      L" names no object of it");
     if (fix) entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i--));

@@ -20,7 +20,7 @@ template std::int32_t ZnDbMemoryFiler::take<std::int32_t>();
 template std::int64_t ZnDbMemoryFiler::take<std::int64_t>();
 template double ZnDbMemoryFiler::take<double>();
 template const ZnAtom::Entry* ZnDbMemoryFiler::take<const ZnAtom::Entry*>();
-template ZnDbStub* ZnDbMemoryFiler::take<ZnDbStub*>();
+template ZnDbSlot* ZnDbMemoryFiler::take<ZnDbSlot*>();
 
 std::string ZnDbMemoryFiler::takeBytes() {
   bytes_.resize(used_);

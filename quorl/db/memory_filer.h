@@ -40,10 +40,10 @@ public:
   void wrString(const ZnString& value) override;
   void wrAtom(ZnAtom value) override { put(value.address()); }
   void wrBytes(const void* bytes, size_t count) override;
-  void wrSoftPointerId(ZnDbObjectId id) override { put(id.stub()); }
-  void wrHardPointerId(ZnDbObjectId id) override { put(id.stub()); }
-  void wrSoftOwnershipId(ZnDbObjectId id) override { put(id.stub()); }
-  void wrHardOwnershipId(ZnDbObjectId id) override { put(id.stub()); }
+  void wrSoftPointerId(ZnDbObjectId id) override { put(id.slot()); }
+  void wrHardPointerId(ZnDbObjectId id) override { put(id.slot()); }
+  void wrSoftOwnershipId(ZnDbObjectId id) override { put(id.slot()); }
+  void wrHardOwnershipId(ZnDbObjectId id) override { put(id.slot()); }
 
   bool rdBool() override { return take<std::int8_t>() != 0; }
   std::int8_t rdInt8() override { return take<std::int8_t>(); }
@@ -65,7 +65,7 @@ protected:
   virtual ZnDbObjectId translated(ZnDbObjectId id, bool /*owned*/) const { return id; }
 
 private:
-  ZnDbObjectId readId() { return ZnDbObjectId(take<ZnDbStub*>()); }
+  ZnDbObjectId readId() { return ZnDbObjectId(take<ZnDbSlot*>()); }
   template<class T> void put(const T& value) { putBytes(&value, sizeof(T)); }
   void putBytes(const void* bytes, size_t count) {
     if (bytes_.size() - used_ < count) bytes_.resize(std::max(bytes_.size() * 2, used_ + count + kFirstRoom));

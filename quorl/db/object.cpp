@@ -22,13 +22,13 @@ namespace {
 
 // Calls for everyone who watches the slot. A watcher may take its link down meanwhile, and new ones may
 // come, so the ring is copied first; most objects have one or two.
-template<class Call> void forEachWatcher(const ZnDbStub* stub, Call&& call) {
-  if (!stub->watchers) return;
+template<class Call> void forEachWatcher(const ZnDbSlot* slot, Call&& call) {
+  if (!slot->watchers) return;
   constexpr size_t kFew = 16;
   ZnDbObjectId few[kFew];
   std::vector<ZnDbObjectId> many;
   size_t count = 0;
-  const ZnDbWatchLink* link = stub->watchers;
+  const ZnDbWatchLink* link = slot->watchers;
   do {
     if (count < kFew)
       few[count] = link->watcher;
@@ -36,11 +36,11 @@ template<class Call> void forEachWatcher(const ZnDbStub* stub, Call&& call) {
       many.push_back(link->watcher);
     ++count;
     link = link->next;
-  } while (link != stub->watchers);
+  } while (link != slot->watchers);
   for (size_t i = 0; i < std::min(count, kFew); ++i)
-    if (!few[i].isErased()) call(few[i].stub()->object);
+    if (!few[i].isErased()) call(few[i].slot()->object);
   for (const ZnDbObjectId watcher : many)
-    if (!watcher.isErased()) call(watcher.stub()->object);
+    if (!watcher.isErased()) call(watcher.slot()->object);
 }
 
 } // namespace
@@ -59,46 +59,46 @@ bool ZnDbObject::isUndoing() const { return database() && database()->isUndoing(
 void ZnDbObject::assertReadEnabled() const { QUORL_ASSERT(isReadEnabled()); }
 
 void ZnDbObject::assertWriteEnabled(bool autoUndo, bool recordModified) {
-  if (!stub_) return;
+  if (!slot_) return;
   QUORL_ASSERT(isWriteEnabled());
-  if (autoUndo) stub_->database->undoRecorder().keepState(this);
+  if (autoUndo) slot_->database->undoRecorder().keepState(this);
   if (!recordModified || modified_) return;
   modified_ = true;
   ZnDbObjectAccess::tellOpenedForModify(this);
 }
 
 ErrorStatus ZnDbObject::close() {
-  if (!stub_) return Quorl::eNotInDatabase;
-  if (stub_->writers) {
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (slot_->writers) {
     revertZnDbObjectFromWrite(this);
     return Quorl::eOk;
   }
-  if (!stub_->readers) return Quorl::eNotOpenedYet;
+  if (!slot_->readers) return Quorl::eNotOpenedYet;
   endZnDbObjectRead(this);
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbObject::upgradeOpen() {
-  if (!stub_) return Quorl::eNotInDatabase;
-  if (stub_->writers) return Quorl::eWasOpenForWrite;
-  if (stub_->readers != 1) return Quorl::eWasOpenForRead;
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (slot_->writers) return Quorl::eWasOpenForWrite;
+  if (slot_->readers != 1) return Quorl::eWasOpenForRead;
   if (ZnDbObjectAccess::notLocked(this) != Quorl::eOk) return Quorl::eOnLockedLayer;
-  stub_->readers = 0;
-  stub_->writers = 1;
+  slot_->readers = 0;
+  slot_->writers = 1;
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbObject::downgradeOpen() {
-  if (!stub_) return Quorl::eNotInDatabase;
-  if (stub_->writers != 1) return Quorl::eNotOpenForWrite;
-  stub_->readers = 1;
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (slot_->writers != 1) return Quorl::eNotOpenForWrite;
+  slot_->readers = 1;
   revertZnDbObjectFromWrite(this);
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbObject::erase(bool erasing) {
-  if (!stub_) return Quorl::eNotInDatabase;
-  if (erasing == stub_->erased) return erasing ? Quorl::eWasErased : Quorl::eNothingToDo;
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (erasing == slot_->erased) return erasing ? Quorl::eWasErased : Quorl::eNothingToDo;
   assertWriteEnabled();
   if (const ErrorStatus status = subErase(erasing); status != Quorl::eOk) return status;
   ZnDbObjectAccess::markErased(this, erasing);
@@ -111,7 +111,7 @@ ErrorStatus ZnDbObject::erase(bool erasing) {
 }
 
 ErrorStatus ZnDbObject::createExtensionDictionary() {
-  if (!stub_) return Quorl::eNotInDatabase;
+  if (!slot_) return Quorl::eNotInDatabase;
   if (!extensionDictionary_.isNull() && !extensionDictionary_.isErased()) return Quorl::eDuplicateKey;
   assertWriteEnabled();
   auto* dictionary = new ZnDbDictionary;
@@ -153,7 +153,7 @@ ErrorStatus ZnDbObject::deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMa
   const ErrorStatus status =
       database()->deepCloneObjects(ZnArray<ZnDbObjectId>{objectId()}, owner->objectId(), mapping);
   ZnDbIdPair pair(objectId());
-  if (status == Quorl::eOk && mapping.compute(pair)) copy = pair.value().stub()->object;
+  if (status == Quorl::eOk && mapping.compute(pair)) copy = pair.value().slot()->object;
   return status;
 }
 
@@ -211,7 +211,7 @@ void ZnDbObjectAccess::tellOpenedForModify(ZnDbObject* object) {
 }
 
 void ZnDbObjectAccess::tellModified(ZnDbObject* object, bool undone) {
-  if (!undone) forEachWatcher(object->stub_, [&](ZnDbObject* watcher) { watcher->watchedModified(object); });
+  if (!undone) forEachWatcher(object->slot_, [&](ZnDbObject* watcher) { watcher->watchedModified(object); });
   if (object->reactors_)
     zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) {
       undone ? reactor.modifiedUndone(object) : reactor.modified(object);
@@ -221,9 +221,9 @@ void ZnDbObjectAccess::tellModified(ZnDbObject* object, bool undone) {
 }
 
 void ZnDbObjectAccess::tellErased(ZnDbObject* object) {
-  const bool erasing = object->stub_->erased;
+  const bool erasing = object->slot_->erased;
   if (!object->isUndoing())
-    forEachWatcher(object->stub_, [&](ZnDbObject* watcher) { watcher->watchedErased(object, erasing); });
+    forEachWatcher(object->slot_, [&](ZnDbObject* watcher) { watcher->watchedErased(object, erasing); });
   if (object->reactors_)
     zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) { reactor.erased(object, erasing); });
   zndbTellEach(object->database()->reactors(), [&](ZnDbDatabaseReactor& reactor) {
@@ -246,10 +246,10 @@ void ZnDbObjectAccess::finishWrite(ZnDbObject* object) {
 }
 
 void ZnDbObjectAccess::markErased(ZnDbObject* object, bool erased) {
-  ZnDbStub* stub = object->stub_;
-  if (stub->erased == erased) return;
+  ZnDbSlot* slot = object->slot_;
+  if (slot->erased == erased) return;
   if (erased) object->detachLinks();
-  stub->erased = erased;
-  stub->database->objectCount_ += erased ? static_cast<size_t>(-1) : 1;
+  slot->erased = erased;
+  slot->database->objectCount_ += erased ? static_cast<size_t>(-1) : 1;
   if (!erased) object->attachLinks();
 }

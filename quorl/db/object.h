@@ -27,18 +27,18 @@ public:
   }
 
   // Identity. Null for an object that is in no database.
-  ZnDbObjectId objectId() const { return ZnDbObjectId(stub_); }
+  ZnDbObjectId objectId() const { return ZnDbObjectId(slot_); }
   ZnDbHandle handle() const { return objectId().handle(); }
-  ZnDbDatabase* database() const { return stub_ ? stub_->database : nullptr; }
+  ZnDbDatabase* database() const { return slot_ ? slot_->database : nullptr; }
   ZnDbObjectId drawableId() const override { return objectId(); }
   ZnDbObjectId ownerId() const { return ownerId_; }
   // Sets the owner's id only; the owner's list of members is the owner's matter.
   void setOwnerId(ZnDbObjectId owner);
 
   // State. An object in no database counts as open for write.
-  bool isErased() const { return stub_ && stub_->erased; }
-  bool isReadEnabled() const { return !stub_ || stub_->readers || stub_->writers || stub_->evaluating; }
-  bool isWriteEnabled() const { return !stub_ || stub_->writers || stub_->evaluating; }
+  bool isErased() const { return slot_ && slot_->erased; }
+  bool isReadEnabled() const { return !slot_ || slot_->readers || slot_->writers || slot_->evaluating; }
+  bool isWriteEnabled() const { return !slot_ || slot_->writers || slot_->evaluating; }
   bool isUndoing() const;
   // Stop the program where the object is not open in the mode: that is a bug of the caller. The write form
   // also keeps the object's state for undo (autoUndo) and notes that it changes (recordModified).
@@ -110,7 +110,7 @@ private:
   friend class ZnDbUndoRecorder;
   friend struct ZnDbObjectAccess;
 
-  ZnDbStub* stub_ = nullptr;
+  ZnDbSlot* slot_ = nullptr;
   ZnDbObjectId ownerId_;
   ZnDbObjectId extensionDictionary_;
   bool modified_ = false;

@@ -4,8 +4,8 @@
 #include "quorl/db/object.h"
 
 struct ZnDbObjectAccess {
-  static ZnDbStub* stub(const ZnDbObject* object) { return object->stub_; }
-  static void setStub(ZnDbObject* object, ZnDbStub* stub) { object->stub_ = stub; }
+  static ZnDbSlot* slot(const ZnDbObject* object) { return object->slot_; }
+  static void setSlot(ZnDbObject* object, ZnDbSlot* slot) { object->slot_ = slot; }
   static void setOwner(ZnDbObject* object, ZnDbObjectId owner) { object->ownerId_ = owner; }
   static void setNew(ZnDbObject* object) { object->isNew_ = true; }
 

@@ -14,7 +14,7 @@ class ZnDbObject;
 struct ZnDbWatchLink;
 
 // A slot lives as long as its database. Everything here is the database's to change.
-struct ZnDbStub {
+struct ZnDbSlot {
   ZnDbObject* object = nullptr; // null while the handle is only referred to
   const ZnRxClass* objectClass = nullptr;
   ZnDbDatabase* database = nullptr;
@@ -30,31 +30,31 @@ struct ZnDbStub {
 class ZnDbObjectId {
 public:
   constexpr ZnDbObjectId() = default;
-  constexpr explicit ZnDbObjectId(ZnDbStub* stub)
-      : stub_(stub) {}
+  constexpr explicit ZnDbObjectId(ZnDbSlot* slot)
+      : slot_(slot) {}
 
   // Null: refers to nothing. Valid: refers to an object that exists, erased or not.
-  bool isNull() const { return stub_ == nullptr; }
-  bool isValid() const { return stub_ && stub_->object; }
-  bool isErased() const { return !stub_ || stub_->erased || !stub_->object; }
-  ZnDbDatabase* database() const { return stub_ ? stub_->database : nullptr; }
-  ZnDbHandle handle() const { return ZnDbHandle(stub_ ? stub_->handle : 0); }
-  const ZnRxClass* objectClass() const { return stub_ ? stub_->objectClass : nullptr; }
+  bool isNull() const { return slot_ == nullptr; }
+  bool isValid() const { return slot_ && slot_->object; }
+  bool isErased() const { return !slot_ || slot_->erased || !slot_->object; }
+  ZnDbDatabase* database() const { return slot_ ? slot_->database : nullptr; }
+  ZnDbHandle handle() const { return ZnDbHandle(slot_ ? slot_->handle : 0); }
+  const ZnRxClass* objectClass() const { return slot_ ? slot_->objectClass : nullptr; }
   bool isDerivedFrom(const ZnRxClass* cls) const { return ZnRxClass::isDerivedFrom(objectClass(), cls); }
-  void setNull() { stub_ = nullptr; }
+  void setNull() { slot_ = nullptr; }
 
-  friend bool operator==(ZnDbObjectId a, ZnDbObjectId b) { return a.stub_ == b.stub_; }
+  friend bool operator==(ZnDbObjectId a, ZnDbObjectId b) { return a.slot_ == b.slot_; }
   // A null id compares equal to zero.
   friend bool operator==(ZnDbObjectId id, int zero) { return zero == 0 && id.isNull(); }
   // Ids are ordered by handle within a drawing, so that ordered sets are the same on every run.
   friend bool operator<(ZnDbObjectId a, ZnDbObjectId b) { return a.handle() < b.handle(); }
 
-  ZnDbStub* stub() const { return stub_; }
+  ZnDbSlot* slot() const { return slot_; }
 
 private:
-  ZnDbStub* stub_ = nullptr;
+  ZnDbSlot* slot_ = nullptr;
 };
 
 template<> struct std::hash<ZnDbObjectId> {
-  size_t operator()(ZnDbObjectId id) const { return std::hash<const void*>()(id.stub()); }
+  size_t operator()(ZnDbObjectId id) const { return std::hash<const void*>()(id.slot()); }
 };

@@ -16,7 +16,7 @@ ErrorStatus ZnDbObjectAccess::exists(ZnDbObjectId id, bool openErased) {
 ErrorStatus ZnDbObjectAccess::notLocked(const ZnDbObject* object) {
   const auto* entity = ZnDbEntity::cast(object);
   if (!entity || !entity->layerId().isValid()) return Quorl::eOk;
-  const auto* layer = ZnDbLayerTableRecord::cast(entity->layerId().stub()->object);
+  const auto* layer = ZnDbLayerTableRecord::cast(entity->layerId().slot()->object);
   return layer && layer->isLocked() ? Quorl::eOnLockedLayer : Quorl::eOk;
 }
 
@@ -27,25 +27,25 @@ ErrorStatus openStrictly(ZnDbObject*& object, ZnDbObjectId id, ZnDbOpenMode mode
   object = nullptr;
   if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk)
     return status;
-  ZnDbStub* stub = id.stub();
+  ZnDbSlot* slot = id.slot();
   switch (mode) {
   case ZnDbOpenMode::kForRead:
-    if (stub->writers) return Quorl::eWasOpenForWrite;
-    ++stub->readers;
+    if (slot->writers) return Quorl::eWasOpenForWrite;
+    ++slot->readers;
     break;
   case ZnDbOpenMode::kForWrite:
-    if (stub->writers) return Quorl::eWasOpenForWrite;
-    if (stub->readers) return Quorl::eWasOpenForRead;
-    if (!evenIfLocked && ZnDbObjectAccess::notLocked(stub->object) != Quorl::eOk)
+    if (slot->writers) return Quorl::eWasOpenForWrite;
+    if (slot->readers) return Quorl::eWasOpenForRead;
+    if (!evenIfLocked && ZnDbObjectAccess::notLocked(slot->object) != Quorl::eOk)
       return Quorl::eOnLockedLayer;
-    ++stub->writers;
+    ++slot->writers;
     break;
   case ZnDbOpenMode::kForNotify:
     // Looks on while others have it open as they like.
-    ++stub->readers;
+    ++slot->readers;
     break;
   }
-  object = stub->object;
+  object = slot->object;
   return Quorl::eOk;
 }
 
@@ -65,8 +65,8 @@ ErrorStatus accessZnDbObjectForRead(ZnDbObject*& object, ZnDbObjectId id, const 
   if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk)
     return status;
   if (cls && !id.isDerivedFrom(cls)) return Quorl::eWrongObjectClass;
-  ++id.stub()->readers;
-  object = id.stub()->object;
+  ++id.slot()->readers;
+  object = id.slot()->object;
   return Quorl::eOk;
 }
 
@@ -76,22 +76,22 @@ ErrorStatus accessZnDbObjectForWrite(ZnDbObject*& object, ZnDbObjectId id, const
   if (const ErrorStatus status = ZnDbObjectAccess::exists(id, openErased); status != Quorl::eOk)
     return status;
   if (cls && !id.isDerivedFrom(cls)) return Quorl::eWrongObjectClass;
-  ZnDbStub* stub = id.stub();
-  if (!stub->writers && !stub->evaluating && stub->readers > ownReaders) return Quorl::eWasOpenForRead;
-  if (!evenIfLocked && ZnDbObjectAccess::notLocked(stub->object) != Quorl::eOk) return Quorl::eOnLockedLayer;
-  ++stub->writers;
-  object = stub->object;
+  ZnDbSlot* slot = id.slot();
+  if (!slot->writers && !slot->evaluating && slot->readers > ownReaders) return Quorl::eWasOpenForRead;
+  if (!evenIfLocked && ZnDbObjectAccess::notLocked(slot->object) != Quorl::eOk) return Quorl::eOnLockedLayer;
+  ++slot->writers;
+  object = slot->object;
   return Quorl::eOk;
 }
 
 void revertZnDbObjectFromWrite(ZnDbObject* object) {
-  ZnDbStub* stub = ZnDbObjectAccess::stub(object);
-  QUORL_ASSERT(stub && stub->writers > 0);
-  if (--stub->writers == 0) ZnDbObjectAccess::finishWrite(object);
+  ZnDbSlot* slot = ZnDbObjectAccess::slot(object);
+  QUORL_ASSERT(slot && slot->writers > 0);
+  if (--slot->writers == 0) ZnDbObjectAccess::finishWrite(object);
 }
 
 void endZnDbObjectRead(ZnDbObject* object) {
-  ZnDbStub* stub = ZnDbObjectAccess::stub(object);
-  QUORL_ASSERT(stub && stub->readers > 0);
-  --stub->readers;
+  ZnDbSlot* slot = ZnDbObjectAccess::slot(object);
+  QUORL_ASSERT(slot && slot->readers > 0);
+  --slot->readers;
 }

@@ -33,7 +33,7 @@ AnonymousName anonymousName(std::wstring_view name) {
 }
 
 const ZnDbSymbolTableRecord* recordOf(ZnDbObjectId id) {
-  return id.isValid() ? ZnDbSymbolTableRecord::cast(id.stub()->object) : nullptr;
+  return id.isValid() ? ZnDbSymbolTableRecord::cast(id.slot()->object) : nullptr;
 }
 
 } // namespace
@@ -210,7 +210,7 @@ void ZnDbSymbolTable::memberAdded(ZnDbObjectId id) {
 void ZnDbSymbolTable::memberRemoved(ZnDbObjectId id) {
   const auto found = std::find(records_.rbegin(), records_.rend(), id);
   if (found != records_.rend()) records_.erase(std::next(found).base());
-  const auto* record = id.isNull() ? nullptr : ZnDbSymbolTableRecord::cast(id.stub()->object);
+  const auto* record = id.isNull() ? nullptr : ZnDbSymbolTableRecord::cast(id.slot()->object);
   if (record) unindex(id, record->name()); // an erased one too
 }
 
@@ -263,7 +263,7 @@ ErrorStatus ZnDbSymbolTableRecord::setName(const ZnString& name) {
     if (const ErrorStatus status = ZnDbSymbolUtilities::validateSymbolName(name, true); status != Quorl::eOk)
       return status;
   }
-  auto* table = ownerId().isValid() ? ZnDbSymbolTable::cast(ownerId().stub()->object) : nullptr;
+  auto* table = ownerId().isValid() ? ZnDbSymbolTable::cast(ownerId().slot()->object) : nullptr;
   if (table && !name_.equalsNoCase(name) && table->has(name)) return Quorl::eDuplicateKey;
   assertWriteEnabled();
   if (table) table->rename(objectId(), name_, name);
@@ -283,7 +283,7 @@ ErrorStatus ZnDbSymbolTableRecord::bdocInFields(ZnDbFiler& filer) {
   if (filer.rdInt16() > kVersion) return Quorl::eNewerVersion;
   const ZnString name = filer.rdString();
   if (filer.kind() == ZnDbFiler::kUndo && !(name == name_) && ownerId().isValid())
-    if (auto* table = ZnDbSymbolTable::cast(ownerId().stub()->object)) table->rename(objectId(), name_, name);
+    if (auto* table = ZnDbSymbolTable::cast(ownerId().slot()->object)) table->rename(objectId(), name_, name);
   name_ = name;
   return filer.status();
 }

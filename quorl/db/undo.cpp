@@ -70,20 +70,20 @@ void ZnDbUndoRecorder::begin() {
 }
 
 void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
-  ZnDbStub* stub = ZnDbObjectAccess::stub(object);
-  if (!recording_ || undoing_ || stub->undoStamp == stamp_) return;
+  ZnDbSlot* slot = ZnDbObjectAccess::slot(object);
+  if (!recording_ || undoing_ || slot->undoStamp == stamp_) return;
   begin();
-  stub->undoStamp = stamp_;
+  slot->undoStamp = stamp_;
   // The filer keeps its memory from object to object.
   scratch_->clear();
   object->bdocOutFields(*scratch_);
-  done_.back().addState(object->objectId(), stub->erased, scratch_->bytes());
+  done_.back().addState(object->objectId(), slot->erased, scratch_->bytes());
 }
 
 void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
   if (!recording_ || undoing_) return;
   begin();
-  ZnDbObjectAccess::stub(object)->undoStamp = stamp_;
+  ZnDbObjectAccess::slot(object)->undoStamp = stamp_;
   done_.back().addCreation(object->objectId(), true);
 }
 
@@ -98,8 +98,8 @@ namespace {
 // The owner's list of members follows the object's owner id.
 void moveMembership(ZnDbObjectId member, ZnDbObjectId from, ZnDbObjectId to) {
   if (from == to) return;
-  if (from.isValid()) from.stub()->object->memberRemoved(member);
-  if (to.isValid()) to.stub()->object->memberAdded(member);
+  if (from.isValid()) from.slot()->object->memberRemoved(member);
+  if (to.isValid()) to.slot()->object->memberAdded(member);
 }
 
 } // namespace
@@ -111,9 +111,9 @@ void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) 
     inverse.addExchange(step.exchanges[record.at]);
     return;
   }
-  ZnDbStub* stub = record.id.stub();
-  ZnDbObject* object = stub->object;
-  const bool wasErased = stub->erased;
+  ZnDbSlot* slot = record.id.slot();
+  ZnDbObject* object = slot->object;
+  const bool wasErased = slot->erased;
   if (record.kind == Record::kCreation) {
     inverse.addCreation(record.id, wasErased);
     ZnDbObjectAccess::markErased(object, record.erased);
@@ -128,11 +128,11 @@ void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) 
   ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
   filer.setBytes(step.bytes.substr(record.at, record.size));
   // Reading the old fields is no change of its own: nobody is told of it here.
-  ++stub->writers;
+  ++slot->writers;
   object->modified_ = true;
   const ErrorStatus status = object->bdocInFields(filer);
   object->modified_ = false;
-  --stub->writers;
+  --slot->writers;
   QUORL_ASSERT(status == Quorl::eOk);
   moveMembership(record.id, ownerBefore, object->ownerId());
   if (!wasErased && !record.erased) object->attachLinks();

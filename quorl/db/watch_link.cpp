@@ -4,7 +4,7 @@
 ZnDbWatchLink::ZnDbWatchLink(ZnDbObjectId watcherId, ZnDbObjectId watchedId)
     : watcher(watcherId)
     , watched(watchedId) {
-  ZnDbWatchLink*& head = watched.stub()->watchers;
+  ZnDbWatchLink*& head = watched.slot()->watchers;
   if (!head) {
     head = next = previous = this;
     return;
@@ -16,7 +16,7 @@ ZnDbWatchLink::ZnDbWatchLink(ZnDbObjectId watcherId, ZnDbObjectId watchedId)
 }
 
 ZnDbWatchLink::~ZnDbWatchLink() {
-  ZnDbWatchLink*& head = watched.stub()->watchers;
+  ZnDbWatchLink*& head = watched.slot()->watchers;
   if (next == this) {
     head = nullptr;
     return;

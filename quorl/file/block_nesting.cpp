@@ -27,11 +27,11 @@ struct Measure {
 };
 
 const ZnDbBlockTableRecord* blockAt(ZnDbObjectId id) {
-  return id.isValid() ? ZnDbBlockTableRecord::cast(id.stub()->object) : nullptr;
+  return id.isValid() ? ZnDbBlockTableRecord::cast(id.slot()->object) : nullptr;
 }
 
 const ZnDbBlockTableRecord* blockShownBy(ZnDbObjectId id) {
-  const auto* reference = id.isValid() ? ZnDbBlockReference::cast(id.stub()->object) : nullptr;
+  const auto* reference = id.isValid() ? ZnDbBlockReference::cast(id.slot()->object) : nullptr;
   return reference ? blockAt(reference->blockTableRecord()) : nullptr;
 }
 

@@ -40,14 +40,14 @@ bool Quorl::finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, co
                           ZnFileError& error) {
   if (!header.apply(database, index, error) || !checkBlockNesting(index, error)) return false;
   for (size_t i = 0; i < index.size(); ++i) {
-    ZnDbStub* stub = index.at(i).stub();
+    ZnDbSlot* slot = index.at(i).slot();
     // Nobody else is about: whoever settles after reading may write.
-    ++stub->writers;
-    stub->object->loaded();
-    --stub->writers;
+    ++slot->writers;
+    slot->object->loaded();
+    --slot->writers;
   }
   for (size_t i = 0; i < index.size(); ++i)
-    if (!index.at(i).isErased()) index.at(i).stub()->object->attachLinks();
+    if (!index.at(i).isErased()) index.at(i).slot()->object->attachLinks();
   database.undoRecorder().setRecording(true);
   return true;
 }

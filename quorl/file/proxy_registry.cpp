@@ -13,7 +13,7 @@ using Quorl::ErrorStatus;
 
 namespace {
 
-const ZnDbProxy* proxyAt(ZnDbObjectId id) { return id.isValid() ? zndbProxy(id.stub()->object) : nullptr; }
+const ZnDbProxy* proxyAt(ZnDbObjectId id) { return id.isValid() ? zndbProxy(id.slot()->object) : nullptr; }
 
 // What the class can't read stays a proxy and is tried again when classes come the next time.
 bool becomeItself(ZnDbDatabase& database, ZnDbObjectId id) {
@@ -44,9 +44,9 @@ void becomeProxy(ZnDbDatabase& database, ZnDbObjectId id) {
 
 // Objects were read while closed; whoever settles after reading may write.
 void settle(ZnDbObjectId id) {
-  ++id.stub()->writers;
-  id.stub()->object->loaded();
-  --id.stub()->writers;
+  ++id.slot()->writers;
+  id.slot()->object->loaded();
+  --id.slot()->writers;
 }
 
 } // namespace
@@ -102,7 +102,7 @@ void ZnDbProxyRegistry::awaken(Drawing& drawing) {
   drawing.database->undoRecorder().clear();
   for (const ZnDbObjectId id : ready) settle(id);
   for (const ZnDbObjectId id : ready)
-    if (!id.isErased()) id.stub()->object->attachLinks();
+    if (!id.isErased()) id.slot()->object->attachLinks();
 }
 
 // Objects of classes that derive from it go too: without their ancestor they are no database objects.

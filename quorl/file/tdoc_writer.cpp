@@ -118,7 +118,7 @@ bool ZnTdocWriter::writeHeader(const ZnDrawingHeader& header, ZnFileError& error
 }
 
 bool ZnTdocWriter::writeClasses(const std::vector<ZnDbObjectId>& ids, ZnFileError& error) {
-  for (const ZnDbObjectId id : ids) classes_.numberOf(*id.stub()->object);
+  for (const ZnDbObjectId id : ids) classes_.numberOf(*id.slot()->object);
   beginSection("CLASSES");
   for (int i = 0; i < static_cast<int>(classes_.size()); ++i) {
     const ZnDbClassRecord& record = classes_.record(i);

@@ -6,6 +6,6 @@ bool DbBrevixUtil::checkBrevixViewport(ZnDbObjectId id, ZnDbObjectId* viewRepId,
   const ZnDbObjectId view = ZnDbViewRepBlockReference::ofViewport(id);
   if (view.isNull()) return false;
   if (viewRepId) *viewRepId = view;
-  if (viewId) *viewId = static_cast<const ZnDbViewRepBlockReference*>(view.stub()->object)->viewId();
+  if (viewId) *viewId = static_cast<const ZnDbViewRepBlockReference*>(view.slot()->object)->viewId();
   return true;
 }

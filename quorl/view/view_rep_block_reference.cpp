@@ -31,12 +31,12 @@ void ZnDbViewRepBlockReference::setViewId(ZnDbObjectId view) {
 
 ZnDbObjectId ZnDbViewRepBlockReference::ofViewport(ZnDbObjectId viewport) {
   if (viewport.isErased() || !viewport.isDerivedFrom(ZnDbViewport::desc())) return {};
-  const ZnDbWatchLink* const first = viewport.stub()->watchers;
+  const ZnDbWatchLink* const first = viewport.slot()->watchers;
   const ZnDbWatchLink* link = first;
   while (link) {
     const ZnDbObjectId watcher = link->watcher;
     if (!watcher.isErased() && watcher.isDerivedFrom(desc()) &&
-        static_cast<const ZnDbViewRepBlockReference*>(watcher.stub()->object)->viewportId_ == viewport)
+        static_cast<const ZnDbViewRepBlockReference*>(watcher.slot()->object)->viewportId_ == viewport)
       return watcher;
     link = link->next == first ? nullptr : link->next;
   }

@@ -16,7 +16,7 @@ Count wantedLinks(const std::vector<ZnDbObjectId>& ids) {
   Count wanted;
   for (const ZnDbObjectId id : ids) {
     if (id.isErased() || !isDependency(id)) continue;
-    const auto* dependency = static_cast<const ZnDbAssocDependency*>(id.stub()->object);
+    const auto* dependency = static_cast<const ZnDbAssocDependency*>(id.slot()->object);
     ZnArray<ZnDbObjectId> path;
     dependency->compoundObject().getFullPath(path);
     for (const ZnDbObjectId watched : path) ++wanted[{watched, id}];
@@ -27,7 +27,7 @@ Count wantedLinks(const std::vector<ZnDbObjectId>& ids) {
 Count standingLinks(const std::vector<ZnDbObjectId>& ids, std::vector<ZnString>& faults) {
   Count standing;
   for (const ZnDbObjectId id : ids) {
-    const ZnDbWatchLink* const first = id.stub()->watchers;
+    const ZnDbWatchLink* const first = id.slot()->watchers;
     const ZnDbWatchLink* link = first;
     while (link) {
       if (link->watched != id) faults.push_back(L"a link stands in the ring of another object");
@@ -43,7 +43,7 @@ Count standingLinks(const std::vector<ZnDbObjectId>& ids, std::vector<ZnString>&
 void checkNetworks(const std::vector<ZnDbObjectId>& ids, std::vector<ZnString>& faults) {
   for (const ZnDbObjectId id : ids) {
     if (id.isErased() || !id.isDerivedFrom(ZnDbAssocAction::desc())) continue;
-    const auto* action = static_cast<const ZnDbAssocAction*>(id.stub()->object);
+    const auto* action = static_cast<const ZnDbAssocAction*>(id.slot()->object);
     const ZnDbAssocNetwork* network = action->owningNetwork();
     if (!network) continue;
     const ZnArray<ZnDbObjectId>& members = network->getActions();

@@ -310,7 +310,7 @@ TEST_F(EvaluationTest, evaluation_pointer_reports_what_it_cannot_open) {
     EXPECT_EQ(pointer.status(), c.status);
     EXPECT_EQ(pointer.object() != nullptr, c.status == Quorl::eOk);
   }
-  EXPECT_EQ(circle.stub()->readers, 1);
+  EXPECT_EQ(circle.slot()->readers, 1);
 }
 
 TEST_F(EvaluationTest, objects_on_the_way_to_a_nested_entity_mark_the_action) {

@@ -57,7 +57,7 @@ protected:
     for (const ZnDbObjectId id : database->allObjectIds())
       for (const ZnRxClass* cls : {ZnDbAssocAction::desc(), ZnDbAssocDependency::desc(),
                                    ZnDbAssocActionParam::desc(), ZnDbDimAssoc::desc()})
-        if (id.isDerivedFrom(cls)) objects.push_back(id.stub()->object);
+        if (id.isDerivedFrom(cls)) objects.push_back(id.slot()->object);
     return objects;
   }
   static std::string fields(const ZnDbObject& object, ZnDbFiler::Kind kind = ZnDbFiler::kFile) {
@@ -129,11 +129,11 @@ TEST_F(PersistenceTest, marks_are_found_again_from_the_stored_statuses) {
   // As after reading a file: nothing is queued, then everything is told that it was loaded.
   std::vector<ZnDbAssocAction*> dropped;
   const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(database.get(), false);
-  static_cast<ZnDbAssocNetwork*>(top.stub()->object)->takeMarked(dropped);
+  static_cast<ZnDbAssocNetwork*>(top.slot()->object)->takeMarked(dropped);
   EXPECT_EQ(dropped.size(), 1u);
   EXPECT_EQ(evaluate(), Quorl::eOk);
   EXPECT_EQ(radius(output), 2.0) << "the mark was taken away";
-  for (const ZnDbObjectId id : database->allObjectIds()) id.stub()->object->loaded();
+  for (const ZnDbObjectId id : database->allObjectIds()) id.slot()->object->loaded();
   EXPECT_EQ(evaluate(), Quorl::eOk);
   EXPECT_EQ(radius(output), 6.0);
 }
@@ -219,8 +219,8 @@ TEST_F(PersistenceTest, members_leave_a_network_without_disturbing_the_others) {
       ZnDbAssocNetwork::getInstanceFromObject(database->modelSpaceId(), false, false);
   const ZnDbObjectId otherId = ZnDbAssocNetwork::getInstanceFromObject(database->paperSpaceId(), true, true);
   ASSERT_FALSE(networkId.isNull() || otherId.isNull());
-  auto* network = static_cast<ZnDbAssocNetwork*>(networkId.stub()->object);
-  auto* other = static_cast<ZnDbAssocNetwork*>(otherId.stub()->object);
+  auto* network = static_cast<ZnDbAssocNetwork*>(networkId.slot()->object);
+  auto* other = static_cast<ZnDbAssocNetwork*>(otherId.slot()->object);
   for (const size_t moved : {1u, 4u}) ASSERT_EQ(other->moveActionHere(actions[moved]), Quorl::eOk);
   EXPECT_EQ(network->removeAction(actions[1], true), Quorl::eInvalidOwner);
   EXPECT_EQ(network->removeAction(actions[3], true), Quorl::eOk);
@@ -229,7 +229,7 @@ TEST_F(PersistenceTest, members_leave_a_network_without_disturbing_the_others) {
   EXPECT_TRUE(other->getActions() == (ZnArray<ZnDbObjectId>{actions[1], actions[4]}));
   EXPECT_EQ(other->moveActionHere(source), Quorl::eInvalidInput);
   const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(database.get(), false);
-  EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(top.stub()->object)->getActions() ==
+  EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(top.slot()->object)->getActions() ==
               (ZnArray<ZnDbObjectId>{networkId, otherId}));
   // Marks in either network are found from the top.
   SumBody::evaluated.clear();

@@ -72,7 +72,7 @@ protected:
         ZnDbHolder<ZnDbCircle> circle(id);
         text += ' ' + std::to_string(circle->radius()) + ' ' + std::to_string(circle->center().x);
       }
-      text += ' ' + handleText(id.stub()->object->ownerId().handle()).utf8() + '\n';
+      text += ' ' + handleText(id.slot()->object->ownerId().handle()).utf8() + '\n';
     }
     return text;
   }

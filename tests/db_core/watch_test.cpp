@@ -100,7 +100,7 @@ TEST_F(Watching, RingsKeepTheOrderOfComing) {
   const ZnDbObjectId a = addCircle(1.0, 1.0), b = addCircle(2.0, 1.0), c = addCircle(3.0, 1.0);
   const auto ring = [&] {
     std::vector<ZnDbObjectId> ids;
-    const ZnDbWatchLink* first = watched.stub()->watchers;
+    const ZnDbWatchLink* first = watched.slot()->watchers;
     for (const ZnDbWatchLink* link = first; link; link = link->next == first ? nullptr : link->next)
       ids.push_back(link->watcher);
     return ids;

@@ -108,7 +108,7 @@ TEST_F(Proxies, OfOneFormatAreTheSameBytesAsTheirClassWrites) {
 TEST_F(Proxies, KeepTheRegistrationOfTheirClass) {
   for (const std::string& bytes : {binary, text}) {
     const auto unknown = opened(bytes);
-    const ZnDbProxyData* data = zndbProxyData(idsIn(*unknown, ids).gadget.stub()->object);
+    const ZnDbProxyData* data = zndbProxyData(idsIn(*unknown, ids).gadget.slot()->object);
     ASSERT_NE(data, nullptr);
     const ZnDbClassRecord& record = data->cls->record();
     EXPECT_EQ(record.name, L"Gadget");
@@ -126,7 +126,7 @@ TEST_F(Proxies, KeepTheRegistrationOfTheirClass) {
 TEST_F(Proxies, ComeWhenTheClassGoesAndGoWhenItComes) {
   EXPECT_EQ(ids.gadget.objectClass(), ZnDbProxyEntity::desc());
   EXPECT_EQ(ids.note.objectClass(), ZnDbProxyObject::desc());
-  EXPECT_EQ(ids.line.stub()->watchers, nullptr) << "a proxy watches nothing";
+  EXPECT_EQ(ids.line.slot()->watchers, nullptr) << "a proxy watches nothing";
   EXPECT_FALSE(drawing.undoRecorder().canUndo());
   EXPECT_TRUE(written(drawing, kBinary) == binary);
   touch(ids.line);
@@ -137,7 +137,7 @@ TEST_F(Proxies, ComeWhenTheClassGoesAndGoWhenItComes) {
     EXPECT_EQ(gadget->parts, (std::vector<ZnDbObjectId>{ids.line, drawing.layerZero(), {}}));
     EXPECT_EQ(gadget->kind, ZnAtom::of(L"kind of gadget"));
     EXPECT_EQ(gadget->ownerId(), drawing.modelSpaceId());
-    const auto* note = static_cast<const Note*>(ids.note.stub()->object);
+    const auto* note = static_cast<const Note*>(ids.note.slot()->object);
     EXPECT_EQ(note->timesLoaded, 1);
     touch(ids.line);
     EXPECT_EQ(note->heard, 1) << "the link is back";
@@ -149,7 +149,7 @@ TEST_F(Proxies, OfBothFormatsBecomeThemselvesInPlace) {
   const TestClasses loaded;
   for (ZnDbDatabase* database : {fromBinary.get(), fromText.get()}) {
     EXPECT_TRUE(idsIn(*database, ids).gadget.isDerivedFrom(Gadget::desc()));
-    EXPECT_NE(idsIn(*database, ids).line.stub()->watchers, nullptr);
+    EXPECT_NE(idsIn(*database, ids).line.slot()->watchers, nullptr);
     EXPECT_TRUE(written(*database, kBinary) == binary);
     EXPECT_EQ(written(*database, kText), text);
   }
@@ -210,7 +210,7 @@ TEST_F(Proxies, AreClonedErasedAndBroughtBackLikeAnyObject) {
     EXPECT_TRUE(in.note.isDerivedFrom(Note::desc()))
         << "what is erased must not outlive its class either way";
     EXPECT_TRUE(in.note.isErased());
-    EXPECT_EQ(static_cast<const Note*>(in.note.stub()->object)->heard, 0);
+    EXPECT_EQ(static_cast<const Note*>(in.note.slot()->object)->heard, 0);
   }
 }
 
@@ -243,7 +243,7 @@ TEST_F(Proxies, TwoClassesMayHaveOneTextName) {
   // The twin goes with its ancestor, without which it is no database object.
   deleteTestClasses();
   EXPECT_EQ(second.objectClass(), ZnDbProxyEntity::desc());
-  EXPECT_EQ(zndbProxyData(second.stub()->object)->cls->record().name, L"Twin");
+  EXPECT_EQ(zndbProxyData(second.slot()->object)->cls->record().name, L"Twin");
   deleteZnRxClass(Twin::gpDesc);
   EXPECT_TRUE(written(other, kBinary) == binaryBefore);
 }

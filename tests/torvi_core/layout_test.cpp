@@ -106,7 +106,7 @@ TEST_F(Layout, KeyedOutputsFollowTheWantedKeys) {
       ASSERT_FALSE(id.isNull());
       EXPECT_EQ(!id.isErased(), lives) << ZnString(key).utf8();
       if (id.isDerivedFrom(ZnDbBlockReference::desc())) {
-        const ZnDbObjectId block = static_cast<ZnDbBlockReference*>(id.stub()->object)->blockTableRecord();
+        const ZnDbObjectId block = static_cast<ZnDbBlockReference*>(id.slot()->object)->blockTableRecord();
         EXPECT_EQ(!block.isErased(), lives) << "its block";
       }
     }

@@ -7,7 +7,7 @@ namespace {
 
 // By identity: the order of handles takes lines of two drawings for one.
 struct BySlot {
-  bool operator()(ZnDbObjectId a, ZnDbObjectId b) const { return std::less<>()(a.stub(), b.stub()); }
+  bool operator()(ZnDbObjectId a, ZnDbObjectId b) const { return std::less<>()(a.slot(), b.slot()); }
 };
 
 // Kept for the whole process until it is emptied; whoever marks lines unmarks them.
