@@ -6,8 +6,8 @@
 #include "interchange/draw/annotated_svg.h"
 #include "interchange/draw/picture_writer.h"
 #include "interchange/import/scene_import.h"
-#include "quorl/db/host_services.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/host_services.h"
+#include "quorl/db/core/undo.h"
 #include "quorl/file/drawing_file.h"
 
 namespace app {

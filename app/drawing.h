@@ -10,8 +10,8 @@
 #include "app/formats.h"
 #include "interchange/import/import_report.h"
 #include "interchange/svg_in/read_options.h"
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
 
 namespace app {
 

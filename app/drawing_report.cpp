@@ -6,7 +6,7 @@
 
 #include "app/center_module.h"
 #include "app/number_text.h"
-#include "quorl/db/block_table.h"
+#include "quorl/db/table/block_table.h"
 
 namespace app {
 

@@ -2,7 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/marked_drawing.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
 #include "torvi/dbutils/lyx_utils.h"
 
 namespace {

@@ -68,7 +68,7 @@ std::vector<ZnGeCircArc3d> markedCircles(ZnDbObjectId space) {
       if (pattern && !isShown(pattern->getOutputEdge(ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1))))
         continue;
       const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edges[i], true));
-      if (curve && curve->isKindOf(ZnGe::kCircArc3d))
+      if (curve && curve->isKindOf(ZnGe::kCircularArc3d))
         circles.push_back(static_cast<const ZnGeCircArc3d&>(*curve));
     }
   });

@@ -12,7 +12,7 @@ ZnString statusText(ErrorStatus status) { return ZnString::fromUtf8(Quorl::error
 
 bool isRound(const ZnDbEdgeRef& edge) {
   const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
-  return curve && curve->isKindOf(ZnGe::kCircArc3d) &&
+  return curve && curve->isKindOf(ZnGe::kCircularArc3d) &&
          static_cast<const ZnGeCircArc3d&>(*curve).radius() > ZnGeContext::gTol.equalPoint();
 }
 

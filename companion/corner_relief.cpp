@@ -54,7 +54,7 @@ bool isCornerRelief(const RoundEdge& edge) {
 
   // In the entity's own coordinates: a round edge is seen through similarities only, which change no answer.
   const std::unique_ptr<ZnGeCurve3d> own = entity->subentCurve(edges[place]);
-  if (!own || !own->isKindOf(ZnGe::kCircArc3d)) return false;
+  if (!own || !own->isKindOf(ZnGe::kCircularArc3d)) return false;
   const auto& arc = static_cast<const ZnGeCircArc3d&>(*own);
   const ZnDbSubentId& before = edges[(place + count - 1) % count];
   const ZnDbSubentId& after = edges[(place + 1) % count];

@@ -92,7 +92,7 @@ bool RingSearch::fitCircle(const std::vector<int>& members, ZnGePoint2d& center)
   double xx = 0.0, xy = 0.0, yy = 0.0, xz = 0.0, yz = 0.0;
   for (const int i : members) {
     const ZnGeVector2d p = at(i) - (ZnGePoint2d() + mean);
-    const double z = p.lengthSqrd();
+    const double z = p.lengthSquared();
     xx += p.x * p.x, xy += p.x * p.y, yy += p.y * p.y, xz += p.x * z, yz += p.y * z;
   }
   const double determinant = xx * yy - xy * xy;
@@ -194,7 +194,7 @@ void RingSearch::throughThree(int a, int b, int c) {
   const double twiceArea = u.crossProduct(v);
   const double longest = std::max(u.length(), v.length());
   if (std::fabs(twiceArea) <= kLeastTripleSine * longest * longest) return;
-  const double uu = u.lengthSqrd(), vv = v.lengthSqrd();
+  const double uu = u.lengthSquared(), vv = v.lengthSquared();
   const ZnGeVector2d toCenter = ZnGeVector2d(v.y * uu - u.y * vv, u.x * vv - v.x * uu) * (0.5 / twiceArea);
   ZnGePoint2d center = at(a) + toCenter;
   const std::vector<int> near = index_.nearest(center, kMostOfRing);

@@ -147,7 +147,7 @@ bool pitchCircleOf(const ZnDbTorviObjectWrapper& wrapper, ZnGeCircArc3d& circle)
     return false;
   ZnDbCenterMarkPatternLayout layout(wrapper.centerObjId());
   if (!layout.loadCircles(edges) || !layout.analysePattern() || layout.majorCurves().isEmpty() ||
-      !layout.majorCurves().first()->isKindOf(ZnGe::kCircArc3d))
+      !layout.majorCurves().first()->isKindOf(ZnGe::kCircularArc3d))
     return false;
   circle = static_cast<const ZnGeCircArc3d&>(*layout.majorCurves().first());
   return true;

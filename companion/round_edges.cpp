@@ -13,11 +13,11 @@ std::vector<RoundEdge> visibleRoundEdges(ZnDbObjectId space) {
     for (const ZnDbSubentId& subent : edges) {
       // A look at the entity's own curve first: most edges of a drawing are straight.
       const std::unique_ptr<ZnGeCurve3d> own = visible.entity.subentCurve(subent);
-      if (!own || !own->isKindOf(ZnGe::kCircArc3d)) continue;
+      if (!own || !own->isKindOf(ZnGe::kCircularArc3d)) continue;
       RoundEdge edge{ZnDbFullSubentPath(visible.path, subent), {}};
       const std::unique_ptr<ZnGeCurve3d> curve(
           ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(ZnDbEdgeRef(edge.path), false));
-      if (!curve || !curve->isKindOf(ZnGe::kCircArc3d)) continue;
+      if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) continue;
       edge.curve = static_cast<const ZnGeCircArc3d&>(*curve);
       found.push_back(std::move(edge));
     }

@@ -1,9 +1,9 @@
 // Script commands that change entities: each takes entities first, then what is to happen to them.
 #include "app/script/script_command.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/id_mapping.h"
-#include "quorl/db/line.h"
-#include "quorl/db/polyline.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/polyline.h"
 #include "quorl/ge/angles.h"
 #include "quorl/ge/plane.h"
 
@@ -71,7 +71,7 @@ Quorl::ErrorStatus moveVertex(ZnDbPolyline& polyline, const ZnGePoint3d& from, c
   if (!polyline.normal().isEqualTo(ZnGeVector3d::kZAxis)) return Quorl::eNotProvided;
   int nearest = 0;
   double least = 0.0;
-  for (int i = 0; i < polyline.numVerts(); ++i) {
+  for (int i = 0; i < polyline.vertexCount(); ++i) {
     ZnGePoint3d vertex;
     polyline.getPointAt(i, vertex);
     const double distance = vertex.distanceTo(from);
@@ -104,7 +104,7 @@ bool copy(ScriptSession& session, ScriptArguments& arguments) {
   ZnGePoint3d by;
   if (!arguments.entities(ids, 1) || !arguments.point(by, "the way dx,dy")) return false;
   ZnDbDatabase& database = session.database();
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, &database, &database);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &database, &database);
   ZnArray<ZnDbObjectId> originals;
   for (const ZnDbObjectId id : ids) originals.append(id);
   if (!arguments.check(database.deepCloneObjects(originals, database.currentSpaceId(), mapping)))

@@ -4,11 +4,11 @@
 
 #include "app/script/script_command.h"
 #include "app/tolerance.h"
-#include "quorl/db/arc.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/line.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/text.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/text.h"
 
 namespace app {
 
@@ -63,10 +63,10 @@ bool polyline(ScriptSession& session, ScriptArguments& arguments) {
     if (!arguments.point(point, "a point x,y, BULGE or CLOSE")) return false;
     if (arguments.keyword("BULGE") && !arguments.number(bulge, "the bulge")) return false;
     if (std::abs(bulge) < kLeastSize) bulge = 0.0;
-    chain->addVertexAt(chain->numVerts(), ZnGePoint2d(point.x, point.y), bulge);
+    chain->addVertexAt(chain->vertexCount(), ZnGePoint2d(point.x, point.y), bulge);
   }
   if (!arguments.end()) return false;
-  if (chain->numVerts() < 2) return arguments.fail("the line ends too early", "at least two points");
+  if (chain->vertexCount() < 2) return arguments.fail("the line ends too early", "at least two points");
   return append(session, arguments, std::move(chain));
 }
 
@@ -78,7 +78,7 @@ bool rectangle(ScriptSession& session, ScriptArguments& arguments) {
   auto outline = std::make_unique<ZnDbPolyline>();
   for (const ZnGePoint2d& corner :
        {ZnGePoint2d(a.x, a.y), ZnGePoint2d(b.x, a.y), ZnGePoint2d(b.x, b.y), ZnGePoint2d(a.x, b.y)})
-    outline->addVertexAt(outline->numVerts(), corner);
+    outline->addVertexAt(outline->vertexCount(), corner);
   outline->setClosed(true);
   return append(session, arguments, std::move(outline));
 }

@@ -4,10 +4,10 @@
 #include <limits>
 
 #include "app/tolerance.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/edge_ref.h"
-#include "quorl/db/layer_table.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/edge_ref.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/layer_table.h"
 
 namespace app {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/script/space_index.h"
-#include "quorl/db/subent.h"
+#include "quorl/db/entity/subent.h"
 
 namespace app {
 

@@ -1,9 +1,9 @@
 #include "app/script/preview_entities.h"
 
-#include "quorl/db/arc.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/line.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
 
 namespace app {
 
@@ -54,7 +54,7 @@ ZnDbObjectId PreviewEntities::linetype(const ZnDbDatabase& drawing, const ZnRxCo
     ZnDbHolder<ZnDbLinetypeTableRecord> record(new ZnDbLinetypeTableRecord);
     const ZnRxCommandValue::Array& dashes = told.at(L"dashes").items();
     record->setName(name);
-    record->setNumDashes(static_cast<int>(dashes.size()));
+    record->setDashCount(static_cast<int>(dashes.size()));
     for (size_t i = 0; i < dashes.size(); ++i)
       record->setDashLengthAt(static_cast<int>(i), dashes[i].asDouble());
     record->setIsScaledToFit(told.at(L"scaledToFit").asBool());

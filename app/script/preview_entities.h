@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
 #include "quorl/rx/command_data.h"
 
 namespace app {

@@ -8,9 +8,9 @@
 
 #include "app/number_text.h"
 #include "app/tolerance.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/entity/viewport.h"
 
 namespace app {
 

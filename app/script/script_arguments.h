@@ -7,7 +7,7 @@
 #include "app/script/nearest_edge.h"
 #include "app/script/script_session.h"
 #include "app/script/script_text.h"
-#include "quorl/db/subent.h"
+#include "quorl/db/entity/subent.h"
 
 namespace app {
 

@@ -6,7 +6,7 @@ namespace app {
 
 namespace {
 
-constexpr std::span<const ScriptCommand> (*kGroups[])() = {drawCommands,   changeCommands,  structCommands,
+constexpr std::span<const ScriptCommand> (*kGroups[])() = {drawCommands,   changeCommands,  structureCommands,
                                                            centerCommands, patternCommands, sessionCommands};
 
 } // namespace

@@ -18,12 +18,12 @@ struct ScriptCommand {
 };
 
 // One group a source.
-std::span<const ScriptCommand> drawCommands();    // entities
-std::span<const ScriptCommand> changeCommands();  // moving, copying, erasing
-std::span<const ScriptCommand> structCommands();  // layers, blocks, variables
-std::span<const ScriptCommand> patternCommands(); // patterns of center marks
-std::span<const ScriptCommand> centerCommands();  // center marks
-std::span<const ScriptCommand> sessionCommands(); // history, listing, saving
+std::span<const ScriptCommand> drawCommands();      // entities
+std::span<const ScriptCommand> changeCommands();    // moving, copying, erasing
+std::span<const ScriptCommand> structureCommands(); // layers, blocks, variables
+std::span<const ScriptCommand> patternCommands();   // patterns of center marks
+std::span<const ScriptCommand> centerCommands();    // center marks
+std::span<const ScriptCommand> sessionCommands();   // history, listing, saving
 
 // By upper-case name; null when there is none.
 const ScriptCommand* findScriptCommand(const std::string& name);

@@ -6,8 +6,8 @@
 
 #include "app/evaluation.h"
 #include "app/script/script_command.h"
-#include "quorl/db/transaction.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/transaction.h"
+#include "quorl/db/core/undo.h"
 
 namespace app {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "app/tolerance.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/block_table.h"
 
 namespace app {
 

@@ -8,8 +8,8 @@
 
 #include "app/console.h"
 #include "app/script/space_index.h"
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
 
 namespace app {
 

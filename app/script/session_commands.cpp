@@ -3,9 +3,9 @@
 
 #include "app/number_text.h"
 #include "app/script/script_command.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/block_table.h"
 
 namespace app {
 

@@ -8,8 +8,8 @@
 #include <boost/geometry.hpp>
 #include <boost/geometry/index/rtree.hpp>
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/block_table.h"
 
 namespace app {
 

@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "quorl/db/database.h"
-#include "quorl/db/database_reactor.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/database_reactor.h"
 #include "quorl/ge/bound_block3d.h"
 
 namespace app {

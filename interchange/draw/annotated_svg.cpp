@@ -7,8 +7,8 @@
 #include "interchange/svg_in/read_options.h"
 #include "interchange/svg_in/text_encoding.h"
 
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
 
 #include <pugixml.hpp>
 

@@ -4,7 +4,7 @@
 #include "interchange/draw/picture_options.h"
 #include "interchange/import/source_page.h"
 
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "interchange/draw/curve_contour.h"
 
 #include "quorl/ge/circ_arc3d.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/ge/elliptical_arc3d.h"
 #include "quorl/ge/line_seg3d.h"
 
 #include <memory>
@@ -31,14 +31,14 @@ void appendCurve(const ZnGeCurve3d& curve, const ZnGeMatrix3d& map, double chord
         Segment::line(seenFromAbove(map * line.startPoint()), seenFromAbove(map * line.endPoint())));
     return;
   }
-  if (curve.isKindOf(ZnGe::kCircArc3d)) {
+  if (curve.isKindOf(ZnGe::kCircularArc3d)) {
     const auto& arc = static_cast<const ZnGeCircArc3d&>(curve);
-    const ZnGeVector3d u = arc.refVec() * arc.radius();
+    const ZnGeVector3d u = arc.referenceVector() * arc.radius();
     return appendArc(map, arc.center(), u, arc.normal().crossProduct(u), arc.startAng(), arc.endAng(),
                      contour);
   }
-  if (curve.isKindOf(ZnGe::kEllipArc3d)) {
-    const auto& arc = static_cast<const ZnGeEllipArc3d&>(curve);
+  if (curve.isKindOf(ZnGe::kEllipticalArc3d)) {
+    const auto& arc = static_cast<const ZnGeEllipticalArc3d&>(curve);
     return appendArc(map, arc.center(), arc.majorAxis(), arc.minorAxis(), arc.startParam(), arc.endParam(),
                      contour);
   }

@@ -4,9 +4,9 @@
 #include "interchange/draw/curve_contour.h"
 #include "interchange/tolerance.h"
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/entity/viewport.h"
+#include "quorl/db/table/block_table.h"
 
 #include <algorithm>
 

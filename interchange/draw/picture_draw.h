@@ -4,7 +4,7 @@
 #include "interchange/draw/stroke_target.h"
 #include "interchange/draw/trait_resolver.h"
 
-#include "quorl/db/world_draw.h"
+#include "quorl/db/entity/world_draw.h"
 
 #include <vector>
 

@@ -6,11 +6,11 @@
 #include "interchange/draw/picture_draw.h"
 #include "interchange/draw/shown_extents.h"
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/database.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/layout.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/dictionary.h"
+#include "quorl/db/table/layout.h"
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>

@@ -3,9 +3,9 @@
 #include "interchange/draw/curve_contour.h"
 #include "interchange/draw/lettering_face.h"
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/extents_draw.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/entity/extents_draw.h"
+#include "quorl/db/table/block_table.h"
 
 namespace interchange {
 

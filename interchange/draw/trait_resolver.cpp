@@ -1,8 +1,8 @@
 #include "interchange/draw/trait_resolver.h"
 
-#include "quorl/db/database.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
 
 namespace interchange {
 
@@ -57,11 +57,11 @@ ResolvedTraits TraitResolver::resolve(const ZnGiSubEntityTraits& traits, const R
   else if (traits.transparency.method() == ZnCmTransparency::kByAlpha)
     resolved.alpha = traits.transparency.alpha();
 
-  if (traits.lineWeight == ZnDb::kLnWtByBlock)
+  if (traits.lineWeight == ZnDb::kLineWeightByBlock)
     resolved.weight = block.weight;
-  else if (traits.lineWeight == ZnDb::kLnWtByDefault)
+  else if (traits.lineWeight == ZnDb::kLineWeightByDefault)
     resolved.weight = kDefaultWeight;
-  else if (traits.lineWeight != ZnDb::kLnWtByLayer)
+  else if (traits.lineWeight != ZnDb::kLineWeightByLayer)
     resolved.weight = traits.lineWeight;
 
   if (traits.linetypeId == database_.byBlockLinetype() && !traits.linetypeId.isNull())

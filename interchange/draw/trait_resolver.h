@@ -4,7 +4,7 @@
 #include "interchange/draw/dash_layout.h"
 #include "interchange/draw/stroke_target.h"
 
-#include "quorl/db/world_draw.h"
+#include "quorl/db/entity/world_draw.h"
 
 #include <unordered_map>
 

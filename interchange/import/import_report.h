@@ -4,7 +4,7 @@
 #include "interchange/import/source_page.h"
 #include "interchange/svg_in/scene.h"
 
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 #include <cstddef>
 #include <string>

@@ -6,9 +6,9 @@
 #include "interchange/svg_in/svg_reader.h"
 #include "interchange/tolerance.h"
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/block_table.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,15 +1,15 @@
 #include "interchange/import/shape_entities.h"
 
-#include "quorl/db/arc.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/line.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/spline.h"
-#include "quorl/db/text.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/spline.h"
+#include "quorl/db/entity/text.h"
 #include "quorl/ge/angles.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/ge/elliptical_arc3d.h"
 #include "quorl/ge/nurb_curve3d.h"
 
 #include <cmath>
@@ -32,7 +32,7 @@ Made make(const Polyline& polyline) {
   auto entity = std::make_unique<ZnDbPolyline>();
   for (const Vertex& vertex : polyline.vertices) {
     const ZnGePoint2d point(vertex.point.x, vertex.point.y);
-    if (entity->addVertexAt(entity->numVerts(), point, vertex.bulge) != Quorl::eOk) return nullptr;
+    if (entity->addVertexAt(entity->vertexCount(), point, vertex.bulge) != Quorl::eOk) return nullptr;
   }
   entity->setClosed(polyline.closed);
   return entity;
@@ -59,7 +59,7 @@ Made make(const EllipseArc& ellipse) {
   const ZnGeVector3d minor(-ellipse.major.y * ellipse.ratio, ellipse.major.x * ellipse.ratio, 0.0);
   const double end = ellipse.closed ? ellipse.startParam + ZnGe::kTwoPi : ellipse.endParam;
   auto entity = std::make_unique<ZnDbEllipse>();
-  const ZnGeEllipArc3d curve(inPlane(ellipse.center), major, minor, ellipse.startParam, end);
+  const ZnGeEllipticalArc3d curve(inPlane(ellipse.center), major, minor, ellipse.startParam, end);
   return entity->set(curve) == Quorl::eOk ? std::move(entity) : nullptr;
 }
 

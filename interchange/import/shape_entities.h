@@ -3,7 +3,7 @@
 
 #include "interchange/recognize/shape.h"
 
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 #include "quorl/ge/matrix3d.h"
 
 #include <memory>

@@ -1,9 +1,9 @@
 #include "interchange/import/trait_import.h"
 
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
 
 #include <algorithm>
 #include <charconv>
@@ -138,7 +138,7 @@ ZnDbObjectId TraitImport::linetypeFor(const Style& style) {
     auto* record = new ZnDbLinetypeTableRecord;
     record->setName(ZnString::fromUtf8(name));
     record->setDescription(L"Dashes of an imported drawing");
-    record->setNumDashes(static_cast<int>(lengths.size()));
+    record->setDashCount(static_cast<int>(lengths.size()));
     for (std::size_t i = 0; i < lengths.size(); ++i)
       record->setDashLengthAt(static_cast<int>(i), i % 2 == 0 ? lengths[i] : -lengths[i]);
     if (table->add(id, record) != Quorl::eOk) {

@@ -5,8 +5,8 @@
 
 #include "quorl/base/error_status.h"
 #include "quorl/base/string.h"
-#include "quorl/db/color.h"
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/color.h"
+#include "quorl/db/core/object_id.h"
 
 #include <map>
 #include <set>

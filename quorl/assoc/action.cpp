@@ -7,8 +7,8 @@
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/evaluation_frame.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/database.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/undo.h"
 
 using Quorl::ErrorStatus;
 

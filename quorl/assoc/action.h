@@ -6,7 +6,7 @@
 
 #include "quorl/assoc/assoc_status.h"
 #include "quorl/assoc/value_param.h"
-#include "quorl/db/object.h"
+#include "quorl/db/core/object.h"
 
 class ZnDbAssocActionBody;
 class ZnDbAssocDependency;

@@ -4,7 +4,7 @@
 
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 
 using Quorl::ErrorStatus;
 

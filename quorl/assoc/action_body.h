@@ -8,13 +8,13 @@
 class ZnDbIdMapping;
 
 // Kept for derived classes that bring their own implementation object; there is one way today.
-enum ZnDbAssocCreateImpObject : int { kCreateImpObject = 0, kDoNotCreateImpObject = 1 };
+enum ZnDbAssocCreateImpObject : int { kCreateImplementation = 0, kNoImplementation = 1 };
 
 class ZnDbAssocActionBody : public ZnDbObject {
   ZNRX_DECLARE_MEMBERS(ZnDbAssocActionBody)
 
 public:
-  explicit ZnDbAssocActionBody(ZnDbAssocCreateImpObject = kCreateImpObject) {}
+  explicit ZnDbAssocActionBody(ZnDbAssocCreateImpObject = kCreateImplementation) {}
   ~ZnDbAssocActionBody() override;
 
   // Bodies come and go in numbers; memory of a size is given again without asking the system.

@@ -2,9 +2,9 @@
 #include "quorl/assoc/action_body.h"
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/deep_clone.h"
-#include "quorl/db/watch_link.h"
+#include "quorl/db/core/deep_clone.h"
+#include "quorl/db/core/watch_link.h"
+#include "quorl/db/table/block_table.h"
 
 namespace {
 

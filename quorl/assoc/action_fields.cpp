@@ -5,7 +5,7 @@
 #include "quorl/assoc/action_param.h"
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/field_io.h"
 
 using Quorl::ErrorStatus;
 
@@ -25,25 +25,25 @@ void writeOwned(ZnDbFiler& filer, const std::vector<ZnDbObjectId>& ids) {
   const bool forUndo = filer.kind() == ZnDbFiler::kUndo;
   std::int32_t count = 0;
   for (const ZnDbObjectId id : ids) count += isFiled(id, forUndo) ? 1 : 0;
-  filer.wrInt32(count);
+  filer.writeInt32(count);
   for (const ZnDbObjectId id : ids)
-    if (isFiled(id, forUndo)) filer.wrHardOwnershipId(id);
+    if (isFiled(id, forUndo)) filer.writeHardOwnershipId(id);
 }
 
 void readOwned(ZnDbFiler& filer, std::vector<ZnDbObjectId>& ids) {
   ids.clear();
-  const int count = filer.rdCount();
+  const int count = filer.readCount();
   for (int i = 0; i < count && filer.status() == Quorl::eOk; ++i)
-    if (const ZnDbObjectId id = filer.rdHardOwnershipId(); !id.isNull()) ids.push_back(id);
+    if (const ZnDbObjectId id = filer.readHardOwnershipId(); !id.isNull()) ids.push_back(id);
 }
 
 } // namespace
 
 ErrorStatus ZnDbAssocAction::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
-  filer.wrInt8(static_cast<std::int8_t>(status_));
-  filer.wrHardOwnershipId(bodyId_);
+  filer.writeInt16(kVersion);
+  filer.writeInt8(static_cast<std::int8_t>(status_));
+  filer.writeHardOwnershipId(bodyId_);
   writeOwned(filer, dependencies_);
   writeOwned(filer, params_);
   values_.bdocOut(filer);
@@ -53,11 +53,11 @@ ErrorStatus ZnDbAssocAction::bdocOutFields(ZnDbFiler& filer) const {
 ErrorStatus ZnDbAssocAction::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  const std::int8_t status = filer.rdInt8();
+  const std::int8_t status = filer.readInt8();
   if (!isStatus(status)) filer.setStatus(Quorl::eFileDamaged);
   if (filer.status() != Quorl::eOk) return filer.status();
   status_ = static_cast<ZnDbAssocStatus>(status);
-  bodyId_ = filer.rdHardOwnershipId();
+  bodyId_ = filer.readHardOwnershipId();
   readOwned(filer, dependencies_);
   readOwned(filer, params_);
   groupsAreStale_ = true;
@@ -66,13 +66,13 @@ ErrorStatus ZnDbAssocAction::bdocInFields(ZnDbFiler& filer) {
 
 ErrorStatus ZnDbAssocAction::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(ZnDbAssocAction::className());
-  filer.wrInteger(kStatusCode, status_);
-  if (!bodyId_.isNull()) filer.wrId(kBodyCode, bodyId_);
+  filer.writeSubclassMarker(ZnDbAssocAction::className());
+  filer.writeInteger(kStatusCode, status_);
+  if (!bodyId_.isNull()) filer.writeId(kBodyCode, bodyId_);
   for (const ZnDbObjectId id : dependencies_)
-    if (!id.isErased()) filer.wrId(kDependencyCode, id);
+    if (!id.isErased()) filer.writeId(kDependencyCode, id);
   for (const ZnDbObjectId id : params_)
-    if (!id.isErased()) filer.wrId(kParamCode, id);
+    if (!id.isErased()) filer.writeId(kParamCode, id);
   values_.tdocOut(filer);
   return filer.status();
 }

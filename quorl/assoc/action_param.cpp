@@ -1,6 +1,6 @@
 #include "quorl/assoc/action_param.h"
 
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/field_io.h"
 
 using Quorl::ErrorStatus;
 
@@ -32,22 +32,22 @@ void ZnDbAssocActionParam::detachLinks() { attachLinks(); }
 
 ErrorStatus ZnDbAssocActionParam::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
-  filer.wrAtom(name_.atom());
+  filer.writeInt16(kVersion);
+  filer.writeAtom(name_.atom());
   return filer.status();
 }
 
 ErrorStatus ZnDbAssocActionParam::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  name_ = ZnString(filer.rdAtom());
+  name_ = ZnString(filer.readAtom());
   return filer.status();
 }
 
 ErrorStatus ZnDbAssocActionParam::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(className());
-  filer.wrString(kNameCode, name_);
+  filer.writeSubclassMarker(className());
+  filer.writeString(kNameCode, name_);
   return filer.status();
 }
 

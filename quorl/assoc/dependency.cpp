@@ -4,8 +4,8 @@
 #include "quorl/assoc/dependency_pe.h"
 #include "quorl/assoc/evaluation_frame.h"
 #include "quorl/assoc/subent_path_io.h"
-#include "quorl/db/database.h"
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/field_io.h"
 
 using Quorl::ErrorStatus;
 
@@ -141,11 +141,11 @@ void ZnDbAssocDependency::watchedErased(const ZnDbObject*, bool erasing) {
 
 ErrorStatus ZnDbAssocDependency::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
-  filer.wrBool(isRead_);
-  filer.wrBool(isWrite_);
-  filer.wrInt32(order_);
-  filer.wrHardOwnershipId(bodyId_);
+  filer.writeInt16(kVersion);
+  filer.writeBool(isRead_);
+  filer.writeBool(isWrite_);
+  filer.writeInt32(order_);
+  filer.writeHardOwnershipId(bodyId_);
   zndbWritePath(filer, target_);
   return filer.status();
 }
@@ -153,20 +153,20 @@ ErrorStatus ZnDbAssocDependency::bdocOutFields(ZnDbFiler& filer) const {
 ErrorStatus ZnDbAssocDependency::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  isRead_ = filer.rdBool();
-  isWrite_ = filer.rdBool();
-  order_ = filer.rdInt32();
-  bodyId_ = filer.rdHardOwnershipId();
+  isRead_ = filer.readBool();
+  isWrite_ = filer.readBool();
+  order_ = filer.readInt32();
+  bodyId_ = filer.readHardOwnershipId();
   return zndbReadPath(filer, target_);
 }
 
 ErrorStatus ZnDbAssocDependency::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(className());
-  filer.wrBool(kReadCode, isRead_);
-  filer.wrBool(kWriteCode, isWrite_);
-  filer.wrInteger(kOrderCode, order_);
-  if (!bodyId_.isNull()) filer.wrId(kBodyCode, bodyId_);
+  filer.writeSubclassMarker(className());
+  filer.writeBool(kReadCode, isRead_);
+  filer.writeBool(kWriteCode, isWrite_);
+  filer.writeInteger(kOrderCode, order_);
+  if (!bodyId_.isNull()) filer.writeId(kBodyCode, bodyId_);
   zndbWritePath(filer, kPathCode, target_);
   return filer.status();
 }

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "quorl/assoc/assoc_status.h"
-#include "quorl/db/object.h"
-#include "quorl/db/subent.h"
-#include "quorl/db/watch_link.h"
+#include "quorl/db/core/object.h"
+#include "quorl/db/core/watch_link.h"
+#include "quorl/db/entity/subent.h"
 
 class ZnDbAssocAction;
 

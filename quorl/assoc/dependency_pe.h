@@ -1,7 +1,7 @@
 // Asked of an object on which a dependency is about to stand.
 #pragma once
 
-#include "quorl/db/subent.h"
+#include "quorl/db/entity/subent.h"
 #include "quorl/rx/class_members.h"
 
 class ZnDbAssocDependency;

@@ -1,7 +1,7 @@
 #include "quorl/assoc/diametric_dim_action_body.h"
 
 #include "quorl/assoc/dim_follow.h"
-#include "quorl/db/diametric_dimension.h"
+#include "quorl/db/entity/diametric_dimension.h"
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAssocDiametricDimActionBody, ZnDbAssocDimActionBody,
                           L"ASSOCDIAMETRICDIMACTIONBODY")

@@ -4,8 +4,8 @@
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/evaluation_pointer.h"
 #include "quorl/assoc/manager.h"
-#include "quorl/db/database.h"
-#include "quorl/db/id_mapping.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/id_mapping.h"
 
 using Quorl::ErrorStatus;
 
@@ -75,7 +75,7 @@ void ZnDbAssocDimActionBody::evaluateOverride() {
   std::unique_ptr<ZnGeCurve3d> curve;
   // A dimension whose edge is gone stays where it is.
   if (measured.entity().topId().isErased()) return;
-  if (measured.evaluateCurve(curve) != Quorl::eOk || curve->type() != ZnGe::kCircArc3d) {
+  if (measured.evaluateCurve(curve) != Quorl::eOk || curve->type() != ZnGe::kCircularArc3d) {
     setStatus(kFailedToEvaluateAssocStatus);
     return;
   }

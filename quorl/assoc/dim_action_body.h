@@ -2,8 +2,8 @@
 #pragma once
 
 #include "quorl/assoc/action_body.h"
-#include "quorl/db/dimension.h"
-#include "quorl/db/edge_ref.h"
+#include "quorl/db/entity/dimension.h"
+#include "quorl/db/entity/edge_ref.h"
 #include "quorl/ge/circ_arc3d.h"
 
 // The action depends on the edge and writes the dimension; without an edge the dimension stays as it is.

@@ -2,12 +2,12 @@
 
 #include "quorl/assoc/dim_follow.h"
 #include "quorl/assoc/subent_path_io.h"
-#include "quorl/db/database.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/edge_ref.h"
-#include "quorl/db/field_io.h"
-#include "quorl/db/memory_filer.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/entity/edge_ref.h"
+#include "quorl/db/entity/viewport.h"
+#include "quorl/db/table/dictionary.h"
 
 using Quorl::ErrorStatus;
 
@@ -123,7 +123,7 @@ ErrorStatus ZnDbDimAssoc::collectTargets(bool skipErased, std::vector<Target>& t
       std::unique_ptr<ZnGeCurve3d> curve;
       const ErrorStatus status = ZnDbEdgeRef(reference.path, reference.subent).evaluateCurve(curve);
       if (status != Quorl::eOk) return status;
-      if (curve->type() != ZnGe::kCircArc3d) return Quorl::eWrongObjectClass;
+      if (curve->type() != ZnGe::kCircularArc3d) return Quorl::eWrongObjectClass;
       target.circle = static_cast<const ZnGeCircArc3d&>(*curve);
       target.circle.transformBy(sheet);
     } else {
@@ -195,11 +195,11 @@ void ZnDbDimAssoc::watchedModified(const ZnDbObject*) {
 
 ErrorStatus ZnDbDimAssoc::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
-  filer.wrSoftPointerId(dimensionId_);
-  filer.wrInt32(static_cast<std::int32_t>(references_.size()));
+  filer.writeInt16(kVersion);
+  filer.writeSoftPointerId(dimensionId_);
+  filer.writeInt32(static_cast<std::int32_t>(references_.size()));
   for (const Reference& reference : references_) {
-    filer.wrInt32(reference.pointIndex);
+    filer.writeInt32(reference.pointIndex);
     zndbWriteSubent(filer, reference.subent);
     zndbWritePath(filer, reference.path);
   }
@@ -209,12 +209,12 @@ ErrorStatus ZnDbDimAssoc::bdocOutFields(ZnDbFiler& filer) const {
 ErrorStatus ZnDbDimAssoc::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  dimensionId_ = filer.rdSoftPointerId();
+  dimensionId_ = filer.readSoftPointerId();
   references_.clear();
-  const int count = filer.rdCount();
+  const int count = filer.readCount();
   for (int i = 0; i < count && filer.status() == Quorl::eOk; ++i) {
     Reference reference;
-    reference.pointIndex = filer.rdInt32();
+    reference.pointIndex = filer.readInt32();
     reference.subent = zndbReadSubent(filer);
     zndbReadPath(filer, reference.path);
     // What stayed behind in another drawing is followed no longer.
@@ -225,12 +225,12 @@ ErrorStatus ZnDbDimAssoc::bdocInFields(ZnDbFiler& filer) {
 
 ErrorStatus ZnDbDimAssoc::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(className());
-  filer.wrId(kDimensionCode, dimensionId_);
+  filer.writeSubclassMarker(className());
+  filer.writeId(kDimensionCode, dimensionId_);
   for (const Reference& reference : references_) {
-    filer.wrInteger(kPointIndexCode, reference.pointIndex);
-    filer.wrInteger(kSubentTypeCode, reference.subent.type());
-    filer.wrInteger(kSubentIndexCode, reference.subent.index());
+    filer.writeInteger(kPointIndexCode, reference.pointIndex);
+    filer.writeInteger(kSubentTypeCode, reference.subent.type());
+    filer.writeInteger(kSubentIndexCode, reference.subent.index());
     zndbWritePath(filer, kPathCode, reference.path);
   }
   return filer.status();

@@ -4,9 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "quorl/db/object.h"
-#include "quorl/db/subent.h"
-#include "quorl/db/watch_link.h"
+#include "quorl/db/core/object.h"
+#include "quorl/db/core/watch_link.h"
+#include "quorl/db/entity/subent.h"
 
 class ZnDbDimension;
 

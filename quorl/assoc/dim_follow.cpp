@@ -1,8 +1,8 @@
 #include "quorl/assoc/dim_follow.h"
 
-#include "quorl/db/aligned_dimension.h"
-#include "quorl/db/diametric_dimension.h"
-#include "quorl/db/radial_dimension.h"
+#include "quorl/db/entity/aligned_dimension.h"
+#include "quorl/db/entity/diametric_dimension.h"
+#include "quorl/db/entity/radial_dimension.h"
 
 using Quorl::ErrorStatus;
 
@@ -12,7 +12,7 @@ namespace {
 ZnGeVector3d directionIn(const ZnGeCircArc3d& circle, const ZnGeVector3d& wanted) {
   const ZnGeVector3d& normal = circle.normal();
   const ZnGeVector3d flat = wanted - normal * wanted.dotProduct(normal);
-  return flat.isZeroLength() ? circle.refVec() : flat.normal();
+  return flat.isZeroLength() ? circle.referenceVector() : flat.normal();
 }
 
 ErrorStatus first(ErrorStatus a, ErrorStatus b) { return a == Quorl::eOk ? b : a; }
@@ -21,14 +21,15 @@ ErrorStatus first(ErrorStatus a, ErrorStatus b) { return a == Quorl::eOk ? b : a
 
 ErrorStatus zndbFollowCircle(ZnDbDimension& dimension, const ZnGeCircArc3d& circle) {
   if (auto* radial = ZnDbRadialDimension::cast(&dimension)) {
-    const ZnGeVector3d direction = directionIn(circle, radial->chordPoint() - radial->center());
+    const ZnGeVector3d direction = directionIn(circle, radial->pointOnCircle() - radial->center());
     return first(radial->setCenter(circle.center()),
-                 radial->setChordPoint(circle.center() + direction * circle.radius()));
+                 radial->setPointOnCircle(circle.center() + direction * circle.radius()));
   }
   if (auto* diametric = ZnDbDiametricDimension::cast(&dimension)) {
-    const ZnGeVector3d direction = directionIn(circle, diametric->chordPoint() - diametric->farChordPoint());
-    return first(diametric->setChordPoint(circle.center() + direction * circle.radius()),
-                 diametric->setFarChordPoint(circle.center() - direction * circle.radius()));
+    const ZnGeVector3d direction =
+        directionIn(circle, diametric->pointOnCircle() - diametric->oppositePointOnCircle());
+    return first(diametric->setPointOnCircle(circle.center() + direction * circle.radius()),
+                 diametric->setOppositePointOnCircle(circle.center() - direction * circle.radius()));
   }
   return Quorl::eWrongObjectClass;
 }
@@ -37,10 +38,12 @@ ErrorStatus zndbFollowPoint(ZnDbDimension& dimension, int index, const ZnGePoint
   auto* aligned = ZnDbAlignedDimension::cast(&dimension);
   if (!aligned) return Quorl::eWrongObjectClass;
   if (index < 0 || index > 1) return Quorl::eOutOfRange;
-  const ZnGePoint3d middle = aligned->xLine1Point() + (aligned->xLine2Point() - aligned->xLine1Point()) * 0.5;
-  const ErrorStatus status = index == 0 ? aligned->setXLine1Point(point) : aligned->setXLine2Point(point);
+  const ZnGePoint3d middle = aligned->firstExtensionPoint() +
+                             (aligned->secondExtensionPoint() - aligned->firstExtensionPoint()) * 0.5;
+  const ErrorStatus status =
+      index == 0 ? aligned->setFirstExtensionPoint(point) : aligned->setSecondExtensionPoint(point);
   if (status != Quorl::eOk) return status;
-  const ZnGePoint3d middleNow =
-      aligned->xLine1Point() + (aligned->xLine2Point() - aligned->xLine1Point()) * 0.5;
-  return aligned->setDimLinePoint(aligned->dimLinePoint() + (middleNow - middle));
+  const ZnGePoint3d middleNow = aligned->firstExtensionPoint() +
+                                (aligned->secondExtensionPoint() - aligned->firstExtensionPoint()) * 0.5;
+  return aligned->setDimensionLinePoint(aligned->dimensionLinePoint() + (middleNow - middle));
 }

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "quorl/db/dimension.h"
+#include "quorl/db/entity/dimension.h"
 #include "quorl/ge/circ_arc3d.h"
 
 // Puts the dimension on the circle; its direction and leader stay. eWrongObjectClass for a kind of dimension

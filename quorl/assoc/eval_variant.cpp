@@ -3,8 +3,8 @@
 #include <bit>
 #include <cstdint>
 
-#include "quorl/db/filer.h"
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/filer.h"
+#include "quorl/db/core/tdoc_filer.h"
 
 using Quorl::ErrorStatus;
 
@@ -41,42 +41,42 @@ bool operator==(const ZnDbEvalVariant& a, const ZnDbEvalVariant& b) {
 }
 
 void ZnDbEvalVariant::bdocOut(ZnDbFiler& filer) const {
-  filer.wrInt8(static_cast<std::int8_t>(kind()));
+  filer.writeInt8(static_cast<std::int8_t>(kind()));
   switch (kind()) {
   case kNone:
     return;
   case kInt:
-    return filer.wrInt32(std::get<int>(value_));
+    return filer.writeInt32(std::get<int>(value_));
   case kDouble:
-    return filer.wrDouble(std::get<double>(value_));
+    return filer.writeDouble(std::get<double>(value_));
   case kText:
-    return filer.wrString(std::get<ZnString>(value_));
+    return filer.writeString(std::get<ZnString>(value_));
   case kObjectId:
-    return filer.wrSoftPointerId(std::get<ZnDbObjectId>(value_));
+    return filer.writeSoftPointerId(std::get<ZnDbObjectId>(value_));
   case kPoint:
-    return filer.wrPoint3d(std::get<ZnGePoint3d>(value_));
+    return filer.writePoint3d(std::get<ZnGePoint3d>(value_));
   }
 }
 
 ErrorStatus ZnDbEvalVariant::bdocIn(ZnDbFiler& filer) {
-  switch (filer.rdInt8()) {
+  switch (filer.readInt8()) {
   case kNone:
     value_ = std::monostate();
     break;
   case kInt:
-    value_ = static_cast<int>(filer.rdInt32());
+    value_ = static_cast<int>(filer.readInt32());
     break;
   case kDouble:
-    value_ = filer.rdDouble();
+    value_ = filer.readDouble();
     break;
   case kText:
-    value_ = filer.rdString();
+    value_ = filer.readString();
     break;
   case kObjectId:
-    value_ = filer.rdSoftPointerId();
+    value_ = filer.readSoftPointerId();
     break;
   case kPoint:
-    value_ = filer.rdPoint3d();
+    value_ = filer.readPoint3d();
     break;
   default:
     filer.setStatus(Quorl::eFileDamaged);
@@ -87,17 +87,17 @@ ErrorStatus ZnDbEvalVariant::bdocIn(ZnDbFiler& filer) {
 void ZnDbEvalVariant::tdocOut(ZnDbTdocFiler& filer) const {
   switch (kind()) {
   case kNone:
-    return filer.wrBool(kNoneCode, false);
+    return filer.writeBool(kNoneCode, false);
   case kInt:
-    return filer.wrInteger(kIntCode, std::get<int>(value_));
+    return filer.writeInteger(kIntCode, std::get<int>(value_));
   case kDouble:
-    return filer.wrDouble(kDoubleCode, std::get<double>(value_));
+    return filer.writeDouble(kDoubleCode, std::get<double>(value_));
   case kText:
-    return filer.wrString(kTextCode, std::get<ZnString>(value_));
+    return filer.writeString(kTextCode, std::get<ZnString>(value_));
   case kObjectId:
-    return filer.wrId(kIdCode, std::get<ZnDbObjectId>(value_));
+    return filer.writeId(kIdCode, std::get<ZnDbObjectId>(value_));
   case kPoint:
-    return filer.wrPoint3d(kPointCode, std::get<ZnGePoint3d>(value_));
+    return filer.writePoint3d(kPointCode, std::get<ZnGePoint3d>(value_));
   }
 }
 

@@ -5,7 +5,7 @@
 
 #include "quorl/base/error_status.h"
 #include "quorl/base/string.h"
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 #include "quorl/ge/point3d.h"
 
 class ZnDbFiler;

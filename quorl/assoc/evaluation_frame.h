@@ -1,7 +1,7 @@
 // Which actions are under evaluation now. Evaluations nest: the frames stand on the stack of the callers.
 #pragma once
 
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 class ZnDbAssocAction;
 class ZnDbAssocEvaluationCallback;

@@ -4,7 +4,7 @@
 
 #include "quorl/assoc/evaluation_callback.h"
 #include "quorl/assoc/evaluation_frame.h"
-#include "quorl/db/object.h"
+#include "quorl/db/core/object.h"
 
 // The part that does not depend on the class.
 class ZnDbEvalPointerBase {

@@ -1,6 +1,6 @@
 #include "quorl/assoc/geom_action_param.h"
 
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/field_io.h"
 
 using Quorl::ErrorStatus;
 
@@ -86,9 +86,9 @@ ErrorStatus ZnDbAssocGeomActionParam::subErase(bool erasing) {
 ErrorStatus ZnDbAssocGeomActionParam::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocActionParam::bdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrInt16(kVersion);
-  filer.wrSoftPointerId(filer.kind() == ZnDbFiler::kUndo || !dependencyId_.isErased() ? dependencyId_
-                                                                                      : ZnDbObjectId());
+  filer.writeInt16(kVersion);
+  filer.writeSoftPointerId(filer.kind() == ZnDbFiler::kUndo || !dependencyId_.isErased() ? dependencyId_
+                                                                                         : ZnDbObjectId());
   return filer.status();
 }
 
@@ -96,15 +96,15 @@ ErrorStatus ZnDbAssocGeomActionParam::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbAssocActionParam::bdocInFields(filer); status != Quorl::eOk)
     return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  dependencyId_ = filer.rdSoftPointerId();
+  dependencyId_ = filer.readSoftPointerId();
   return filer.status();
 }
 
 ErrorStatus ZnDbAssocGeomActionParam::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocActionParam::tdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrSubclassMarker(className());
-  if (!dependencyId_.isErased()) filer.wrId(kDependencyCode, dependencyId_);
+  filer.writeSubclassMarker(className());
+  if (!dependencyId_.isErased()) filer.writeId(kDependencyCode, dependencyId_);
   return filer.status();
 }
 

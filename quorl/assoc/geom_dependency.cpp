@@ -1,7 +1,7 @@
 #include "quorl/assoc/geom_dependency.h"
 
 #include "quorl/assoc/subent_path_io.h"
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/field_io.h"
 
 using Quorl::ErrorStatus;
 
@@ -21,7 +21,7 @@ void ZnDbAssocGeomDependency::setSubentId(const ZnDbSubentId& subent) {
 ErrorStatus ZnDbAssocGeomDependency::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocDependency::bdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrInt16(kVersion);
+  filer.writeInt16(kVersion);
   zndbWriteSubent(filer, subent_);
   return filer.status();
 }
@@ -37,9 +37,9 @@ ErrorStatus ZnDbAssocGeomDependency::bdocInFields(ZnDbFiler& filer) {
 ErrorStatus ZnDbAssocGeomDependency::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocDependency::tdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrSubclassMarker(className());
-  filer.wrInteger(kTypeCode, subent_.type());
-  filer.wrInteger(kIndexCode, subent_.index());
+  filer.writeSubclassMarker(className());
+  filer.writeInteger(kTypeCode, subent_.type());
+  filer.writeInteger(kIndexCode, subent_.index());
   return filer.status();
 }
 

@@ -1,9 +1,9 @@
 #include "quorl/assoc/network.h"
 
 #include "quorl/assoc/manager.h"
-#include "quorl/db/database.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/field_io.h"
+#include "quorl/db/table/dictionary.h"
 
 using Quorl::ErrorStatus;
 
@@ -213,18 +213,18 @@ ErrorStatus ZnDbAssocNetwork::subErase(bool erasing) {
 
 ErrorStatus ZnDbAssocNetwork::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocAction::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
-  filer.wrSoftPointerId(parentNetworkId_);
+  filer.writeInt16(kVersion);
+  filer.writeSoftPointerId(parentNetworkId_);
   // A member's own record undoes its coming and going.
   if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
   std::int32_t live = 0;
   for (const ZnDbObjectId id : getActions()) live += id.isErased() ? 0 : 1;
-  filer.wrInt32(live);
+  filer.writeInt32(live);
   for (const ZnDbObjectId id : actions_) {
     if (id.isErased()) continue;
     const bool owned = owns(id);
-    filer.wrBool(owned);
-    owned ? filer.wrHardOwnershipId(id) : filer.wrSoftPointerId(id);
+    filer.writeBool(owned);
+    owned ? filer.writeHardOwnershipId(id) : filer.writeSoftPointerId(id);
   }
   return filer.status();
 }
@@ -232,13 +232,13 @@ ErrorStatus ZnDbAssocNetwork::bdocOutFields(ZnDbFiler& filer) const {
 ErrorStatus ZnDbAssocNetwork::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbAssocAction::bdocInFields(filer); status != Quorl::eOk) return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  parentNetworkId_ = filer.rdSoftPointerId();
+  parentNetworkId_ = filer.readSoftPointerId();
   if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
   actions_.removeAll();
   placesAreStale_ = true;
-  const int count = filer.rdCount();
+  const int count = filer.readCount();
   for (int i = 0; i < count && filer.status() == Quorl::eOk; ++i) {
-    const ZnDbObjectId id = filer.rdBool() ? filer.rdHardOwnershipId() : filer.rdSoftPointerId();
+    const ZnDbObjectId id = filer.readBool() ? filer.readHardOwnershipId() : filer.readSoftPointerId();
     if (!id.isNull()) actions_.append(id);
   }
   return filer.status();
@@ -246,10 +246,10 @@ ErrorStatus ZnDbAssocNetwork::bdocInFields(ZnDbFiler& filer) {
 
 ErrorStatus ZnDbAssocNetwork::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocAction::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(className());
-  if (!parentNetworkId_.isNull()) filer.wrId(kParentCode, parentNetworkId_);
+  filer.writeSubclassMarker(className());
+  if (!parentNetworkId_.isNull()) filer.writeId(kParentCode, parentNetworkId_);
   for (const ZnDbObjectId id : getActions())
-    if (!id.isErased()) filer.wrId(owns(id) ? kMemberCode : kNetworkCode, id);
+    if (!id.isErased()) filer.writeId(owns(id) ? kMemberCode : kNetworkCode, id);
   return filer.status();
 }
 

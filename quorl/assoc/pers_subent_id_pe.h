@@ -1,7 +1,7 @@
 // Edges and vertices of an entity by ids that last through changes of the entity.
 #pragma once
 
-#include "quorl/db/entity.h"
+#include "quorl/db/entity/entity.h"
 
 class ZnDbAssocPersSubentIdPE : public ZnRxObject {
   ZNRX_DECLARE_MEMBERS(ZnDbAssocPersSubentIdPE)

@@ -1,7 +1,7 @@
 #include "quorl/assoc/radial_dim_action_body.h"
 
 #include "quorl/assoc/dim_follow.h"
-#include "quorl/db/radial_dimension.h"
+#include "quorl/db/entity/radial_dimension.h"
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAssocRadialDimActionBody, ZnDbAssocDimActionBody, L"ASSOCRADIALDIMACTIONBODY")
 

@@ -3,28 +3,28 @@
 using Quorl::ErrorStatus;
 
 void zndbWritePath(ZnDbFiler& filer, const ZnDbCompoundObjectId& path) {
-  if (path.isEmpty()) return filer.wrInt32(0);
-  filer.wrInt32(static_cast<std::int32_t>(path.pathIds().size()) + 1);
-  for (const ZnDbObjectId id : path.pathIds()) filer.wrSoftPointerId(id);
-  filer.wrSoftPointerId(path.leafId());
+  if (path.isEmpty()) return filer.writeInt32(0);
+  filer.writeInt32(static_cast<std::int32_t>(path.pathIds().size()) + 1);
+  for (const ZnDbObjectId id : path.pathIds()) filer.writeSoftPointerId(id);
+  filer.writeSoftPointerId(path.leafId());
 }
 
 ErrorStatus zndbReadPath(ZnDbFiler& filer, ZnDbCompoundObjectId& path) {
   ZnArray<ZnDbObjectId> ids;
-  for (int count = filer.rdCount(); count > 0 && filer.status() == Quorl::eOk; --count)
-    ids.append(filer.rdSoftPointerId());
+  for (int count = filer.readCount(); count > 0 && filer.status() == Quorl::eOk; --count)
+    ids.append(filer.readSoftPointerId());
   if (filer.status() == Quorl::eOk) path = zndbPathOf(ids);
   return filer.status();
 }
 
 void zndbWriteSubent(ZnDbFiler& filer, const ZnDbSubentId& subent) {
-  filer.wrInt8(static_cast<std::int8_t>(subent.type()));
-  filer.wrInt64(subent.index());
+  filer.writeInt8(static_cast<std::int8_t>(subent.type()));
+  filer.writeInt64(subent.index());
 }
 
 ZnDbSubentId zndbReadSubent(ZnDbFiler& filer) {
-  const std::int8_t type = filer.rdInt8();
-  const std::int64_t index = filer.rdInt64();
+  const std::int8_t type = filer.readInt8();
+  const std::int64_t index = filer.readInt64();
   if (type < ZnDb::kNullSubentType || type > ZnDb::kVertexSubentType) {
     filer.setStatus(Quorl::eFileDamaged);
     return {};
@@ -33,8 +33,8 @@ ZnDbSubentId zndbReadSubent(ZnDbFiler& filer) {
 }
 
 void zndbWritePath(ZnDbTdocFiler& filer, int code, const ZnDbCompoundObjectId& path) {
-  for (const ZnDbObjectId id : path.pathIds()) filer.wrId(code, id);
-  if (!path.isEmpty()) filer.wrId(code, path.leafId());
+  for (const ZnDbObjectId id : path.pathIds()) filer.writeId(code, id);
+  if (!path.isEmpty()) filer.writeId(code, path.leafId());
 }
 
 ZnDbCompoundObjectId zndbPathOf(const ZnArray<ZnDbObjectId>& ids) {

@@ -2,9 +2,9 @@
 // pull it along in a clone.
 #pragma once
 
-#include "quorl/db/filer.h"
-#include "quorl/db/subent.h"
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/filer.h"
+#include "quorl/db/core/tdoc_filer.h"
+#include "quorl/db/entity/subent.h"
 
 void zndbWritePath(ZnDbFiler& filer, const ZnDbCompoundObjectId& path);
 // A path of which a part could not be translated (it stayed behind in another drawing) reads as empty.

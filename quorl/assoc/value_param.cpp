@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "quorl/db/filer.h"
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/filer.h"
+#include "quorl/db/core/tdoc_filer.h"
 
 using Quorl::ErrorStatus;
 
@@ -81,35 +81,35 @@ bool ZnDbAssocValueParamList::remove(ZnAtom name) {
 }
 
 void ZnDbAssocValueParamList::bdocOut(ZnDbFiler& filer) const {
-  filer.wrInt32(static_cast<std::int32_t>(params_.size()));
+  filer.writeInt32(static_cast<std::int32_t>(params_.size()));
   for (const ZnDbAssocValueParam& param : params_) {
-    filer.wrAtom(param.name());
-    filer.wrInt32(param.count());
+    filer.writeAtom(param.name());
+    filer.writeInt32(param.count());
     for (int i = 0; i < param.count(); ++i) {
       const ZnDbAssocValue& value = param.at(i);
       value.value.bdocOut(filer);
       const bool hasTexts = !value.expression.isEmpty() || !value.evaluatorId.isEmpty();
-      filer.wrBool(hasTexts);
+      filer.writeBool(hasTexts);
       if (!hasTexts) continue;
-      filer.wrString(value.expression);
-      filer.wrString(value.evaluatorId);
+      filer.writeString(value.expression);
+      filer.writeString(value.evaluatorId);
     }
   }
 }
 
 ErrorStatus ZnDbAssocValueParamList::bdocIn(ZnDbFiler& filer) {
   params_.clear();
-  const int names = filer.rdCount(kLeastBytes);
+  const int names = filer.readCount(kLeastBytes);
   params_.reserve(static_cast<size_t>(names));
   for (int i = 0; i < names && filer.status() == Quorl::eOk; ++i) {
-    ZnDbAssocValueParam param(filer.rdAtom());
-    const int count = filer.rdCount(kLeastBytes);
+    ZnDbAssocValueParam param(filer.readAtom());
+    const int count = filer.readCount(kLeastBytes);
     for (int k = 0; k < count && filer.status() == Quorl::eOk; ++k) {
       ZnDbAssocValue value;
       value.value.bdocIn(filer);
-      if (filer.rdBool()) {
-        value.expression = filer.rdString();
-        value.evaluatorId = filer.rdString();
+      if (filer.readBool()) {
+        value.expression = filer.readString();
+        value.evaluatorId = filer.readString();
       }
       param.put(k, value);
     }
@@ -125,11 +125,11 @@ ErrorStatus ZnDbAssocValueParamList::bdocIn(ZnDbFiler& filer) {
 
 void ZnDbAssocValueParamList::tdocOut(ZnDbTdocFiler& filer) const {
   for (const ZnDbAssocValueParam& param : params_) {
-    filer.wrString(kNameCode, ZnString(param.name()));
+    filer.writeString(kNameCode, ZnString(param.name()));
     for (int i = 0; i < param.count(); ++i) {
       const ZnDbAssocValue& value = param.at(i);
-      if (!value.expression.isEmpty()) filer.wrString(kExpressionCode, value.expression);
-      if (!value.evaluatorId.isEmpty()) filer.wrString(kEvaluatorCode, value.evaluatorId);
+      if (!value.expression.isEmpty()) filer.writeString(kExpressionCode, value.expression);
+      if (!value.evaluatorId.isEmpty()) filer.writeString(kEvaluatorCode, value.evaluatorId);
       value.value.tdocOut(filer);
     }
   }

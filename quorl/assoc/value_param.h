@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "quorl/assoc/eval_variant.h"
-#include "quorl/db/object_pool.h"
+#include "quorl/db/core/object_pool.h"
 
 // One value with the text from which it was computed, if any.
 struct ZnDbAssocValue {

@@ -1,6 +1,6 @@
 #include "quorl/assoc/vertex_action_param.h"
 
-#include "quorl/db/field_io.h"
+#include "quorl/db/core/field_io.h"
 
 using Quorl::ErrorStatus;
 
@@ -44,9 +44,9 @@ ErrorStatus ZnDbAssocVertexActionParam::emptyVertex(bool releaseOwned) {
 ErrorStatus ZnDbAssocVertexActionParam::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocGeomActionParam::bdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrInt16(kVersion);
-  filer.wrBool(hasFixedPoint_);
-  filer.wrPoint3d(fixedPoint_);
+  filer.writeInt16(kVersion);
+  filer.writeBool(hasFixedPoint_);
+  filer.writePoint3d(fixedPoint_);
   return filer.status();
 }
 
@@ -54,16 +54,16 @@ ErrorStatus ZnDbAssocVertexActionParam::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbAssocGeomActionParam::bdocInFields(filer); status != Quorl::eOk)
     return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  hasFixedPoint_ = filer.rdBool();
-  fixedPoint_ = filer.rdPoint3d();
+  hasFixedPoint_ = filer.readBool();
+  fixedPoint_ = filer.readPoint3d();
   return filer.status();
 }
 
 ErrorStatus ZnDbAssocVertexActionParam::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbAssocGeomActionParam::tdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrSubclassMarker(className());
-  if (hasFixedPoint_) filer.wrPoint3d(kFixedPointCode, fixedPoint_);
+  filer.writeSubclassMarker(className());
+  if (hasFixedPoint_) filer.writePoint3d(kFixedPointCode, fixedPoint_);
   return filer.status();
 }
 

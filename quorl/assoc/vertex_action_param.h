@@ -2,7 +2,7 @@
 #pragma once
 
 #include "quorl/assoc/geom_action_param.h"
-#include "quorl/db/edge_ref.h"
+#include "quorl/db/entity/edge_ref.h"
 
 class ZnDbAssocVertexActionParam : public ZnDbAssocGeomActionParam {
   ZNRX_DECLARE_MEMBERS(ZnDbAssocVertexActionParam)

@@ -115,7 +115,7 @@ bool ZnBdocReader::readHeader(ZnByteReader& in, const std::string& place, ZnFile
   if (hasHeader_) return failInSection(error, place, in, "a second header", "one");
   hasHeader_ = true;
   for (std::uint64_t& handle : header_.handles) handle = in.take<std::uint64_t>();
-  header_.handseed = in.take<std::uint64_t>();
+  header_.nextHandle = in.take<std::uint64_t>();
   header_.objectCount = in.take<std::uint64_t>();
   for (int* number : {&header_.version, &header_.maintenanceVersion, &header_.insertionUnits})
     *number = in.take<std::int32_t>();
@@ -169,10 +169,10 @@ bool ZnBdocReader::readHandles(ZnByteReader& in, const std::string& place, ZnFil
     if (index_.size() == header_.objectCount)
       return failInSection(error, place, in, "a handle too many",
                            std::to_string(header_.objectCount) + " handles");
-    if (!Quorl::addSlot(*database_, index_, handle, header_.handseed))
+    if (!Quorl::addSlot(*database_, index_, handle, header_.nextHandle))
       return failInSection(error, place, in, "handle " + handleText(ZnDbHandle(handle)).utf8(),
                            "above " + handleText(ZnDbHandle(index_.lastHandle())).utf8() + ", below " +
-                               handleText(ZnDbHandle(header_.handseed)).utf8());
+                               handleText(ZnDbHandle(header_.nextHandle)).utf8());
     classOf_.push_back(static_cast<std::uint32_t>(cls));
   }
   return true;

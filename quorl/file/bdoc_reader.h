@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/bdoc_container.h"
 #include "quorl/file/byte_codec.h"
 #include "quorl/file/drawing_header.h"

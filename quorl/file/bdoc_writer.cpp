@@ -124,7 +124,7 @@ bool ZnBdocWriter::writeHeader(const ZnDrawingHeader& header, ZnFileError& error
   std::string section;
   ZnByteWriter out(section);
   for (const std::uint64_t handle : header.handles) out.put(handle);
-  out.put(header.handseed);
+  out.put(header.nextHandle);
   out.put(header.objectCount);
   for (const int number : {header.version, header.maintenanceVersion, header.insertionUnits})
     out.put(static_cast<std::int32_t>(number));

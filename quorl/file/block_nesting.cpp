@@ -4,8 +4,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "quorl/db/block_reference.h"
-#include "quorl/db/block_table.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/table/block_table.h"
 #include "quorl/file/handle_index.h"
 
 namespace {

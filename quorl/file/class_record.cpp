@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "quorl/db/entity.h"
+#include "quorl/db/entity/entity.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "quorl/file/drawing_file.h"
 
-#include "quorl/db/event_reactor.h"
+#include "quorl/db/core/event_reactor.h"
 #include "quorl/file/bdoc_reader.h"
 #include "quorl/file/bdoc_writer.h"
 #include "quorl/file/disk_file.h"
@@ -97,8 +97,9 @@ std::unique_ptr<ZnDbDatabase> zndbOpenDrawing(const std::string& path, ZnFileErr
   const ZnString name = ZnString::fromUtf8(path);
   database->setFileName(name);
   ZnDbDatabase* opened = database.get();
-  ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.dwgFileOpened(opened, name.c_str()); });
-  ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.initialDwgFileOpenComplete(opened); });
+  ZnRxEvent::instance().tell(
+      [&](ZnRxEventReactor& reactor) { reactor.drawingFileOpened(opened, name.c_str()); });
+  ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.firstOpenCompleted(opened); });
   return database;
 }
 

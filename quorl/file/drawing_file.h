@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/file_error.h"
 
 enum class ZnDrawingFormat { kBinary, kText };
@@ -19,7 +19,7 @@ Quorl::ErrorStatus zndbSaveDrawing(ZnDbDatabase& database, const std::string& pa
 // The format is recognised by content. Null with the error when the file can't be read or any part of it is
 // damaged. Objects of unknown classes come as proxies. A reference to a handle that is not in the file comes
 // as null; an owner that is not in the file is an error. There is nothing to undo. Reactors hear
-// dwgFileOpened and initialDwgFileOpenComplete once all is in.
+// drawingFileOpened and firstOpenCompleted once all is in.
 std::unique_ptr<ZnDbDatabase> zndbOpenDrawing(const std::string& path, ZnFileError& error);
 
 // The same in memory, without events and file name.

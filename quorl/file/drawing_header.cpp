@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/database_version.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/dim_style_table.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/core/database_version.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/dictionary.h"
+#include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
 #include "quorl/file/handle_index.h"
 
 namespace {
@@ -62,7 +62,7 @@ bool ZnDrawingHeader::of(const ZnDbDatabase& database, std::uint64_t objectCount
     if (entry.required && header.handles[i] == 0)
       return error.fail(Quorl::eInvalidInput, kPlace, std::string("the drawing has no ") + entry.name, "one");
   }
-  header.handseed = database.handseed().value;
+  header.nextHandle = database.nextHandle().value;
   header.objectCount = objectCount;
   header.version = Quorl::kFileVersion;
   header.maintenanceVersion = Quorl::kFileMaintenanceVersion;
@@ -90,7 +90,7 @@ bool ZnDrawingHeader::apply(ZnDbDatabase& database, const ZnHandleIndex& index, 
     ids.*entry.place = id.isNull() && entry.substitute ? ids.*entry.substitute : id;
   }
   database.setHeaderIds(ids);
-  database.setHandseed(ZnDbHandle(handseed));
+  database.setNextHandle(ZnDbHandle(nextHandle));
   database.setOriginalFileSavedBy(version, maintenanceVersion);
   database.setInsertionUnits(insertionUnits);
   ZnGeMatrix3d matrix;

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/file_error.h"
 
 class ZnHandleIndex;
@@ -16,7 +16,7 @@ struct ZnDrawingHeader {
   static constexpr size_t kUcs = 12; // three rows of four
 
   std::array<std::uint64_t, kIds> handles{}; // 0 for what is erased or was never set
-  std::uint64_t handseed = 0;
+  std::uint64_t nextHandle = 0;
   std::uint64_t objectCount = 0;
   int version = 0, maintenanceVersion = 0;
   int insertionUnits = 0;

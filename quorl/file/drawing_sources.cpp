@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
 #include "quorl/file/block_nesting.h"
 #include "quorl/file/drawing_header.h"
 #include "quorl/file/handle_index.h"
@@ -20,10 +20,10 @@ std::unique_ptr<ZnDbDatabase> Quorl::drawingToFill() {
 }
 
 bool Quorl::addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t handle,
-                    std::uint64_t handseed) {
+                    std::uint64_t nextHandle) {
   // The next handle must stay below the largest number, or numbering would begin again at 0.
-  if (handle <= index.lastHandle() || handle >= handseed ||
-      handseed > std::numeric_limits<std::int64_t>::max())
+  if (handle <= index.lastHandle() || handle >= nextHandle ||
+      nextHandle > std::numeric_limits<std::int64_t>::max())
     return false;
   ZnDbObjectId id;
   database.getZnDbObjectId(id, true, ZnDbHandle(handle));

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/file_error.h"
 
 class ZnHandleIndex;
@@ -19,7 +19,7 @@ std::vector<ZnDbObjectId> storedObjects(const ZnDbDatabase& database);
 std::unique_ptr<ZnDbDatabase> drawingToFill();
 // A slot for each object of the file, in ascending order of handles; false for a handle that is 0, not above
 // the one before or not below the next one to be given.
-bool addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t handle, std::uint64_t handseed);
+bool addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t handle, std::uint64_t nextHandle);
 // Puts the object that was read into its slot.
 void install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnDbObject> object);
 // After all objects are in: header, nesting of blocks, loaded() in order of handles, then the links.

@@ -1,6 +1,6 @@
 #include "quorl/file/file_classes.h"
 
-#include "quorl/db/object.h"
+#include "quorl/db/core/object.h"
 #include "quorl/file/proxy_data.h"
 
 int ZnFileClasses::numberOf(const ZnDbObject& object) {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 class ZnHandleIndex {
 public:

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "quorl/base/atom.h"
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 // The kinds of reference; the numbers stand in files.
 enum class ZnReferenceKind : std::uint8_t { kSoftPointer, kHardPointer, kSoftOwner, kHardOwner };

@@ -42,12 +42,12 @@ constexpr int kBytesCode = 310, kAtomCode = 300;
 // Bytes in lines of a width that a reader of differences can follow.
 void writeBytesAsText(ZnDbTextOutFiler& filer, const ZnDbObjectRecord& rest) {
   constexpr size_t kBytesEachLine = 32;
-  filer.wrSubclassMarker(kProxyDataMarker);
+  filer.writeSubclassMarker(kProxyDataMarker);
   for (size_t at = 0; at < rest.bytes.size(); at += kBytesEachLine)
-    filer.wrBytes(kBytesCode, rest.bytes.data() + at, std::min(kBytesEachLine, rest.bytes.size() - at));
+    filer.writeBytes(kBytesCode, rest.bytes.data() + at, std::min(kBytesEachLine, rest.bytes.size() - at));
   for (const ZnDbReference& reference : rest.references)
-    filer.wrId(Quorl::tdocReferenceCode(reference.kind), reference.id);
-  for (const ZnAtom atom : rest.atoms) filer.wrString(kAtomCode, ZnString(atom));
+    filer.writeId(Quorl::tdocReferenceCode(reference.kind), reference.id);
+  for (const ZnAtom atom : rest.atoms) filer.writeString(kAtomCode, ZnString(atom));
 }
 
 ErrorStatus readBytesFromText(ZnDbTextInFiler& filer, ZnDbObjectRecord& rest) {
@@ -157,7 +157,7 @@ ErrorStatus zndbWriteText(const ZnDbObject& object, ZnDbTextOutFiler& filer) {
   const ErrorStatus status = proxy ? proxy->baseTextOut(filer) : object.tdocOutFields(filer);
   if (status != Quorl::eOk || !proxy) return status != Quorl::eOk ? status : filer.status();
   if (proxy->data.isText)
-    filer.wrLines(proxy->data.rest.bytes, proxy->data.rest.references);
+    filer.writeLines(proxy->data.rest.bytes, proxy->data.rest.references);
   else
     writeBytesAsText(filer, proxy->data.rest);
   return filer.status();

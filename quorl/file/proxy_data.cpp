@@ -10,26 +10,26 @@ namespace {
 void writeReference(ZnDbFiler& filer, const ZnDbReference& reference) {
   switch (reference.kind) {
   case ZnReferenceKind::kSoftPointer:
-    return filer.wrSoftPointerId(reference.id);
+    return filer.writeSoftPointerId(reference.id);
   case ZnReferenceKind::kHardPointer:
-    return filer.wrHardPointerId(reference.id);
+    return filer.writeHardPointerId(reference.id);
   case ZnReferenceKind::kSoftOwner:
-    return filer.wrSoftOwnershipId(reference.id);
+    return filer.writeSoftOwnershipId(reference.id);
   case ZnReferenceKind::kHardOwner:
-    return filer.wrHardOwnershipId(reference.id);
+    return filer.writeHardOwnershipId(reference.id);
   }
 }
 
 ZnDbObjectId readReference(ZnDbFiler& filer, ZnReferenceKind kind) {
   switch (kind) {
   case ZnReferenceKind::kSoftPointer:
-    return filer.rdSoftPointerId();
+    return filer.readSoftPointerId();
   case ZnReferenceKind::kHardPointer:
-    return filer.rdHardPointerId();
+    return filer.readHardPointerId();
   case ZnReferenceKind::kSoftOwner:
-    return filer.rdSoftOwnershipId();
+    return filer.readSoftOwnershipId();
   case ZnReferenceKind::kHardOwner:
-    return filer.rdHardOwnershipId();
+    return filer.readHardOwnershipId();
   }
   return {};
 }
@@ -44,32 +44,32 @@ const ZnDbProxy* zndbProxy(const ZnDbObject* object) {
 }
 
 ErrorStatus zndbWriteProxyData(ZnDbFiler& filer, const ZnDbProxyData& data) {
-  filer.wrInt32(data.cls ? data.cls->number() : -1);
-  filer.wrBool(data.isText);
-  filer.wrBytes(data.rest.bytes.data(), data.rest.bytes.size());
-  filer.wrInt32(static_cast<std::int32_t>(data.rest.references.size()));
+  filer.writeInt32(data.cls ? data.cls->number() : -1);
+  filer.writeBool(data.isText);
+  filer.writeBytes(data.rest.bytes.data(), data.rest.bytes.size());
+  filer.writeInt32(static_cast<std::int32_t>(data.rest.references.size()));
   for (const ZnDbReference& reference : data.rest.references) {
-    filer.wrInt8(static_cast<std::int8_t>(reference.kind));
+    filer.writeInt8(static_cast<std::int8_t>(reference.kind));
     writeReference(filer, reference);
   }
-  filer.wrInt32(static_cast<std::int32_t>(data.rest.atoms.size()));
-  for (const ZnAtom atom : data.rest.atoms) filer.wrAtom(atom);
+  filer.writeInt32(static_cast<std::int32_t>(data.rest.atoms.size()));
+  for (const ZnAtom atom : data.rest.atoms) filer.writeAtom(atom);
   return filer.status();
 }
 
 ErrorStatus zndbReadProxyData(ZnDbFiler& filer, ZnDbProxyData& data) {
   ZnDbProxyData read;
-  read.cls = ZnDbProxyClass::byNumber(filer.rdInt32());
-  read.isText = filer.rdBool();
-  read.rest.bytes = filer.rdBytes();
-  for (int count = filer.rdCount(); count > 0; --count) {
-    const std::int8_t kind = filer.rdInt8();
+  read.cls = ZnDbProxyClass::byNumber(filer.readInt32());
+  read.isText = filer.readBool();
+  read.rest.bytes = filer.readBytes();
+  for (int count = filer.readCount(); count > 0; --count) {
+    const std::int8_t kind = filer.readInt8();
     if (kind < 0 || kind >= kReferenceKinds) filer.setStatus(Quorl::eFileDamaged);
     if (filer.status() != Quorl::eOk) return filer.status();
     const auto known = static_cast<ZnReferenceKind>(kind);
     read.rest.references.push_back({known, readReference(filer, known)});
   }
-  for (int count = filer.rdCount(); count > 0; --count) read.rest.atoms.push_back(filer.rdAtom());
+  for (int count = filer.readCount(); count > 0; --count) read.rest.atoms.push_back(filer.readAtom());
   if (!read.cls) filer.setStatus(Quorl::eFileDamaged);
   if (filer.status() == Quorl::eOk) data = std::move(read);
   return filer.status();

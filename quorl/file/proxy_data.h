@@ -1,7 +1,7 @@
 // What a proxy keeps of an object whose class is not loaded.
 #pragma once
 
-#include "quorl/db/object.h"
+#include "quorl/db/core/object.h"
 #include "quorl/file/class_record.h"
 #include "quorl/file/object_record.h"
 

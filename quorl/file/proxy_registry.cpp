@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "quorl/db/database.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/undo.h"
 #include "quorl/file/proxy_conversion.h"
 #include "quorl/file/proxy_entity.h"
 #include "quorl/file/proxy_object.h"

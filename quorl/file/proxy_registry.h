@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "quorl/db/event_reactor.h"
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/event_reactor.h"
+#include "quorl/db/core/object_id.h"
 
 class ZnDbProxyRegistry : public ZnRxEventReactor, public ZnRxClassWatcher {
 public:

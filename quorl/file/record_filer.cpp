@@ -23,21 +23,21 @@ void ZnDbRecordFiler::takeRest(ZnDbObjectRecord& rest) const {
   rest.atoms.assign(record_.atoms.begin() + static_cast<std::ptrdiff_t>(nextAtom_), record_.atoms.end());
 }
 
-void ZnDbRecordFiler::wrBytes(const void* bytes, size_t count) {
+void ZnDbRecordFiler::writeBytes(const void* bytes, size_t count) {
   writer_.putText({static_cast<const char*>(bytes), count});
 }
 
-ZnString ZnDbRecordFiler::rdString() {
+ZnString ZnDbRecordFiler::readString() {
   if (status_ != Quorl::eOk) return {};
   return ZnString::fromUtf8(checked(reader_.takeText()));
 }
 
-std::string ZnDbRecordFiler::rdBytes() {
+std::string ZnDbRecordFiler::readBytes() {
   if (status_ != Quorl::eOk) return {};
   return std::string(checked(reader_.takeText()));
 }
 
-ZnAtom ZnDbRecordFiler::rdAtom() {
+ZnAtom ZnDbRecordFiler::readAtom() {
   if (status_ == Quorl::eOk && nextAtom_ == record_.atoms.size()) status_ = Quorl::eFilerError;
   return status_ == Quorl::eOk ? record_.atoms[nextAtom_++] : ZnAtom();
 }

@@ -1,7 +1,7 @@
 // The binary filer of files: writes an object's fields into a record, and reads them from one.
 #pragma once
 
-#include "quorl/db/filer.h"
+#include "quorl/db/core/filer.h"
 #include "quorl/file/byte_codec.h"
 #include "quorl/file/object_record.h"
 
@@ -23,33 +23,33 @@ public:
   // What was not read yet, as a record of its own.
   void takeRest(ZnDbObjectRecord& rest) const;
 
-  void wrBool(bool value) override { writer_.put<std::uint8_t>(value ? 1 : 0); }
-  void wrInt8(std::int8_t value) override { writer_.put(value); }
-  void wrInt16(std::int16_t value) override { writer_.put(value); }
-  void wrInt32(std::int32_t value) override { writer_.put(value); }
-  void wrInt64(std::int64_t value) override { writer_.put(value); }
-  void wrDouble(double value) override { writer_.put(value); }
-  void wrString(const ZnString& value) override { writer_.putText(value.utf8()); }
-  void wrAtom(ZnAtom value) override { record_.atoms.push_back(value); }
-  void wrBytes(const void* bytes, size_t count) override;
-  void wrSoftPointerId(ZnDbObjectId id) override { refer(ZnReferenceKind::kSoftPointer, id); }
-  void wrHardPointerId(ZnDbObjectId id) override { refer(ZnReferenceKind::kHardPointer, id); }
-  void wrSoftOwnershipId(ZnDbObjectId id) override { refer(ZnReferenceKind::kSoftOwner, id); }
-  void wrHardOwnershipId(ZnDbObjectId id) override { refer(ZnReferenceKind::kHardOwner, id); }
+  void writeBool(bool value) override { writer_.put<std::uint8_t>(value ? 1 : 0); }
+  void writeInt8(std::int8_t value) override { writer_.put(value); }
+  void writeInt16(std::int16_t value) override { writer_.put(value); }
+  void writeInt32(std::int32_t value) override { writer_.put(value); }
+  void writeInt64(std::int64_t value) override { writer_.put(value); }
+  void writeDouble(double value) override { writer_.put(value); }
+  void writeString(const ZnString& value) override { writer_.putText(value.utf8()); }
+  void writeAtom(ZnAtom value) override { record_.atoms.push_back(value); }
+  void writeBytes(const void* bytes, size_t count) override;
+  void writeSoftPointerId(ZnDbObjectId id) override { refer(ZnReferenceKind::kSoftPointer, id); }
+  void writeHardPointerId(ZnDbObjectId id) override { refer(ZnReferenceKind::kHardPointer, id); }
+  void writeSoftOwnershipId(ZnDbObjectId id) override { refer(ZnReferenceKind::kSoftOwner, id); }
+  void writeHardOwnershipId(ZnDbObjectId id) override { refer(ZnReferenceKind::kHardOwner, id); }
 
-  bool rdBool() override { return take<std::uint8_t>() != 0; }
-  std::int8_t rdInt8() override { return take<std::int8_t>(); }
-  std::int16_t rdInt16() override { return take<std::int16_t>(); }
-  std::int32_t rdInt32() override { return take<std::int32_t>(); }
-  std::int64_t rdInt64() override { return take<std::int64_t>(); }
-  double rdDouble() override { return take<double>(); }
-  ZnString rdString() override;
-  ZnAtom rdAtom() override;
-  std::string rdBytes() override;
-  ZnDbObjectId rdSoftPointerId() override { return referred(ZnReferenceKind::kSoftPointer); }
-  ZnDbObjectId rdHardPointerId() override { return referred(ZnReferenceKind::kHardPointer); }
-  ZnDbObjectId rdSoftOwnershipId() override { return referred(ZnReferenceKind::kSoftOwner); }
-  ZnDbObjectId rdHardOwnershipId() override { return referred(ZnReferenceKind::kHardOwner); }
+  bool readBool() override { return take<std::uint8_t>() != 0; }
+  std::int8_t readInt8() override { return take<std::int8_t>(); }
+  std::int16_t readInt16() override { return take<std::int16_t>(); }
+  std::int32_t readInt32() override { return take<std::int32_t>(); }
+  std::int64_t readInt64() override { return take<std::int64_t>(); }
+  double readDouble() override { return take<double>(); }
+  ZnString readString() override;
+  ZnAtom readAtom() override;
+  std::string readBytes() override;
+  ZnDbObjectId readSoftPointerId() override { return referred(ZnReferenceKind::kSoftPointer); }
+  ZnDbObjectId readHardPointerId() override { return referred(ZnReferenceKind::kHardPointer); }
+  ZnDbObjectId readSoftOwnershipId() override { return referred(ZnReferenceKind::kSoftOwner); }
+  ZnDbObjectId readHardOwnershipId() override { return referred(ZnReferenceKind::kHardOwner); }
   // An id or name that is left counts as eight bytes, so that a list of them passes the test of its count.
   size_t remaining() const override;
 

@@ -128,7 +128,7 @@ bool ZnTdocReader::readHeader(ZnFileError& error) {
   const size_t begin = lines_.position();
   for (size_t i = 0; i < ZnDrawingHeader::kIds; ++i)
     if (!readHeaderHandle(ZnDrawingHeader::idName(i), header_.handles[i], error)) return false;
-  if (!readHeaderHandle("next-handle", header_.handseed, error)) return false;
+  if (!readHeaderHandle("next-handle", header_.nextHandle, error)) return false;
   std::string text;
   std::int64_t count = 0;
   if (!readHeaderName("objects", error) || !expect(Quorl::kHeaderCount, text, error)) return false;
@@ -279,7 +279,7 @@ bool ZnTdocReader::makeSlots(ZnFileError& error) {
   if (!std::is_sorted(objects_.begin(), objects_.end(), byHandle))
     std::stable_sort(objects_.begin(), objects_.end(), byHandle);
   for (const Object& object : objects_) {
-    if (Quorl::addSlot(*database_, index_, object.handle, header_.handseed)) continue;
+    if (Quorl::addSlot(*database_, index_, object.handle, header_.nextHandle)) continue;
     line_ = object.line - 2;
     return failHere(
         error, "handle " + handleText(ZnDbHandle(object.handle)).utf8() + " is 0, given twice or too large",

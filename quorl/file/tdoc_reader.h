@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/drawing_header.h"
 #include "quorl/file/file_classes.h"
 #include "quorl/file/handle_index.h"

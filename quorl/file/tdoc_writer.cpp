@@ -78,35 +78,35 @@ bool ZnTdocWriter::writeHeader(const ZnDrawingHeader& header, ZnFileError& error
     item(Quorl::kTdocHandle, digits);
   };
   for (size_t i = 0; i < ZnDrawingHeader::kIds; ++i) handle(ZnDrawingHeader::idName(i), header.handles[i]);
-  handle("next-handle", header.handseed);
+  handle("next-handle", header.nextHandle);
   item(Quorl::kHeaderName, "objects");
-  filer.wrInteger(Quorl::kHeaderCount, static_cast<std::int64_t>(header.objectCount));
+  filer.writeInteger(Quorl::kHeaderCount, static_cast<std::int64_t>(header.objectCount));
   const std::pair<const char*, int> numbers[] = {{"version", header.version},
                                                  {"maintenance-version", header.maintenanceVersion},
                                                  {"insertion-units", header.insertionUnits}};
   for (const auto& [name, value] : numbers) {
     item(Quorl::kHeaderName, name);
-    filer.wrInteger(Quorl::kHeaderInteger, value);
+    filer.writeInteger(Quorl::kHeaderInteger, value);
   }
   item(Quorl::kHeaderName, "ucs");
-  for (const double element : header.ucs) filer.wrDouble(Quorl::kHeaderReal, element);
+  for (const double element : header.ucs) filer.writeDouble(Quorl::kHeaderReal, element);
   for (const auto& [name, value] : header.variables) {
-    filer.wrString(Quorl::kVariableName, name);
+    filer.writeString(Quorl::kVariableName, name);
     const int code = Quorl::kVariableCodes[static_cast<int>(value.type())];
     const double number = value.number().value_or(0.0);
     switch (value.type()) {
     case ZnRxVariableType::kBool:
-      filer.wrBool(code, number != 0.0);
+      filer.writeBool(code, number != 0.0);
       break;
     case ZnRxVariableType::kInt16:
     case ZnRxVariableType::kInt32:
-      filer.wrInteger(code, static_cast<std::int64_t>(number));
+      filer.writeInteger(code, static_cast<std::int64_t>(number));
       break;
     case ZnRxVariableType::kDouble:
-      filer.wrDouble(code, number);
+      filer.writeDouble(code, number);
       break;
     case ZnRxVariableType::kString:
-      filer.wrString(code, value.string());
+      filer.writeString(code, value.string());
       break;
     }
   }

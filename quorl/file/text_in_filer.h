@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/tdoc_filer.h"
 #include "quorl/file/object_record.h"
 #include "quorl/file/tdoc_items.h"
 
@@ -40,15 +40,15 @@ public:
   const std::string& fault() const { return fault_; }
   const std::string& expected() const { return expected_; }
 
-  void wrSubclassMarker(const wchar_t*) override { refuse(); }
-  void wrBool(int, bool) override { refuse(); }
-  void wrInteger(int, std::int64_t) override { refuse(); }
-  void wrDouble(int, double) override { refuse(); }
-  void wrString(int, const ZnString&) override { refuse(); }
-  void wrPoint3d(int, const ZnGePoint3d&) override { refuse(); }
-  void wrVector3d(int, const ZnGeVector3d&) override { refuse(); }
-  void wrBytes(int, const void*, size_t) override { refuse(); }
-  void wrId(int, ZnDbObjectId) override { refuse(); }
+  void writeSubclassMarker(const wchar_t*) override { refuse(); }
+  void writeBool(int, bool) override { refuse(); }
+  void writeInteger(int, std::int64_t) override { refuse(); }
+  void writeDouble(int, double) override { refuse(); }
+  void writeString(int, const ZnString&) override { refuse(); }
+  void writePoint3d(int, const ZnGePoint3d&) override { refuse(); }
+  void writeVector3d(int, const ZnGeVector3d&) override { refuse(); }
+  void writeBytes(int, const void*, size_t) override { refuse(); }
+  void writeId(int, ZnDbObjectId) override { refuse(); }
 
 private:
   void refuse() { status_ = Quorl::eNotProvided; }

@@ -25,20 +25,20 @@ bool ZnDbTextOutFiler::begin(int code, bool fits) {
   return true;
 }
 
-void ZnDbTextOutFiler::wrSubclassMarker(const wchar_t* name) {
+void ZnDbTextOutFiler::writeSubclassMarker(const wchar_t* name) {
   constexpr int kMarker = 100;
   begin(kMarker, true);
   Quorl::appendEscaped(text_, Quorl::toUtf8(name));
   end();
 }
 
-void ZnDbTextOutFiler::wrBool(int code, bool value) {
+void ZnDbTextOutFiler::writeBool(int code, bool value) {
   if (!begin(code, tdocType(code) == ZnTdocType::kBool)) return;
   text_ += value ? '1' : '0';
   end();
 }
 
-void ZnDbTextOutFiler::wrInteger(int code, std::int64_t value) {
+void ZnDbTextOutFiler::writeInteger(int code, std::int64_t value) {
   const ZnTdocType type = tdocType(code);
   const bool narrow = type == ZnTdocType::kInt16, wide = type == ZnTdocType::kInt32;
   if (!begin(code, narrow || wide || type == ZnTdocType::kInt64)) return;
@@ -48,13 +48,13 @@ void ZnDbTextOutFiler::wrInteger(int code, std::int64_t value) {
   end();
 }
 
-void ZnDbTextOutFiler::wrDouble(int code, double value) {
+void ZnDbTextOutFiler::writeDouble(int code, double value) {
   if (!begin(code, tdocType(code) == ZnTdocType::kDouble)) return;
   Quorl::appendDouble(text_, value);
   end();
 }
 
-void ZnDbTextOutFiler::wrString(int code, const ZnString& value) {
+void ZnDbTextOutFiler::writeString(int code, const ZnString& value) {
   if (!begin(code, tdocType(code) == ZnTdocType::kText)) return;
   const size_t start = text_.size();
   Quorl::appendEscaped(text_, value.utf8());
@@ -66,19 +66,19 @@ void ZnDbTextOutFiler::putPoint(int code, double x, double y, double z) {
   if (!begin(code, tdocType(code) == ZnTdocType::kPoint)) return;
   Quorl::appendDouble(text_, x);
   end();
-  wrDouble(code + Quorl::kToY, y);
-  wrDouble(code + Quorl::kToZ, z);
+  writeDouble(code + Quorl::kToY, y);
+  writeDouble(code + Quorl::kToZ, z);
 }
 
-void ZnDbTextOutFiler::wrPoint3d(int code, const ZnGePoint3d& value) {
+void ZnDbTextOutFiler::writePoint3d(int code, const ZnGePoint3d& value) {
   putPoint(code, value.x, value.y, value.z);
 }
 
-void ZnDbTextOutFiler::wrVector3d(int code, const ZnGeVector3d& value) {
+void ZnDbTextOutFiler::writeVector3d(int code, const ZnGeVector3d& value) {
   putPoint(code, value.x, value.y, value.z);
 }
 
-void ZnDbTextOutFiler::wrBytes(int code, const void* bytes, size_t count) {
+void ZnDbTextOutFiler::writeBytes(int code, const void* bytes, size_t count) {
   if (!begin(code, tdocType(code) == ZnTdocType::kBytes)) return;
   if (count > Quorl::kLongestLine / 2)
     status_ = Quorl::eOutOfRange;
@@ -87,7 +87,7 @@ void ZnDbTextOutFiler::wrBytes(int code, const void* bytes, size_t count) {
   end();
 }
 
-void ZnDbTextOutFiler::wrId(int code, ZnDbObjectId id) {
+void ZnDbTextOutFiler::writeId(int code, ZnDbObjectId id) {
   if (!begin(code, tdocType(code) == ZnTdocType::kReference)) return;
   if (apart_)
     apart_->push_back({Quorl::tdocReferenceKind(code), id});
@@ -96,14 +96,14 @@ void ZnDbTextOutFiler::wrId(int code, ZnDbObjectId id) {
   end();
 }
 
-void ZnDbTextOutFiler::wrLines(std::string_view lines, const std::vector<ZnDbReference>& references) {
+void ZnDbTextOutFiler::writeLines(std::string_view lines, const std::vector<ZnDbReference>& references) {
   Quorl::TdocLines source(lines);
   size_t next = 0;
   int code = 0;
   std::string_view value;
   while (!source.atEnd() && source.next(code, value)) {
     if (tdocType(code) == ZnTdocType::kReference && next < references.size()) {
-      wrId(code, references[next++].id);
+      writeId(code, references[next++].id);
       continue;
     }
     Quorl::appendInteger(text_, code);

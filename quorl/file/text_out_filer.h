@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/tdoc_filer.h"
 #include "quorl/file/object_record.h"
 
 // The text belongs to the caller. References are spelled as handles, those of erased objects as 0; given a
@@ -21,17 +21,17 @@ public:
   ZnDbDatabase* database() const override { return nullptr; }
 
   // A code that does not stand for that type of value sets eUnexpectedGroupCode: no reader would take it.
-  void wrSubclassMarker(const wchar_t* name) override;
-  void wrBool(int code, bool value) override;
-  void wrInteger(int code, std::int64_t value) override; // eOutOfRange for a value too wide for its code
-  void wrDouble(int code, double value) override;
-  void wrString(int code, const ZnString& value) override;
-  void wrPoint3d(int code, const ZnGePoint3d& value) override;
-  void wrVector3d(int code, const ZnGeVector3d& value) override;
-  void wrBytes(int code, const void* bytes, size_t count) override;
-  void wrId(int code, ZnDbObjectId id) override;
+  void writeSubclassMarker(const wchar_t* name) override;
+  void writeBool(int code, bool value) override;
+  void writeInteger(int code, std::int64_t value) override; // eOutOfRange for a value too wide for its code
+  void writeDouble(int code, double value) override;
+  void writeString(int code, const ZnString& value) override;
+  void writePoint3d(int code, const ZnGePoint3d& value) override;
+  void writeVector3d(int code, const ZnGeVector3d& value) override;
+  void writeBytes(int code, const void* bytes, size_t count) override;
+  void writeId(int code, ZnDbObjectId id) override;
   // Items that already are lines, their references (in order) apart.
-  void wrLines(std::string_view lines, const std::vector<ZnDbReference>& references);
+  void writeLines(std::string_view lines, const std::vector<ZnDbReference>& references);
 
   bool atEndOfObject() override { return true; }
   bool atSubclassData(const wchar_t*) override { return false; }

@@ -20,7 +20,7 @@ ZnGeCircArc2d::ZnGeCircArc2d(const ZnGePoint2d& first, const ZnGePoint2d& second
   radius_ = offset.length();
   center_ = first + offset;
   reference_ = -offset / radius_;
-  isClockWise_ = b.crossProduct(c) < 0.0;
+  isClockwise_ = b.crossProduct(c) < 0.0;
   const ZnGeVector2d toThird = third - center_;
   end_ = ZnGe::normalizeAngle(std::atan2(toThird.dotProduct(secondAxis()), toThird.dotProduct(reference_)));
 }
@@ -30,7 +30,7 @@ ZnGeCircArc2d& ZnGeCircArc2d::transformBy(const ZnGeMatrix2d& matrix) {
   const ZnGeVector2d second = matrix * secondAxis();
   center_.transformBy(matrix);
   radius_ *= std::max(first.length(), second.length());
-  if (matrix.det() < 0.0) isClockWise_ = !isClockWise_;
+  if (matrix.det() < 0.0) isClockwise_ = !isClockwise_;
   if (first.length() > 0.0) reference_ = first / first.length();
   return *this;
 }
@@ -40,7 +40,7 @@ bool ZnGeCircArc2d::isEqualTo(const ZnGeEntity2d& other, const ZnGeTol& tol) con
   const auto& arc = static_cast<const ZnGeCircArc2d&>(other);
   if (!center_.isEqualTo(arc.center_, tol) || std::fabs(radius_ - arc.radius_) > tol.equalPoint())
     return false;
-  if (isClockWise_ != arc.isClockWise_ || isFull() != arc.isFull()) return false;
+  if (isClockwise_ != arc.isClockwise_ || isFull() != arc.isFull()) return false;
   const double lengthChange = radius_ * std::fabs((end_ - start_) - (arc.end_ - arc.start_));
   return isFull() ||
          (lengthChange <= 2.0 * tol.equalPoint() && startPoint().isEqualTo(arc.startPoint(), tol) &&
@@ -55,13 +55,13 @@ ZnGePoint2d ZnGeCircArc2d::evalPoint(double param) const {
 bool ZnGeCircArc2d::isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol) const {
   const double span = end_ - start_;
   const double sagitta = radius_ * (1.0 - std::cos(0.5 * span));
-  kind = ZnGe::kCircArc2d;
+  kind = ZnGe::kCircularArc2d;
   if (radius_ <= tol.equalPoint() || radius_ * span <= tol.equalPoint()) {
-    kind = ZnGe::kPointEnt3d;
+    kind = ZnGe::kPointEntity3d;
   } else if (sagitta <= tol.equalPoint()) {
     kind = ZnGe::kLine2d;
   }
-  return kind != ZnGe::kCircArc2d;
+  return kind != ZnGe::kCircularArc2d;
 }
 
 double ZnGeCircArc2d::nearestParam(const ZnGePoint2d& point) const {

@@ -21,14 +21,14 @@ public:
   double radius() const { return radius_; }
   double startAng() const { return start_; }
   double endAng() const { return end_; }
-  const ZnGeVector2d& refVec() const { return reference_; }
-  bool isClockWise() const { return isClockWise_; }
+  const ZnGeVector2d& referenceVector() const { return reference_; }
+  bool isClockwise() const { return isClockwise_; }
   ZnGePoint2d startPoint() const { return evalPoint(start_); }
   ZnGePoint2d endPoint() const { return evalPoint(end_); }
 
-  ZnGe::EntityId type() const override { return ZnGe::kCircArc2d; }
+  ZnGe::EntityId type() const override { return ZnGe::kCircularArc2d; }
   bool isKindOf(ZnGe::EntityId id) const override {
-    return id == ZnGe::kCircArc2d || ZnGeCurve2d::isKindOf(id);
+    return id == ZnGe::kCircularArc2d || ZnGeCurve2d::isKindOf(id);
   }
   ZnGeCircArc2d* copy() const override { return new ZnGeCircArc2d(*this); }
   // Angles stay; mirroring changes the sense. A map that isn't uniform leaves a circle with the scale of the
@@ -51,7 +51,7 @@ private:
   bool isFull() const;
   // The direction at the angle pi/2.
   ZnGeVector2d secondAxis() const {
-    return isClockWise_ ? -reference_.perpVector() : reference_.perpVector();
+    return isClockwise_ ? -reference_.perpVector() : reference_.perpVector();
   }
 
   ZnGePoint2d center_;
@@ -59,5 +59,5 @@ private:
   double radius_ = 1.0;
   double start_ = 0.0;
   double end_ = ZnGe::kTwoPi;
-  bool isClockWise_ = false;
+  bool isClockwise_ = false;
 };

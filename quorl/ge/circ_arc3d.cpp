@@ -20,8 +20,8 @@ ZnGeVector3d perpendicularPart(const ZnGeVector3d& reference, const ZnGeVector3d
 }
 
 ZnGe::ConicSpan spanOf(const ZnGeCircArc3d& arc) {
-  return {arc.center(), arc.refVec() * arc.radius(), arc.normal().crossProduct(arc.refVec()) * arc.radius(),
-          arc.startAng(), arc.endAng()};
+  return {arc.center(), arc.referenceVector() * arc.radius(),
+          arc.normal().crossProduct(arc.referenceVector()) * arc.radius(), arc.startAng(), arc.endAng()};
 }
 
 } // namespace
@@ -88,7 +88,9 @@ bool ZnGeCircArc3d::isEqualTo(const ZnGeEntity3d& other, const ZnGeTol& tol) con
 
 ZnGePoint3d ZnGeCircArc3d::evalPoint(double param) const { return spanOf(*this).pointAt(param); }
 
-ZnGeVector3d ZnGeCircArc3d::evalDeriv(double param) const { return spanOf(*this).derivAt(param); }
+ZnGeVector3d ZnGeCircArc3d::evaluateDerivative(double param) const {
+  return spanOf(*this).derivativeAt(param);
+}
 
 ZnGeCircArc3d& ZnGeCircArc3d::reverseParam() {
   normal_.negate();
@@ -98,7 +100,7 @@ ZnGeCircArc3d& ZnGeCircArc3d::reverseParam() {
 
 bool ZnGeCircArc3d::isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol) const {
   const bool isPoint = radius_ <= tol.equalPoint() || length() <= tol.equalPoint();
-  kind = isPoint ? ZnGe::kPointEnt3d : ZnGe::kCircArc3d;
+  kind = isPoint ? ZnGe::kPointEntity3d : ZnGe::kCircularArc3d;
   return isPoint;
 }
 

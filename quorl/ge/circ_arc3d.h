@@ -24,12 +24,13 @@ public:
   const ZnGePoint3d& center() const { return center_; }
   double radius() const { return radius_; }
   const ZnGeVector3d& normal() const { return normal_; }
-  const ZnGeVector3d& refVec() const { return reference_; }
+  const ZnGeVector3d& referenceVector() const { return reference_; }
   double startAng() const { return start_; }
   double endAng() const { return end_; }
   ZnGePoint3d startPoint() const { return evalPoint(start_); }
   ZnGePoint3d endPoint() const { return evalPoint(end_); }
-  // The plane through the center with this normal; its axes follow from the normal alone, not from refVec.
+  // The plane through the center with this normal; its axes follow from the normal alone, not from
+  // referenceVector.
   void getPlane(ZnGePlane& plane) const;
 
   ZnGeCircArc3d& setCenter(const ZnGePoint3d& center);
@@ -38,14 +39,14 @@ public:
   // empty span, and a difference of 2 pi or more the whole circle.
   ZnGeCircArc3d& setAngles(double startAng, double endAng);
 
-  ZnGe::EntityId type() const override { return ZnGe::kCircArc3d; }
+  ZnGe::EntityId type() const override { return ZnGe::kCircularArc3d; }
   bool isKindOf(ZnGe::EntityId id) const override {
-    return id == ZnGe::kCircArc3d || ZnGeCurve3d::isKindOf(id);
+    return id == ZnGe::kCircularArc3d || ZnGeCurve3d::isKindOf(id);
   }
   ZnGeCircArc3d* copy() const override { return new ZnGeCircArc3d(*this); }
   // The sense of the arc and its angles stay; a mirrored arc gets the normal that makes this true. A map that
   // is not uniform in the arc's plane would make an ellipse: the arc stays circular, with the scale of the
-  // more stretched of its two axes; ask isUniformlyScaled, and use ZnGeEllipArc3d, where that matters.
+  // more stretched of its two axes; ask isUniformlyScaled, and use ZnGeEllipticalArc3d, where that matters.
   ZnGeCircArc3d& transformBy(const ZnGeMatrix3d& matrix) override;
   // Closed circles are compared without regard to where they start.
   bool isEqualTo(const ZnGeEntity3d& other, const ZnGeTol& tol = ZnGeContext::gTol) const override;
@@ -53,7 +54,7 @@ public:
   void getInterval(ZnGeInterval& interval) const override { interval = ZnGeInterval(start_, end_); }
   // Any angle gives a point of the circle.
   ZnGePoint3d evalPoint(double param) const override;
-  ZnGeVector3d evalDeriv(double param) const override;
+  ZnGeVector3d evaluateDerivative(double param) const override;
   // Turns the normal round and keeps the reference vector.
   ZnGeCircArc3d& reverseParam() override;
   using ZnGeCurve3d::isDegenerate;

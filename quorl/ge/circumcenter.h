@@ -20,7 +20,7 @@ inline bool spanCircle(const ZnGeVector2d& b, const ZnGeVector2d& c, double leng
 // From the first point to the center, where the bisectors of the chords b and c meet: with D = 2 b x c it is
 // the vector |b|^2 c - |c|^2 b turned clockwise, over D.
 constexpr ZnGeVector2d circumcenterOffset(const ZnGeVector2d& b, const ZnGeVector2d& c) {
-  return -(c * b.lengthSqrd() - b * c.lengthSqrd()).perpVector() / (2.0 * b.crossProduct(c));
+  return -(c * b.lengthSquared() - b * c.lengthSquared()).perpVector() / (2.0 * b.crossProduct(c));
 }
 
 } // namespace ZnGe

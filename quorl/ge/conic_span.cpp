@@ -23,7 +23,7 @@ ZnGePoint3d ConicSpan::pointAt(double param) const {
   return center + u * c + v * s;
 }
 
-ZnGeVector3d ConicSpan::derivAt(double param) const {
+ZnGeVector3d ConicSpan::derivativeAt(double param) const {
   const auto [s, c] = sinCos(param);
   return v * c - u * s;
 }

@@ -17,7 +17,7 @@ struct ConicSpan {
   double end = kTwoPi;
 
   ZnGePoint3d pointAt(double param) const;
-  ZnGeVector3d derivAt(double param) const;
+  ZnGeVector3d derivativeAt(double param) const;
   ZnGeBoundBlock3d box() const;
   // See ZnGeCurve3d::appendSamplePoints.
   void appendSamples(double chordHeight, std::vector<ZnGePoint3d>& points) const;

@@ -21,7 +21,7 @@ public:
   ZnGeInterval interval() const;
   virtual ZnGePoint3d evalPoint(double param) const = 0;
   // First derivative by the parameter, not normalised.
-  virtual ZnGeVector3d evalDeriv(double param) const = 0;
+  virtual ZnGeVector3d evaluateDerivative(double param) const = 0;
   // Parameter of the curve's point nearest to the given one, within the interval: beyond an end it is that
   // end's. It is exact to rounding; only a nearest point that both tol and gTol can't tell from an end takes
   // the end's parameter, so that comparisons with the bounds hold. On a closed curve that end is the lower.
@@ -40,7 +40,7 @@ public:
   bool isOn(const ZnGePoint3d& point, double& param, const ZnGeTol& tol = ZnGeContext::gTol) const;
 
   // Shape
-  // Whether the curve has shrunk to something of a lower kind, given in `kind` (kPointEnt3d for a place);
+  // Whether the curve has shrunk to something of a lower kind, given in `kind` (kPointEntity3d for a place);
   // otherwise `kind` is the curve's own type.
   virtual bool isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol = ZnGeContext::gTol) const = 0;
   bool isDegenerate(const ZnGeTol& tol = ZnGeContext::gTol) const;

@@ -15,7 +15,7 @@ bool ZnGeLine2d::isEqualTo(const ZnGeEntity2d& other, const ZnGeTol& tol) const 
 
 bool ZnGeLine2d::isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol) const {
   const bool isPoint = vector_.length() <= tol.equalPoint();
-  kind = isPoint ? ZnGe::kPointEnt3d : ZnGe::kLine2d;
+  kind = isPoint ? ZnGe::kPointEntity3d : ZnGe::kLine2d;
   return isPoint;
 }
 

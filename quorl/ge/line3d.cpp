@@ -24,7 +24,7 @@ bool ZnGeLine3d::isEqualTo(const ZnGeEntity3d& other, const ZnGeTol& tol) const 
 
 ZnGePoint3d ZnGeLine3d::evalPoint(double param) const { return base_ + direction() * param; }
 
-ZnGeVector3d ZnGeLine3d::evalDeriv(double) const { return direction(); }
+ZnGeVector3d ZnGeLine3d::evaluateDerivative(double) const { return direction(); }
 
 ZnGeLine3d& ZnGeLine3d::reverseParam() {
   vector_.negate();
@@ -33,7 +33,7 @@ ZnGeLine3d& ZnGeLine3d::reverseParam() {
 
 bool ZnGeLine3d::isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol) const {
   const bool isPoint = vector_.length() <= tol.equalPoint();
-  kind = isPoint ? ZnGe::kPointEnt3d : ZnGe::kLine3d;
+  kind = isPoint ? ZnGe::kPointEntity3d : ZnGe::kLine3d;
   return isPoint;
 }
 

@@ -29,7 +29,7 @@ public:
 
   void getInterval(ZnGeInterval& interval) const override { interval = ZnGeInterval(); }
   ZnGePoint3d evalPoint(double param) const override;
-  ZnGeVector3d evalDeriv(double param) const override;
+  ZnGeVector3d evaluateDerivative(double param) const override;
   ZnGeLine3d& reverseParam() override;
   using ZnGeCurve3d::isDegenerate;
   bool isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol = ZnGeContext::gTol) const override;

@@ -24,7 +24,7 @@ ZnGePoint3d ZnGeLineSeg3d::evalPoint(double param) const {
   return param < 0.5 ? start_ + span() * param : end_ - span() * (1.0 - param);
 }
 
-ZnGeVector3d ZnGeLineSeg3d::evalDeriv(double) const { return span(); }
+ZnGeVector3d ZnGeLineSeg3d::evaluateDerivative(double) const { return span(); }
 
 ZnGeLineSeg3d& ZnGeLineSeg3d::reverseParam() {
   std::swap(start_, end_);
@@ -33,7 +33,7 @@ ZnGeLineSeg3d& ZnGeLineSeg3d::reverseParam() {
 
 bool ZnGeLineSeg3d::isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol) const {
   const bool isPoint = start_.isEqualTo(end_, tol);
-  kind = isPoint ? ZnGe::kPointEnt3d : ZnGe::kLineSeg3d;
+  kind = isPoint ? ZnGe::kPointEntity3d : ZnGe::kLineSeg3d;
   return isPoint;
 }
 
@@ -44,7 +44,7 @@ void ZnGeLineSeg3d::appendSamplePoints(double, std::vector<ZnGePoint3d>& points)
 
 double ZnGeLineSeg3d::nearestParam(const ZnGePoint3d& point) const {
   const ZnGeVector3d along = span();
-  const double size = along.lengthSqrd();
+  const double size = along.lengthSquared();
   if (!(size > 0.0)) return 0.0;
   return std::clamp((point - start_).dotProduct(along) / size, 0.0, 1.0);
 }

@@ -35,7 +35,7 @@ public:
 
   void getInterval(ZnGeInterval& interval) const override { interval = ZnGeInterval(0.0, 1.0); }
   ZnGePoint3d evalPoint(double param) const override;
-  ZnGeVector3d evalDeriv(double param) const override;
+  ZnGeVector3d evaluateDerivative(double param) const override;
   ZnGeLineSeg3d& reverseParam() override;
   using ZnGeCurve3d::isDegenerate;
   bool isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol = ZnGeContext::gTol) const override;

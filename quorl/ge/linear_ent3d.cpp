@@ -54,8 +54,8 @@ bool ZnGeLinearEnt3d::intersectWith(const ZnGeLinearEnt3d& other, ZnGePoint3d& p
 
   const ZnGeVector3d w = other.pointOnLine() - pointOnLine();
   if (std::fabs(w.dotProduct(n)) > tol.equalPoint() * n.length()) return false;
-  const double onThis = w.crossProduct(e).dotProduct(n) / n.lengthSqrd();
-  const double onOther = w.crossProduct(d).dotProduct(n) / n.lengthSqrd();
+  const double onThis = w.crossProduct(e).dotProduct(n) / n.lengthSquared();
+  const double onOther = w.crossProduct(d).dotProduct(n) / n.lengthSquared();
   point = ZnGeLineSeg3d(pointOnLine() + d * onThis, other.pointOnLine() + e * onOther).midPoint();
   return true;
 }

@@ -151,7 +151,7 @@ ZnGeMatrix3d& ZnGeMatrix3d::setTranslation(const ZnGeVector3d& v) {
 }
 
 double ZnGeMatrix3d::scale() const {
-  return std::sqrt(std::max({x_.lengthSqrd(), y_.lengthSqrd(), z_.lengthSqrd()}));
+  return std::sqrt(std::max({x_.lengthSquared(), y_.lengthSquared(), z_.lengthSquared()}));
 }
 
 // Compared with the volume of a box of the same axis lengths, so that small drawings are not singular.

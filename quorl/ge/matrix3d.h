@@ -96,7 +96,7 @@ public:
   // This map followed by the given one.
   constexpr ZnGeMatrix3d& preMultBy(const ZnGeMatrix3d& m) { return *this = m * *this; }
   // The given map followed by this one.
-  constexpr ZnGeMatrix3d& postMultBy(const ZnGeMatrix3d& m) { return *this = *this * m; }
+  constexpr ZnGeMatrix3d& postMultiplyBy(const ZnGeMatrix3d& m) { return *this = *this * m; }
   constexpr ZnGeVector3d operator*(const ZnGeVector3d& v) const { return x_ * v.x + y_ * v.y + z_ * v.z; }
   constexpr ZnGePoint3d operator*(const ZnGePoint3d& p) const { return origin_ + *this * p.asVector(); }
 

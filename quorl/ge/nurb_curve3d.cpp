@@ -47,7 +47,7 @@ void refine(const ZnGeBezierPiece& piece, Nearest& nearest) {
     nearest.consider(param, frame.point);
     const ZnGeVector3d offset = frame.point - nearest.target;
     const double slope = offset.dotProduct(frame.first);
-    const double curvature = frame.first.lengthSqrd() + offset.dotProduct(frame.second);
+    const double curvature = frame.first.lengthSquared() + offset.dotProduct(frame.second);
     if (!(curvature > 0.0)) return;
     const double next = std::clamp(param - slope / curvature, piece.low(), piece.high());
     if (std::fabs(next - param) <= ZnGe::kParamRatio * (std::fabs(next) + piece.high() - piece.low())) return;
@@ -155,7 +155,7 @@ ZnGePoint3d ZnGeNurbCurve3d::evalPoint(double param) const {
   return piece(spanOf(inside)).evaluate(inside).point;
 }
 
-ZnGeVector3d ZnGeNurbCurve3d::evalDeriv(double param) const {
+ZnGeVector3d ZnGeNurbCurve3d::evaluateDerivative(double param) const {
   if (points_.empty()) return ZnGeVector3d::kIdentity;
   const double inside = interval().clamp(param);
   return piece(spanOf(inside)).evaluate(inside).first;
@@ -183,7 +183,7 @@ ZnGeNurbCurve3d& ZnGeNurbCurve3d::reverseParam() {
 bool ZnGeNurbCurve3d::isDegenerate(ZnGe::EntityId& kind, const ZnGeTol& tol) const {
   const auto isAtFirst = [&](const ZnGePoint3d& point) { return point.isEqualTo(points_.front(), tol); };
   const bool isPoint = std::all_of(points_.begin(), points_.end(), isAtFirst);
-  kind = isPoint ? ZnGe::kPointEnt3d : ZnGe::kNurbCurve3d;
+  kind = isPoint ? ZnGe::kPointEntity3d : ZnGe::kNurbCurve3d;
   return isPoint;
 }
 

@@ -44,7 +44,7 @@ public:
   void getInterval(ZnGeInterval& interval) const override;
   // Parameters outside the interval count as its nearer bound.
   ZnGePoint3d evalPoint(double param) const override;
-  ZnGeVector3d evalDeriv(double param) const override;
+  ZnGeVector3d evaluateDerivative(double param) const override;
   // Keeps the interval.
   ZnGeNurbCurve3d& reverseParam() override;
   using ZnGeCurve3d::isDegenerate;

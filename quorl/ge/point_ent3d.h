@@ -12,9 +12,9 @@ public:
   const ZnGePoint3d& point3d() const { return point_; }
   operator ZnGePoint3d() const { return point_; }
 
-  ZnGe::EntityId type() const override { return ZnGe::kPointEnt3d; }
+  ZnGe::EntityId type() const override { return ZnGe::kPointEntity3d; }
   bool isKindOf(ZnGe::EntityId id) const override {
-    return id == ZnGe::kPointEnt3d || ZnGeEntity3d::isKindOf(id);
+    return id == ZnGe::kPointEntity3d || ZnGeEntity3d::isKindOf(id);
   }
   ZnGePointEnt3d* copy() const override { return new ZnGePointEnt3d(*this); }
   ZnGePointEnt3d& transformBy(const ZnGeMatrix3d& matrix) override;

@@ -32,7 +32,7 @@ public:
 
   // Measures
   double length() const { return std::hypot(x, y); }
-  constexpr double lengthSqrd() const { return x * x + y * y; }
+  constexpr double lengthSquared() const { return x * x + y * y; }
   constexpr double dotProduct(const ZnGeVector2d& v) const { return x * v.x + y * v.y; }
   // Positive when v lies counterclockwise of this vector.
   constexpr double crossProduct(const ZnGeVector2d& v) const { return x * v.y - y * v.x; }

@@ -40,8 +40,8 @@ public:
   constexpr ZnGeVector3d& operator/=(double divisor) { return *this = *this / divisor; }
 
   // Measures
-  double length() const { return std::sqrt(lengthSqrd()); }
-  constexpr double lengthSqrd() const { return x * x + y * y + z * z; }
+  double length() const { return std::sqrt(lengthSquared()); }
+  constexpr double lengthSquared() const { return x * x + y * y + z * z; }
   constexpr double dotProduct(const ZnGeVector3d& v) const { return x * v.x + y * v.y + z * v.z; }
   constexpr ZnGeVector3d crossProduct(const ZnGeVector3d& v) const {
     return {y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x};

@@ -6,7 +6,7 @@ ZnRxObject* ZnRxClassDictionary::at(std::wstring_view name) const {
   return znrxFindZnRxClass(ZnString(name));
 }
 
-Quorl::ErrorStatus ZnRxClassDictionary::atPut(std::wstring_view, ZnRxObject*) { return Quorl::eNotProvided; }
+Quorl::ErrorStatus ZnRxClassDictionary::put(std::wstring_view, ZnRxObject*) { return Quorl::eNotProvided; }
 
 ZnRxObject* ZnRxClassDictionary::remove(std::wstring_view name) {
   ZnRxClass* cls = znrxFindZnRxClass(ZnString(name));

@@ -9,7 +9,7 @@ class ZnRxClassDictionary : public ZnRxDictionary {
 public:
   ZnRxObject* at(std::wstring_view name) const override;
   // Classes register themselves: always eNotProvided.
-  Quorl::ErrorStatus atPut(std::wstring_view name, ZnRxObject* object) override;
+  Quorl::ErrorStatus put(std::wstring_view name, ZnRxObject* object) override;
   // Unregisters the class; it belongs to the caller.
   ZnRxObject* remove(std::wstring_view name) override;
   std::vector<Entry> entries() const override;

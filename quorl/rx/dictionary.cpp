@@ -19,7 +19,7 @@ ZnRxObject* ZnRxDictionary::at(std::wstring_view name) const {
   return found == entries_.end() ? nullptr : found->second;
 }
 
-Quorl::ErrorStatus ZnRxDictionary::atPut(std::wstring_view name, ZnRxObject* object) {
+Quorl::ErrorStatus ZnRxDictionary::put(std::wstring_view name, ZnRxObject* object) {
   if (name.empty() || !object) return Quorl::eInvalidInput;
   const auto found = find(name);
   if (found == entries_.end()) {

@@ -25,13 +25,13 @@ public:
   // Puts the object under the name, at the end or in the place of the object that stood there.
   // eInvalidInput for an empty name or a null object. The displaced object is deleted by an owning
   // dictionary, else forgotten.
-  virtual Quorl::ErrorStatus atPut(std::wstring_view name, ZnRxObject* object);
+  virtual Quorl::ErrorStatus put(std::wstring_view name, ZnRxObject* object);
   // Takes the entry out; the object belongs to the caller, null when there was none.
   virtual ZnRxObject* remove(std::wstring_view name);
 
   // A copy of the entries, in order of insertion; changes during a walk don't disturb it.
   virtual std::vector<Entry> entries() const { return entries_; }
-  int numEntries() const { return static_cast<int>(entries().size()); }
+  int entryCount() const { return static_cast<int>(entries().size()); }
   bool isOwner() const { return owns_; }
 
 private:

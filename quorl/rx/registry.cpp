@@ -10,9 +10,9 @@ ZnRxDictionary* newRegistry() {
   ZnRxClassDictionary::rxInit();
   ZnRxDynamicLinker::rxInit();
   auto* registry = new ZnRxDictionary;
-  registry->atPut(L"DynamicLinker", new ZnRxDynamicLinker);
-  registry->atPut(L"ServiceDictionary", new ZnRxDictionary);
-  registry->atPut(L"ClassDictionary", new ZnRxClassDictionary);
+  registry->put(L"DynamicLinker", new ZnRxDynamicLinker);
+  registry->put(L"ServiceDictionary", new ZnRxDictionary);
+  registry->put(L"ClassDictionary", new ZnRxClassDictionary);
   return registry;
 }
 

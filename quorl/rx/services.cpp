@@ -13,7 +13,7 @@ ZnRxService* znrxRegisterService(const ZnString& name) {
   if (!dictionary || name.isEmpty()) return nullptr;
   if (ZnRxService* known = ZnRxService::cast(dictionary->at(name))) return known;
   auto* service = new ZnRxService(name);
-  dictionary->atPut(name, service);
+  dictionary->put(name, service);
   return service;
 }
 

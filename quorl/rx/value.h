@@ -47,7 +47,7 @@ private:
 };
 
 // The value as a T, or null when it is of another type.
-template<class T> const T* rxvalue_cast(const ZnRxValue* value) {
+template<class T> const T* znrxValueCast(const ZnRxValue* value) {
   if (!value || value->type() != &ZnRxValueType::Desc<T>::value()) return nullptr;
   return static_cast<const T*>(value->address());
 }

@@ -1,7 +1,7 @@
 // Which viewports show a drawing view of model geometry.
 #pragma once
 
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 class DbBrevixUtil {
 public:

@@ -1,6 +1,6 @@
 #include "quorl/view/dim_util.h"
 
-#include "quorl/db/viewport.h"
+#include "quorl/db/entity/viewport.h"
 
 Quorl::ErrorStatus ZnDimUtil::calcDimLFac(ZnDbObjectId viewportId, double& factor) {
   const ZnDbHolder<ZnDbViewport> viewport(viewportId);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "quorl/base/error_status.h"
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 class ZnDimUtil {
 public:

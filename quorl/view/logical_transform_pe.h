@@ -1,7 +1,7 @@
 // For objects that show geometry shifted from where it logically is, as a broken view does.
 #pragma once
 
-#include "quorl/db/edge_ref.h"
+#include "quorl/db/entity/edge_ref.h"
 #include "quorl/rx/class_members.h"
 
 // The edge lies in a part that the view leaves out. The number is part of the interface.

@@ -1,6 +1,6 @@
 #include "quorl/view/point_ref.h"
 
-#include "quorl/db/viewport.h"
+#include "quorl/db/entity/viewport.h"
 
 using Quorl::ErrorStatus;
 

@@ -1,7 +1,7 @@
 // A point by reference: a vertex of an entity, seen through viewports and block references, or a fixed place.
 #pragma once
 
-#include "quorl/db/edge_ref.h"
+#include "quorl/db/entity/edge_ref.h"
 #include "quorl/ge/matrix3d.h"
 
 class ZnDbViewport;

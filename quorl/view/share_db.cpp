@@ -1,6 +1,6 @@
 #include "quorl/view/share_db.h"
 
-#include "quorl/db/viewport.h"
+#include "quorl/db/entity/viewport.h"
 
 namespace ShareDB {
 

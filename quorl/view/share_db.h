@@ -3,7 +3,7 @@
 
 #include "quorl/base/array.h"
 #include "quorl/base/error_status.h"
-#include "quorl/db/object_id.h"
+#include "quorl/db/core/object_id.h"
 
 namespace ShareDB {
 // The first viewport of the path that is not erased; eKeyNotFound and a null id when there is none.

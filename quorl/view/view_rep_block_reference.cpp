@@ -1,8 +1,8 @@
 #include "quorl/view/view_rep_block_reference.h"
 
-#include "quorl/db/database.h"
-#include "quorl/db/field_io.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/field_io.h"
+#include "quorl/db/entity/viewport.h"
 
 using Quorl::ErrorStatus;
 
@@ -57,26 +57,26 @@ void ZnDbViewRepBlockReference::detachLinks() {
 ErrorStatus ZnDbViewRepBlockReference::bdocOutFields(ZnDbFiler& filer) const {
   if (const ErrorStatus status = ZnDbBlockReference::bdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrInt16(kVersion);
-  filer.wrSoftPointerId(viewportId_);
-  filer.wrSoftPointerId(viewId_);
+  filer.writeInt16(kVersion);
+  filer.writeSoftPointerId(viewportId_);
+  filer.writeSoftPointerId(viewId_);
   return filer.status();
 }
 
 ErrorStatus ZnDbViewRepBlockReference::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = ZnDbBlockReference::bdocInFields(filer); status != Quorl::eOk) return status;
   if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  viewportId_ = filer.rdSoftPointerId();
-  viewId_ = filer.rdSoftPointerId();
+  viewportId_ = filer.readSoftPointerId();
+  viewId_ = filer.readSoftPointerId();
   return filer.status();
 }
 
 ErrorStatus ZnDbViewRepBlockReference::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = ZnDbBlockReference::tdocOutFields(filer); status != Quorl::eOk)
     return status;
-  filer.wrSubclassMarker(className());
-  if (!viewportId_.isNull()) filer.wrId(kViewportCode, viewportId_);
-  if (!viewId_.isNull()) filer.wrId(kViewCode, viewId_);
+  filer.writeSubclassMarker(className());
+  if (!viewportId_.isNull()) filer.writeId(kViewportCode, viewportId_);
+  if (!viewId_.isNull()) filer.writeId(kViewCode, viewId_);
   return filer.status();
 }
 

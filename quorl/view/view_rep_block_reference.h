@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "quorl/db/block_reference.h"
-#include "quorl/db/watch_link.h"
+#include "quorl/db/core/watch_link.h"
+#include "quorl/db/entity/block_reference.h"
 
 class ZnDbViewRepBlockReference : public ZnDbBlockReference {
   ZNRX_DECLARE_MEMBERS(ZnDbViewRepBlockReference)

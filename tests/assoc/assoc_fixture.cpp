@@ -3,8 +3,8 @@
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/evaluation_pointer.h"
 #include "quorl/assoc/manager.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/id_mapping.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/table/block_table.h"
 
 using Quorl::ErrorStatus;
 

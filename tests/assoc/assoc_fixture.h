@@ -9,9 +9,9 @@
 #include "assoc/check_links.h"
 #include "quorl/assoc/action_body.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/database.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/circle.h"
 
 // Writes one circle: its radius becomes half the sum of the radii that it reads, plus 1, so that chains of
 // any length keep to numbers that are exact to compare.

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "quorl/base/string.h"
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 
 // One line a fault; empty when every link stands where it must and none stands anywhere else.
 std::vector<ZnString> linkFaults(const ZnDbDatabase& database);

@@ -1,8 +1,8 @@
 #include "assoc/assoc_fixture.h"
 #include "quorl/assoc/dependency.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/id_mapping.h"
-#include "quorl/db/line_weight.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/core/line_weight.h"
+#include "quorl/db/table/block_table.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ TEST_F(CloneTest, an_action_travels_with_what_it_writes) {
     ZnArray<ZnDbObjectId> objects;
     if (c.withSource) objects.append(source);
     if (c.withOutput) objects.append(output);
-    ZnDbIdMapping mapping(ZnDb::kDcCopy, database.get(), database.get());
+    ZnDbIdMapping mapping(ZnDb::kCopyContext, database.get(), database.get());
     SumBody::postProcessed.clear();
     ASSERT_EQ(database->deepCloneObjects(objects, database->paperSpaceId(), mapping), Quorl::eOk);
     const ZnDbObjectId copiedSource = c.withSource ? cloneOf(mapping, source) : source;
@@ -71,7 +71,7 @@ TEST_F(CloneTest, an_action_travels_with_what_it_writes) {
 
 TEST_F(CloneTest, in_another_drawing_what_stayed_behind_is_broken) {
   ZnDbDatabase other;
-  ZnDbIdMapping mapping(ZnDb::kDcWblkObjects, database.get(), &other);
+  ZnDbIdMapping mapping(ZnDb::kCopyInContext, database.get(), &other);
   ASSERT_EQ(database->deepCloneObjects(ZnArray<ZnDbObjectId>{output}, other.modelSpaceId(), mapping),
             Quorl::eOk);
   const ZnDbObjectId copiedBody = cloneOf(mapping, bodyId);
@@ -90,7 +90,7 @@ TEST_F(CloneTest, in_another_drawing_what_stayed_behind_is_broken) {
 
 TEST_F(CloneTest, a_copied_action_can_be_undone_and_redone) {
   undo().startStep();
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, database.get(), database.get());
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, database.get(), database.get());
   ASSERT_EQ(
       database->deepCloneObjects(ZnArray<ZnDbObjectId>{source, output}, database->modelSpaceId(), mapping),
       Quorl::eOk);

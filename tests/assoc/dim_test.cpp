@@ -2,12 +2,12 @@
 #include "quorl/assoc/diametric_dim_action_body.h"
 #include "quorl/assoc/dim_assoc.h"
 #include "quorl/assoc/radial_dim_action_body.h"
-#include "quorl/db/aligned_dimension.h"
-#include "quorl/db/diametric_dimension.h"
-#include "quorl/db/id_mapping.h"
-#include "quorl/db/line.h"
-#include "quorl/db/radial_dimension.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/entity/aligned_dimension.h"
+#include "quorl/db/entity/diametric_dimension.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/radial_dimension.h"
+#include "quorl/db/entity/viewport.h"
 
 namespace {
 
@@ -50,10 +50,10 @@ TEST_F(DimTest, radius_and_diameter_follow_their_circle) {
   evaluate();
   const ZnDbHolder<ZnDbRadialDimension> r(radial);
   EXPECT_EQ(r->center(), ZnGePoint3d(10, 20, 0));
-  EXPECT_EQ(r->chordPoint(), ZnGePoint3d(10, 25, 0)) << "the direction stays";
+  EXPECT_EQ(r->pointOnCircle(), ZnGePoint3d(10, 25, 0)) << "the direction stays";
   const ZnDbHolder<ZnDbDiametricDimension> d(diametric);
-  EXPECT_EQ(d->chordPoint(), ZnGePoint3d(5, 20, 0));
-  EXPECT_EQ(d->farChordPoint(), ZnGePoint3d(15, 20, 0));
+  EXPECT_EQ(d->pointOnCircle(), ZnGePoint3d(5, 20, 0));
+  EXPECT_EQ(d->oppositePointOnCircle(), ZnGePoint3d(15, 20, 0));
 
   erase(circle);
   evaluate();
@@ -104,7 +104,7 @@ TEST_F(DimTest, an_association_moves_the_points_of_a_dimension) {
     moved->setEndPoint(ZnGePoint3d(30, 0, 0));
   }
   EXPECT_EQ(measured<ZnDbAlignedDimension>(dimension), 30.0);
-  EXPECT_EQ(ZnDbHolder<ZnDbAlignedDimension>(dimension)->dimLinePoint().y, 3.0);
+  EXPECT_EQ(ZnDbHolder<ZnDbAlignedDimension>(dimension)->dimensionLinePoint().y, 3.0);
   erase(line);
   EXPECT_EQ(association->updateDimension(false, true), Quorl::eWasErased);
   EXPECT_EQ(association->updateDimension(true, true), Quorl::eOk);

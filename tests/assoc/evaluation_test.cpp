@@ -8,8 +8,8 @@
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/evaluation_pointer.h"
 #include "quorl/assoc/manager.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/block_table.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/table/block_table.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/pers_subent_id_pe.h"
 #include "quorl/assoc/vertex_action_param.h"
-#include "quorl/db/line.h"
+#include "quorl/db/entity/line.h"
 
 namespace {
 
@@ -172,7 +172,7 @@ TEST_F(ParamTest, an_entitys_own_sub_entities_are_their_own_source) {
   ASSERT_EQ(edges.length(), 1);
   ZnGeCurve3d* curve = nullptr;
   ASSERT_EQ(extension->getSubentGeometry(entity.object(), edges[0], curve), Quorl::eOk);
-  EXPECT_EQ(curve->type(), ZnGe::kCircArc3d);
+  EXPECT_EQ(curve->type(), ZnGe::kCircularArc3d);
   delete curve;
   EXPECT_EQ(extension->getSubentGeometry(entity.object(), ZnDbSubentId(ZnDb::kEdgeSubentType, 5), curve),
             Quorl::eKeyNotFound);

@@ -7,8 +7,8 @@
 #include "quorl/assoc/dim_assoc.h"
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/vertex_action_param.h"
-#include "quorl/db/memory_filer.h"
-#include "quorl/db/radial_dimension.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/entity/radial_dimension.h"
 
 namespace {
 

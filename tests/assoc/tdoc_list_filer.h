@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/tdoc_filer.h"
 
 class TdocListFiler : public ZnDbTdocFiler {
 public:
@@ -16,15 +16,17 @@ public:
   void setStatus(Quorl::ErrorStatus status) override { status_ = status; }
   ZnDbDatabase* database() const override { return database_; }
 
-  void wrSubclassMarker(const wchar_t* name) override { add(100).text = ZnString(name); }
-  void wrBool(int code, bool value) override { add(code).integer = value; }
-  void wrInteger(int code, std::int64_t value) override { add(code).integer = value; }
-  void wrDouble(int code, double value) override { add(code).real = value; }
-  void wrString(int code, const ZnString& value) override { add(code).text = value; }
-  void wrPoint3d(int code, const ZnGePoint3d& value) override { add(code).point = value; }
-  void wrVector3d(int code, const ZnGeVector3d& v) override { add(code).point = ZnGePoint3d(v.x, v.y, v.z); }
-  void wrBytes(int code, const void*, size_t) override { add(code); }
-  void wrId(int code, ZnDbObjectId id) override { add(code).id = id; }
+  void writeSubclassMarker(const wchar_t* name) override { add(100).text = ZnString(name); }
+  void writeBool(int code, bool value) override { add(code).integer = value; }
+  void writeInteger(int code, std::int64_t value) override { add(code).integer = value; }
+  void writeDouble(int code, double value) override { add(code).real = value; }
+  void writeString(int code, const ZnString& value) override { add(code).text = value; }
+  void writePoint3d(int code, const ZnGePoint3d& value) override { add(code).point = value; }
+  void writeVector3d(int code, const ZnGeVector3d& v) override {
+    add(code).point = ZnGePoint3d(v.x, v.y, v.z);
+  }
+  void writeBytes(int code, const void*, size_t) override { add(code); }
+  void writeId(int code, ZnDbObjectId id) override { add(code).id = id; }
 
   bool atEndOfObject() override { return at_ >= items.size(); }
   bool atSubclassData(const wchar_t* name) override {

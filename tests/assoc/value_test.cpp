@@ -4,7 +4,7 @@
 #include "assoc/assoc_fixture.h"
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/edge_action_param.h"
-#include "quorl/db/memory_filer.h"
+#include "quorl/db/core/memory_filer.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 
 #include <memory>
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/database.h"
-#include "quorl/db/host_services.h"
-#include "quorl/db/line.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/host_services.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/table/block_table.h"
 #include "quorl/rx/command_registry.h"
 #include "quorl/rx/dynamic_linker.h"
 #include "quorl/rx/services.h"

@@ -3,14 +3,14 @@
 #include "db/drawing_fixture.h"
 #include "db/entity_samples.h"
 #include "db/sampling_draw.h"
-#include "quorl/db/arc.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/edge_ref.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/id_mapping.h"
-#include "quorl/db/line.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/edge_ref.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/viewport.h"
 #include "quorl/ge/angles.h"
 
 using namespace dbTest;
@@ -112,14 +112,14 @@ TEST_F(BlockReference, ExplodedPiecesTakeWhatTheBlockLeftToTheReference) {
     ASSERT_EQ(line.openForWrite(looseId), Quorl::eOk);
     line->setColorIndex(0);
     ASSERT_EQ(line->setLinetype(L"byblock"), Quorl::eOk);
-    line->setLineWeight(ZnDb::kLnWtByBlock);
+    line->setLineWeight(ZnDb::kLineWeightByBlock);
   }
   const ZnDbObjectId id = addReference(drawing.modelSpaceId(), block, ZnGeMatrix3d());
   ZnDbHolder<ZnDbBlockReference> reference;
   ASSERT_EQ(reference.openForWrite(id), Quorl::eOk);
   reference->setColorIndex(5);
   ASSERT_EQ(reference->setLinetype(L"CONTINUOUS"), Quorl::eOk);
-  reference->setLineWeight(ZnDb::kLnWt070);
+  reference->setLineWeight(ZnDb::kLineWeight070);
   std::vector<std::unique_ptr<ZnDbEntity>> pieces;
   ASSERT_EQ(reference->explode(pieces), Quorl::eOk);
   ASSERT_EQ(pieces.size(), 2u);
@@ -127,7 +127,7 @@ TEST_F(BlockReference, ExplodedPiecesTakeWhatTheBlockLeftToTheReference) {
   EXPECT_EQ(pieces[0]->linetypeId(), drawing.byLayerLinetype());
   EXPECT_EQ(pieces[1]->colorIndex(), 5);
   EXPECT_EQ(pieces[1]->linetypeId(), drawing.continuousLinetype());
-  EXPECT_EQ(pieces[1]->lineWeight(), ZnDb::kLnWt070);
+  EXPECT_EQ(pieces[1]->lineWeight(), ZnDb::kLineWeight070);
 }
 
 TEST_F(BlockReference, HiddenLayersAndErasedEntitiesStayAway) {
@@ -266,7 +266,7 @@ TEST_F(EdgeRefs, CompoundIdsKeepTheirPath) {
   ASSERT_EQ(id.set(line, ZnArray<ZnDbObjectId>{nested, window}), Quorl::eOk);
   EXPECT_EQ(id.getTransform(transform), Quorl::eWrongObjectClass);
 
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, &drawing, &drawing);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &drawing, &drawing);
   mapping.assign(ZnDbIdPair(line, circle, true));
   mapping.assign(ZnDbIdPair(nested, top, false));
   ASSERT_EQ(id.set(line, ZnArray<ZnDbObjectId>{nested}), Quorl::eOk);

@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "quorl/db/block_reference.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/database.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
 
 namespace dbTest {
 

@@ -7,7 +7,7 @@
 
 #include "db/entity_samples.h"
 #include "db/tdoc_recorder.h"
-#include "quorl/db/memory_filer.h"
+#include "quorl/db/core/memory_filer.h"
 
 using namespace dbTest;
 

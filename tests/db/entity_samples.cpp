@@ -3,21 +3,21 @@
 #include <algorithm>
 
 #include "db/sampling_draw.h"
-#include "quorl/db/aligned_dimension.h"
-#include "quorl/db/arc.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/diametric_dimension.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/line.h"
-#include "quorl/db/memory_filer.h"
-#include "quorl/db/point.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/radial_dimension.h"
-#include "quorl/db/spline.h"
-#include "quorl/db/text.h"
-#include "quorl/db/viewport.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/entity/aligned_dimension.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/diametric_dimension.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/point.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/radial_dimension.h"
+#include "quorl/db/entity/spline.h"
+#include "quorl/db/entity/text.h"
+#include "quorl/db/entity/viewport.h"
+#include "quorl/ge/elliptical_arc3d.h"
 
 namespace dbTest {
 
@@ -33,7 +33,7 @@ template<class Base> size_t writtenBy(const ZnDbEntity& entity) {
 
 std::unique_ptr<ZnDbEntity> polyline(const std::vector<std::array<double, 3>>& vertices, bool closed) {
   auto made = std::make_unique<ZnDbPolyline>();
-  for (const auto& [x, y, bulge] : vertices) made->addVertexAt(made->numVerts(), ZnGePoint2d(x, y), bulge);
+  for (const auto& [x, y, bulge] : vertices) made->addVertexAt(made->vertexCount(), ZnGePoint2d(x, y), bulge);
   made->setClosed(closed);
   made->setElevation(2.5);
   made->setNormal(kTilted);
@@ -114,12 +114,13 @@ std::vector<EntitySample> makeSamples() {
        false, false, true, curve},
       {"ellipse",
        [] {
-         return std::make_unique<ZnDbEllipse>(ZnGeEllipArc3d({1, 2, 3}, {4, 3, 0}, {-1.5, 2, 0}));
+         return std::make_unique<ZnDbEllipse>(ZnGeEllipticalArc3d({1, 2, 3}, {4, 3, 0}, {-1.5, 2, 0}));
        },
        false, false, true, curve},
       {"elliptic arc",
        [] {
-         return std::make_unique<ZnDbEllipse>(ZnGeEllipArc3d({1, 2, 3}, {4, 3, 1}, {0, -1, 3}, 0.5, 4.0));
+         return std::make_unique<ZnDbEllipse>(
+             ZnGeEllipticalArc3d({1, 2, 3}, {4, 3, 1}, {0, -1, 3}, 0.5, 4.0));
        },
        false, false, true, curve},
       {"spline", [] { return spline({}); }, false, false, false, curve},
@@ -166,7 +167,7 @@ const std::vector<EntitySample>& entitySamples() {
         std::unique_ptr<ZnDbEntity> entity = make();
         entity->setColor(ZnCmColor::fromRgb(10, 200, 30));
         entity->setLinetypeScale(0.375);
-        entity->setLineWeight(ZnDb::kLnWt035);
+        entity->setLineWeight(ZnDb::kLineWeight035);
         entity->setTransparency(ZnCmTransparency(90));
         return entity;
       };

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "quorl/db/entity.h"
+#include "quorl/db/entity/entity.h"
 
 namespace dbTest {
 

@@ -5,16 +5,16 @@
 #include "db/drawing_fixture.h"
 #include "db/entity_samples.h"
 #include "db/sampling_draw.h"
-#include "quorl/db/aligned_dimension.h"
-#include "quorl/db/block_reference_meta_data.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/diametric_dimension.h"
-#include "quorl/db/dim_style_table.h"
-#include "quorl/db/entity_list.h"
-#include "quorl/db/line.h"
-#include "quorl/db/match_properties.h"
-#include "quorl/db/properties_overrule.h"
-#include "quorl/db/radial_dimension.h"
+#include "quorl/db/entity/aligned_dimension.h"
+#include "quorl/db/entity/block_reference_meta_data.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/diametric_dimension.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/match_properties.h"
+#include "quorl/db/entity/properties_overrule.h"
+#include "quorl/db/entity/radial_dimension.h"
+#include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/entity_list.h"
 #include "quorl/rx/print.h"
 
 using namespace dbTest;
@@ -61,7 +61,7 @@ TEST_F(EntityServices, MatchingCopiesWhatTheFlagsName) {
   source->setColorIndex(4);
   source->setLinetype(drawing.continuousLinetype());
   source->setLinetypeScale(2.5);
-  source->setLineWeight(ZnDb::kLnWt100);
+  source->setLineWeight(ZnDb::kLineWeight100);
   source->setTransparency(ZnCmTransparency(40));
   const auto* match = dynamic_cast<ZnDbMatchProperties*>(source->queryX(ZnDbMatchProperties::desc()));
   ASSERT_NE(match, nullptr);
@@ -171,9 +171,9 @@ TEST_F(EntityServices, DimensionsMeasureAndWriteByTheirStyle) {
   {
     ZnDbHolder<ZnDbDimStyleTableRecord> style;
     ASSERT_EQ(style.openForWrite(styleId), Quorl::eOk);
-    style->setDimlfac(0.5);
-    style->setDimdec(3);
-    style->setDimscale(2.0);
+    style->setLengthFactor(0.5);
+    style->setDecimals(3);
+    style->setOverallScale(2.0);
   }
   ZnDbHolder<ZnDbDimension> dimension;
   const ZnDbObjectId id = addToModel(new ZnDbAlignedDimension({0, 0, 0}, {30, 40, 0}, {-8, 6, 0}));

@@ -6,19 +6,19 @@
 #include <limits>
 
 #include "db/entity_samples.h"
-#include "quorl/db/arc.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/line.h"
-#include "quorl/db/point.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/radial_dimension.h"
-#include "quorl/db/spline.h"
-#include "quorl/db/text.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/point.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/radial_dimension.h"
+#include "quorl/db/entity/spline.h"
+#include "quorl/db/entity/text.h"
+#include "quorl/db/entity/viewport.h"
 #include "quorl/ge/circ_arc3d.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/ge/elliptical_arc3d.h"
 
 using namespace dbTest;
 using Quorl::ErrorStatus;
@@ -66,7 +66,7 @@ const Refusal kRefusals[] = {
     {"ellipse", "center", on<ZnDbEllipse>([](auto& e) { return e.setCenter(kNowhere); }),
      Quorl::eInvalidInput},
     {"ellipse", "no area", on<ZnDbEllipse>([](auto& e) {
-       return e.set(ZnGeEllipArc3d({}, {1, 0, 0}, {0, 0, 0}));
+       return e.set(ZnGeEllipticalArc3d({}, {1, 0, 0}, {0, 0, 0}));
      }),
      Quorl::eDegenerateGeometry},
     {"spline", "empty", on<ZnDbSpline>([](auto& e) { return e.setCurve(ZnGeNurbCurve3d()); }),
@@ -150,7 +150,7 @@ TEST(EntitySetters, HiddenCurvesCollapseToAPoint) {
   ZnGeCurve3d* curve = nullptr;
   ASSERT_EQ(circle.getZnGeCurve(curve, ZnGeContext::gTol), Quorl::eOk);
   const std::unique_ptr<ZnGeCurve3d> owned(curve);
-  EXPECT_EQ(owned->type(), ZnGe::kCircArc3d);
+  EXPECT_EQ(owned->type(), ZnGe::kCircularArc3d);
   EXPECT_TRUE(owned->isDegenerate());
 }
 
@@ -174,7 +174,7 @@ std::vector<std::int64_t> edgeIds(const ZnDbPolyline& polyline) {
 TEST(PolylineIds, LastThroughInsertionAndRemoval) {
   ZnDbPolyline square;
   for (const auto& [x, y] : {std::pair(0, 0), {10, 0}, {10, 10}, {0, 10}})
-    square.addVertexAt(square.numVerts(), {double(x), double(y)});
+    square.addVertexAt(square.vertexCount(), {double(x), double(y)});
   square.setClosed(true);
   using Ids = std::vector<std::int64_t>;
   ASSERT_EQ(edgeIds(square), (Ids{0, 1, 2, 3}));

@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "db/entity_samples.h"
-#include "quorl/db/curve.h"
-#include "quorl/db/text.h"
+#include "quorl/db/entity/curve.h"
+#include "quorl/db/entity/text.h"
 
 using namespace dbTest;
 

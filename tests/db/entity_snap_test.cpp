@@ -5,17 +5,17 @@
 #include <cmath>
 
 #include "db/entity_samples.h"
-#include "quorl/db/arc.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/line.h"
-#include "quorl/db/osnap_overrule.h"
-#include "quorl/db/point.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/spline.h"
-#include "quorl/db/text.h"
-#include "quorl/db/viewport.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/osnap_overrule.h"
+#include "quorl/db/entity/point.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/spline.h"
+#include "quorl/db/entity/text.h"
+#include "quorl/db/entity/viewport.h"
+#include "quorl/ge/elliptical_arc3d.h"
 
 using namespace dbTest;
 
@@ -23,7 +23,7 @@ namespace {
 
 using Points = std::vector<ZnGePoint3d>;
 
-Points snap(const ZnDbEntity& entity, ZnDb::OsnapMode mode, const ZnGePoint3d& pick = {},
+Points snap(const ZnDbEntity& entity, ZnDb::ObjectSnapMode mode, const ZnGePoint3d& pick = {},
             const ZnGePoint3d& last = {}, const ZnGeMatrix3d& insertion = ZnGeMatrix3d::kIdentity) {
   ZnArray<ZnGePoint3d> points;
   ZnArray<std::int64_t> ids;
@@ -50,7 +50,7 @@ const double kRoot = std::sqrt(0.5);
 std::unique_ptr<ZnDbPolyline> angle() {
   auto polyline = std::make_unique<ZnDbPolyline>();
   for (const auto& [x, y] : {std::pair(0, 0), {4, 0}, {4, 6}})
-    polyline->addVertexAt(polyline->numVerts(), {double(x), double(y)});
+    polyline->addVertexAt(polyline->vertexCount(), {double(x), double(y)});
   return polyline;
 }
 
@@ -63,7 +63,7 @@ std::unique_ptr<ZnDbSpline> parabola() {
 struct Case {
   const char* what;
   std::shared_ptr<ZnDbEntity> entity;
-  ZnDb::OsnapMode mode;
+  ZnDb::ObjectSnapMode mode;
   Points expected;
   ZnGePoint3d pick, last;
 };
@@ -78,50 +78,55 @@ std::vector<Case> cases() {
   const std::shared_ptr<ZnDbEntity> arc =
       std::make_shared<ZnDbArc>(ZnGePoint3d(0, 0, 0), 2.0, ZnGe::kPi / 4, 5 * ZnGe::kPi / 4);
   const std::shared_ptr<ZnDbEntity> ellipse =
-      std::make_shared<ZnDbEllipse>(ZnGeEllipArc3d({1, 1, 0}, {0, 4, 0}, {2, 0, 0}));
+      std::make_shared<ZnDbEllipse>(ZnGeEllipticalArc3d({1, 1, 0}, {0, 4, 0}, {2, 0, 0}));
   const std::shared_ptr<ZnDbEntity> quarter =
-      std::make_shared<ZnDbEllipse>(ZnGeEllipArc3d({0, 0, 0}, {4, 0, 0}, {0, 2, 0}, 0.0, ZnGe::kPi));
+      std::make_shared<ZnDbEllipse>(ZnGeEllipticalArc3d({0, 0, 0}, {4, 0, 0}, {0, 2, 0}, 0.0, ZnGe::kPi));
   const std::shared_ptr<ZnDbEntity> polyline = angle();
   const std::shared_ptr<ZnDbEntity> spline = parabola();
   const std::shared_ptr<ZnDbEntity> text = std::make_shared<ZnDbText>(ZnGePoint3d(1, 2, 3), L"x", 2.5);
   const std::shared_ptr<ZnDbEntity> point = std::make_shared<ZnDbPoint>(ZnGePoint3d(1, 2, 3));
   const std::shared_ptr<ZnDbEntity> viewport = std::make_shared<ZnDbViewport>();
   return {
-      {"line", line, kOsModeEnd, {{0, 0, 0}, {8, 0, 0}}, {}, {}},
-      {"line", line, kOsModeMid, {{4, 0, 0}}, {}, {}},
-      {"line", line, kOsModeCen, {}, {}, {}},
-      {"line", line, kOsModeNear, {{3, 0, 0}}, {3, 5, 0}, {}},
-      {"line beyond its end", line, kOsModeNear, {{8, 0, 0}}, {11, 4, 0}, {}},
-      {"line", line, kOsModePerp, {{5, 0, 0}}, {}, {5, -7, 0}},
-      {"line beside its foot", line, kOsModePerp, {}, {}, {9, -7, 0}},
-      {"circle", circle, kOsModeEnd, {}, {}, {}},
-      {"circle", circle, kOsModeMid, {}, {}, {}},
-      {"circle", circle, kOsModeCen, {{5, 5, 0}}, {}, {}},
-      {"circle", circle, kOsModeQuad, {{7, 5, 0}, {5, 7, 0}, {3, 5, 0}, {5, 3, 0}}, {}, {}},
-      {"circle", circle, kOsModePerp, {{5, 3, 0}, {5, 7, 0}}, {}, {5, -3, 0}},
-      {"circle", circle, kOsModeNear, {{7, 5, 0}}, {6, 5, 0}, {}},
+      {"line", line, kSnapEnd, {{0, 0, 0}, {8, 0, 0}}, {}, {}},
+      {"line", line, kSnapMiddle, {{4, 0, 0}}, {}, {}},
+      {"line", line, kSnapCenter, {}, {}, {}},
+      {"line", line, kSnapNearest, {{3, 0, 0}}, {3, 5, 0}, {}},
+      {"line beyond its end", line, kSnapNearest, {{8, 0, 0}}, {11, 4, 0}, {}},
+      {"line", line, kSnapPerpendicular, {{5, 0, 0}}, {}, {5, -7, 0}},
+      {"line beside its foot", line, kSnapPerpendicular, {}, {}, {9, -7, 0}},
+      {"circle", circle, kSnapEnd, {}, {}, {}},
+      {"circle", circle, kSnapMiddle, {}, {}, {}},
+      {"circle", circle, kSnapCenter, {{5, 5, 0}}, {}, {}},
+      {"circle", circle, kSnapQuadrant, {{7, 5, 0}, {5, 7, 0}, {3, 5, 0}, {5, 3, 0}}, {}, {}},
+      {"circle", circle, kSnapPerpendicular, {{5, 3, 0}, {5, 7, 0}}, {}, {5, -3, 0}},
+      {"circle", circle, kSnapNearest, {{7, 5, 0}}, {6, 5, 0}, {}},
       // The tangent from twice the radius touches at 60 degrees.
-      {"circle", circle, kOsModeTan, {{6, 5 + std::sqrt(3.0), 0}, {6, 5 - std::sqrt(3.0), 0}}, {}, {9, 5, 0}},
-      {"circle from inside", circle, kOsModeTan, {}, {}, {6, 5, 0}},
-      {"arc", arc, kOsModeEnd, {{2 * kRoot, 2 * kRoot, 0}, {-2 * kRoot, -2 * kRoot, 0}}, {}, {}},
-      {"arc", arc, kOsModeMid, {{-2 * kRoot, 2 * kRoot, 0}}, {}, {}},
-      {"arc", arc, kOsModeQuad, {{0, 2, 0}, {-2, 0, 0}}, {}, {}},
-      {"arc", arc, kOsModePerp, {{0, 2, 0}}, {}, {0, 9, 0}},
-      {"arc", arc, kOsModeCen, {{0, 0, 0}}, {}, {}},
-      {"ellipse", ellipse, kOsModeQuad, {{1, 5, 0}, {3, 1, 0}, {1, -3, 0}, {-1, 1, 0}}, {}, {}},
-      {"ellipse", ellipse, kOsModeCen, {{1, 1, 0}}, {}, {}},
-      {"half ellipse", quarter, kOsModeMid, {{0, 2, 0}}, {}, {}},
-      {"half ellipse", quarter, kOsModeQuad, {{4, 0, 0}, {0, 2, 0}, {-4, 0, 0}}, {}, {}},
-      {"polyline", polyline, kOsModeEnd, {{0, 0, 0}, {4, 0, 0}, {4, 6, 0}}, {}, {}},
-      {"polyline", polyline, kOsModeMid, {{2, 0, 0}, {4, 3, 0}}, {}, {}},
-      {"polyline", polyline, kOsModeNear, {{4, 5, 0}}, {7, 5, 0}, {}},
-      {"spline", spline, kOsModeMid, {{2, 2, 0}}, {}, {}},
-      {"spline", spline, kOsModePerp, {{2, 2, 0}}, {}, {2, 9, 0}},
-      {"text", text, kOsModeIns, {{1, 2, 3}}, {}, {}},
-      {"text", text, kOsModeEnd, {}, {}, {}},
-      {"point", point, kOsModeNode, {{1, 2, 3}}, {}, {}},
-      {"viewport", viewport, kOsModeCen, {{0, 0, 0}}, {}, {}},
-      {"viewport", viewport, kOsModeEnd, {{-50, -50, 0}, {50, -50, 0}, {50, 50, 0}, {-50, 50, 0}}, {}, {}},
+      {"circle",
+       circle,
+       kSnapTangent,
+       {{6, 5 + std::sqrt(3.0), 0}, {6, 5 - std::sqrt(3.0), 0}},
+       {},
+       {9, 5, 0}},
+      {"circle from inside", circle, kSnapTangent, {}, {}, {6, 5, 0}},
+      {"arc", arc, kSnapEnd, {{2 * kRoot, 2 * kRoot, 0}, {-2 * kRoot, -2 * kRoot, 0}}, {}, {}},
+      {"arc", arc, kSnapMiddle, {{-2 * kRoot, 2 * kRoot, 0}}, {}, {}},
+      {"arc", arc, kSnapQuadrant, {{0, 2, 0}, {-2, 0, 0}}, {}, {}},
+      {"arc", arc, kSnapPerpendicular, {{0, 2, 0}}, {}, {0, 9, 0}},
+      {"arc", arc, kSnapCenter, {{0, 0, 0}}, {}, {}},
+      {"ellipse", ellipse, kSnapQuadrant, {{1, 5, 0}, {3, 1, 0}, {1, -3, 0}, {-1, 1, 0}}, {}, {}},
+      {"ellipse", ellipse, kSnapCenter, {{1, 1, 0}}, {}, {}},
+      {"half ellipse", quarter, kSnapMiddle, {{0, 2, 0}}, {}, {}},
+      {"half ellipse", quarter, kSnapQuadrant, {{4, 0, 0}, {0, 2, 0}, {-4, 0, 0}}, {}, {}},
+      {"polyline", polyline, kSnapEnd, {{0, 0, 0}, {4, 0, 0}, {4, 6, 0}}, {}, {}},
+      {"polyline", polyline, kSnapMiddle, {{2, 0, 0}, {4, 3, 0}}, {}, {}},
+      {"polyline", polyline, kSnapNearest, {{4, 5, 0}}, {7, 5, 0}, {}},
+      {"spline", spline, kSnapMiddle, {{2, 2, 0}}, {}, {}},
+      {"spline", spline, kSnapPerpendicular, {{2, 2, 0}}, {}, {2, 9, 0}},
+      {"text", text, kSnapInsertion, {{1, 2, 3}}, {}, {}},
+      {"text", text, kSnapEnd, {}, {}, {}},
+      {"point", point, kSnapNode, {{1, 2, 3}}, {}, {}},
+      {"viewport", viewport, kSnapCenter, {{0, 0, 0}}, {}, {}},
+      {"viewport", viewport, kSnapEnd, {{-50, -50, 0}, {50, -50, 0}, {50, 50, 0}, {-50, 50, 0}}, {}, {}},
   };
 }
 
@@ -137,7 +142,7 @@ TEST(Snap, AnswersTurnWithTheEntity) {
   const ZnGeMatrix3d turn =
       ZnGeMatrix3d::translation({3, -8, 0}) * ZnGeMatrix3d::rotation(0.6, ZnGeVector3d::kZAxis);
   for (const Case& c : cases()) {
-    if (c.mode == ZnDb::kOsModeQuad) continue;
+    if (c.mode == ZnDb::kSnapQuadrant) continue;
     Points expected;
     for (const ZnGePoint3d& point : c.expected) expected.push_back(turn * point);
     const std::string what = std::string(c.what) + ", mode " + std::to_string(c.mode);
@@ -151,9 +156,9 @@ TEST(Snap, AnswersTurnWithTheEntity) {
 TEST(Snap, StretchedCircleIsAnEllipse) {
   const ZnDbCircle circle({0, 0, 0}, ZnGeVector3d::kZAxis, 1.0);
   const ZnGeMatrix3d stretch = ZnGeMatrix3d::scaling(ZnGeVector3d(3.0, 1.0, 1.0));
-  expectSame(snap(circle, ZnDb::kOsModeQuad, {}, {}, stretch), {{3, 0, 0}, {0, 1, 0}, {-3, 0, 0}, {0, -1, 0}},
-             "");
-  expectSame(snap(circle, ZnDb::kOsModeNear, {9, 0, 0}, {}, stretch), {{3, 0, 0}}, "");
+  expectSame(snap(circle, ZnDb::kSnapQuadrant, {}, {}, stretch),
+             {{3, 0, 0}, {0, 1, 0}, {-3, 0, 0}, {0, -1, 0}}, "");
+  expectSame(snap(circle, ZnDb::kSnapNearest, {9, 0, 0}, {}, stretch), {{3, 0, 0}}, "");
 }
 
 // Keeps the points with a positive x of what comes from below.
@@ -161,7 +166,7 @@ class RightSideOnly : public ZnDbOsnapOverrule {
 public:
   mutable int plainCalls = 0, insertedCalls = 0;
   bool isApplicable(const ZnRxObject* object) const override { return ZnDbLine::cast(object) != nullptr; }
-  Quorl::ErrorStatus getOsnapPoints(const ZnDbEntity* entity, ZnDb::OsnapMode mode, std::int64_t marker,
+  Quorl::ErrorStatus getOsnapPoints(const ZnDbEntity* entity, ZnDb::ObjectSnapMode mode, std::int64_t marker,
                                     const ZnGePoint3d& pick, const ZnGePoint3d& last,
                                     const ZnGeMatrix3d& view, ZnArray<ZnGePoint3d>& points,
                                     ZnArray<std::int64_t>& ids) const override {
@@ -172,7 +177,7 @@ public:
       if (point.x > 0.0) points.append(point);
     return status;
   }
-  Quorl::ErrorStatus getOsnapPoints(const ZnDbEntity* entity, ZnDb::OsnapMode mode, std::int64_t marker,
+  Quorl::ErrorStatus getOsnapPoints(const ZnDbEntity* entity, ZnDb::ObjectSnapMode mode, std::int64_t marker,
                                     const ZnGePoint3d& pick, const ZnGePoint3d& last,
                                     const ZnGeMatrix3d& view, ZnArray<ZnGePoint3d>& points,
                                     ZnArray<std::int64_t>& ids,
@@ -188,16 +193,16 @@ TEST(Snap, OverrulesStandInFront) {
   RightSideOnly overrule, second;
   ASSERT_EQ(ZnRxOverrule::addOverrule(ZnDbEntity::desc(), &overrule), Quorl::eOk);
   ASSERT_EQ(ZnRxOverrule::addOverrule(ZnDbEntity::desc(), &second, true), Quorl::eOk);
-  expectSame(snap(line, ZnDb::kOsModeEnd), {{8, 0, 0}}, "overruled");
-  expectSame(snap(circle, ZnDb::kOsModeCen), {{5, 5, 0}}, "not applicable");
-  expectSame(snap(line, ZnDb::kOsModeEnd, {}, {}, ZnGeMatrix3d::translation({0, 1, 0})),
+  expectSame(snap(line, ZnDb::kSnapEnd), {{8, 0, 0}}, "overruled");
+  expectSame(snap(circle, ZnDb::kSnapCenter), {{5, 5, 0}}, "not applicable");
+  expectSame(snap(line, ZnDb::kSnapEnd, {}, {}, ZnGeMatrix3d::translation({0, 1, 0})),
              {{-1, 1, 0}, {8, 1, 0}}, "inserted");
   EXPECT_EQ(overrule.plainCalls, 1);
   EXPECT_EQ(overrule.insertedCalls, 1);
   EXPECT_EQ(second.plainCalls, 1) << "the base goes on to the next";
   ZnRxOverrule::removeOverrule(ZnDbEntity::desc(), &overrule);
   ZnRxOverrule::removeOverrule(ZnDbEntity::desc(), &second);
-  expectSame(snap(line, ZnDb::kOsModeEnd), {{-1, 0, 0}, {8, 0, 0}}, "removed");
+  expectSame(snap(line, ZnDb::kSnapEnd), {{-1, 0, 0}, {8, 0, 0}}, "removed");
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 // A sink that turns what is drawn into points.
 #pragma once
 
-#include "quorl/db/curve_transform.h"
-#include "quorl/db/text_metrics.h"
-#include "quorl/db/world_draw.h"
+#include "quorl/db/entity/curve_transform.h"
+#include "quorl/db/entity/text_metrics.h"
+#include "quorl/db/entity/world_draw.h"
 
 namespace dbTest {
 

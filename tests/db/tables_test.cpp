@@ -4,10 +4,10 @@
 
 #include "db/drawing_fixture.h"
 #include "db/tdoc_recorder.h"
-#include "quorl/db/dim_style_table.h"
-#include "quorl/db/layout.h"
-#include "quorl/db/linetype_file.h"
-#include "quorl/db/memory_filer.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/layout.h"
+#include "quorl/db/table/linetype_file.h"
 
 using namespace dbTest;
 
@@ -67,7 +67,7 @@ TEST_F(Tables, RecordsKeepTheirFields) {
   layer.setName(L"Walls");
   layer.setColor(ZnCmColor::fromIndex(30));
   layer.setLinetypeObjectId(drawing.continuousLinetype());
-  layer.setLineWeight(ZnDb::kLnWt050);
+  layer.setLineWeight(ZnDb::kLineWeight050);
   layer.setTransparency(ZnCmTransparency(100));
   expectRoundTrip(layer);
   // One flag after the other, so that none is taken for its neighbour.
@@ -82,7 +82,7 @@ TEST_F(Tables, RecordsKeepTheirFields) {
   ZnDbLinetypeTableRecord linetype;
   linetype.setName(L"gas");
   linetype.setDescription(L"pipe");
-  linetype.setNumDashes(3);
+  linetype.setDashCount(3);
   linetype.setDashLengthAt(0, 5.0);
   linetype.setDashLengthAt(1, -2.5);
   linetype.setTextAt(1, L"GAS");
@@ -96,18 +96,18 @@ TEST_F(Tables, RecordsKeepTheirFields) {
   ZnDbDimStyleTableRecord style;
   style.setName(L"small");
   double value = 0.5;
-  for (auto set : {&ZnDbDimStyleTableRecord::setDimscale, &ZnDbDimStyleTableRecord::setDimexo,
-                   &ZnDbDimStyleTableRecord::setDimexe, &ZnDbDimStyleTableRecord::setDimasz,
-                   &ZnDbDimStyleTableRecord::setDimtxt, &ZnDbDimStyleTableRecord::setDimgap,
-                   &ZnDbDimStyleTableRecord::setDimlfac}) {
+  for (auto set : {&ZnDbDimStyleTableRecord::setOverallScale, &ZnDbDimStyleTableRecord::setExtensionOffset,
+                   &ZnDbDimStyleTableRecord::setExtensionBeyond, &ZnDbDimStyleTableRecord::setArrowLength,
+                   &ZnDbDimStyleTableRecord::setTextHeight, &ZnDbDimStyleTableRecord::setTextGap,
+                   &ZnDbDimStyleTableRecord::setLengthFactor}) {
     EXPECT_EQ((style.*set)(value += 0.25), Quorl::eOk);
     EXPECT_EQ((style.*set)(-1.0), Quorl::eOutOfRange);
   }
-  EXPECT_EQ(style.setDimscale(0.0), Quorl::eOutOfRange);
-  EXPECT_EQ(style.setDimdec(-1), Quorl::eOutOfRange);
-  EXPECT_EQ(style.setDimdec(4), Quorl::eOk);
-  EXPECT_DOUBLE_EQ(style.dimscale(), 0.75);
-  EXPECT_DOUBLE_EQ(style.dimlfac(), 2.25);
+  EXPECT_EQ(style.setOverallScale(0.0), Quorl::eOutOfRange);
+  EXPECT_EQ(style.setDecimals(-1), Quorl::eOutOfRange);
+  EXPECT_EQ(style.setDecimals(4), Quorl::eOk);
+  EXPECT_DOUBLE_EQ(style.overallScale(), 0.75);
+  EXPECT_DOUBLE_EQ(style.lengthFactor(), 2.25);
   expectRoundTrip(style);
 
   ZnDbLayout layout;
@@ -126,7 +126,7 @@ TEST_F(Tables, LayersRefuseWhatIsNoneOfTheirs) {
   const std::string before = bytesOf(*layer);
   EXPECT_EQ(layer->setLinetypeObjectId(drawing.layerZero()), Quorl::eInvalidInput);
   EXPECT_EQ(layer->setLinetypeObjectId(ZnDbDatabase().continuousLinetype()), Quorl::eInvalidInput);
-  EXPECT_EQ(layer->setLineWeight(ZnDb::kLnWtByLayer), Quorl::eOutOfRange);
+  EXPECT_EQ(layer->setLineWeight(ZnDb::kLineWeightByLayer), Quorl::eOutOfRange);
   EXPECT_EQ(layer->setLineWeight(static_cast<ZnDb::LineWeight>(34)), Quorl::eOutOfRange);
   EXPECT_EQ(layer->setIsFrozen(true), Quorl::eInvalidInput) << "the current layer";
   EXPECT_EQ(bytesOf(*layer), before);
@@ -135,7 +135,7 @@ TEST_F(Tables, LayersRefuseWhatIsNoneOfTheirs) {
 class LinetypeFile : public testing::Test {
 protected:
   std::string path = (std::filesystem::temp_directory_path() / "quorl_linetype_test.lin").string();
-  std::vector<ZnDbLinetypeSpec> specs;
+  std::vector<ZnDbLinetypeDescription> specs;
   ZnString error;
   ~LinetypeFile() override { std::filesystem::remove(path); }
   Quorl::ErrorStatus read(const char* text, const wchar_t* wanted = L"*") {
@@ -146,19 +146,19 @@ protected:
 };
 
 TEST_F(LinetypeFile, ReadsTheStandardSet) {
-  const std::string shipped = std::string(QUORL_SOURCE_DIR) + "/quorl/db/quorl.lin";
+  const std::string shipped = std::string(QUORL_SOURCE_DIR) + "/quorl/db/table/quorl.lin";
   ASSERT_EQ(zndbReadLinetypeFile(shipped, L"*", specs, error), Quorl::eOk) << error.utf8();
-  const auto find = [&](const ZnString& name) -> const ZnDbLinetypeSpec* {
-    for (const ZnDbLinetypeSpec& spec : specs)
+  const auto find = [&](const ZnString& name) -> const ZnDbLinetypeDescription* {
+    for (const ZnDbLinetypeDescription& spec : specs)
       if (spec.name.equalsNoCase(name)) return &spec;
     return nullptr;
   };
   for (const wchar_t* name :
        {L"Center", L"Hidden", L"Dashed", L"Dot", L"DashDot", L"Divide", L"Phantom", L"Border"}) {
-    const ZnDbLinetypeSpec* whole = find(name);
+    const ZnDbLinetypeDescription* whole = find(name);
     ASSERT_NE(whole, nullptr) << ZnString(name).utf8();
     for (const auto& [suffix, factor] : {std::pair(L"2", 0.5), {L"X2", 2.0}}) {
-      const ZnDbLinetypeSpec* other = find(name + ZnString(suffix));
+      const ZnDbLinetypeDescription* other = find(name + ZnString(suffix));
       ASSERT_NE(other, nullptr) << ZnString(name).utf8();
       ASSERT_EQ(other->dashes.size(), whole->dashes.size());
       for (size_t i = 0; i < whole->dashes.size(); ++i)

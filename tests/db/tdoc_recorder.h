@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "quorl/db/tdoc_filer.h"
+#include "quorl/db/core/tdoc_filer.h"
 
 namespace dbTest {
 
@@ -30,17 +30,17 @@ public:
     return text.str();
   }
 
-  void wrSubclassMarker(const wchar_t* name) override { add(kMarker).text = name; }
-  void wrBool(int code, bool value) override { add(code).integer = value; }
-  void wrInteger(int code, std::int64_t value) override { add(code).integer = value; }
-  void wrDouble(int code, double value) override { add(code).real = value; }
-  void wrString(int code, const ZnString& value) override { add(code).text = value; }
-  void wrPoint3d(int code, const ZnGePoint3d& value) override { add(code).point = value; }
-  void wrVector3d(int code, const ZnGeVector3d& value) override {
+  void writeSubclassMarker(const wchar_t* name) override { add(kMarker).text = name; }
+  void writeBool(int code, bool value) override { add(code).integer = value; }
+  void writeInteger(int code, std::int64_t value) override { add(code).integer = value; }
+  void writeDouble(int code, double value) override { add(code).real = value; }
+  void writeString(int code, const ZnString& value) override { add(code).text = value; }
+  void writePoint3d(int code, const ZnGePoint3d& value) override { add(code).point = value; }
+  void writeVector3d(int code, const ZnGeVector3d& value) override {
     add(code).point = ZnGePoint3d(value.x, value.y, value.z);
   }
-  void wrBytes(int code, const void*, size_t) override { add(code); }
-  void wrId(int code, ZnDbObjectId id) override { add(code).id = id; }
+  void writeBytes(int code, const void*, size_t) override { add(code); }
+  void writeId(int code, ZnDbObjectId id) override { add(code).id = id; }
 
   bool atEndOfObject() override { return at_ >= items.size(); }
   bool atSubclassData(const wchar_t* name) override {

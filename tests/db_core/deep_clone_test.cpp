@@ -1,7 +1,7 @@
 #include "db_core/small_drawing.h"
-#include "quorl/db/event_reactor.h"
-#include "quorl/db/id_mapping.h"
-#include "quorl/db/layer_table.h"
+#include "quorl/db/core/event_reactor.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/table/layer_table.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ struct Told : ZnRxEventReactor {
   Told() { ZnRxEvent::instance().addReactor(this); }
   ~Told() override { ZnRxEvent::instance().removeReactor(this); }
   void beginDeepClone(ZnDbDatabase*, ZnDbIdMapping&) override { events += "begin "; }
-  void beginDeepCloneXlation(ZnDbIdMapping& mapping) override {
+  void beginDeepCloneTranslation(ZnDbIdMapping& mapping) override {
     events += "translate " + std::to_string(mapping.pairs().size()) + ' ';
   }
   void abortDeepClone(ZnDbIdMapping&) override { events += "abort "; }
@@ -28,7 +28,7 @@ struct Told : ZnRxEventReactor {
 TEST_F(Cloning, CopiesWithinADrawing) {
   const ZnDbObjectId id = addCircle(3.0, 2.0);
   Told told;
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, &db, &db);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
   ASSERT_EQ(db.deepCloneObjects({id}, db.modelSpaceId(), mapping), Quorl::eOk);
   const ZnDbObjectId copy = cloneOf(mapping, id);
   ASSERT_TRUE(copy.isValid());
@@ -42,7 +42,7 @@ TEST_F(Cloning, CopiesWithinADrawing) {
 TEST_F(Cloning, TakesAlongWhatIsOwned) {
   const ZnDbObjectId block = addBlock(L"*U");
   const ZnDbObjectId inside = addCircle(1.0, 1.0, block);
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, &db, &db);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
   ASSERT_EQ(db.deepCloneObjects({block}, db.blockTableId(), mapping), Quorl::eOk);
   const ZnDbObjectId copy = cloneOf(mapping, block);
   ZnDbHolder<ZnDbBlockTableRecord> record(copy);
@@ -82,7 +82,7 @@ TEST_F(Cloning, AcrossDrawingsRecordsOfOneNameServe) {
     ASSERT_EQ(entity.openForWrite(circle), Quorl::eOk);
     ASSERT_EQ(entity->setLayer(layer), Quorl::eOk);
   }
-  ZnDbIdMapping mapping(ZnDb::kDcWblock, &db, &other);
+  ZnDbIdMapping mapping(ZnDb::kWholeDrawingContext, &db, &other);
   ASSERT_EQ(db.deepCloneObjects({first, second}, other.modelSpaceId(), mapping), Quorl::eOk);
   EXPECT_EQ(ZnDbHolder<ZnDbCircle>(cloneOf(mapping, first))->layerId(), twin);
   const ZnDbObjectId brought = ZnDbHolder<ZnDbCircle>(cloneOf(mapping, second))->layerId();
@@ -98,7 +98,7 @@ TEST_F(Cloning, RefusesAndLeavesNothing) {
   erase(gone);
   const std::string before = dump();
   Told told;
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, &db, &db);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
   EXPECT_EQ(db.deepCloneObjects({}, db.modelSpaceId(), mapping), Quorl::eNothingToDo);
   EXPECT_EQ(db.deepCloneObjects({id}, ZnDbObjectId(), mapping), Quorl::eInvalidOwner);
   EXPECT_EQ(db.deepCloneObjects({id, gone}, db.modelSpaceId(), mapping), Quorl::eInvalidInput);

@@ -1,9 +1,9 @@
 #include <cmath>
 
 #include "db_core/small_drawing.h"
-#include "quorl/db/database_reactor.h"
-#include "quorl/db/host_services.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/host_services.h"
+#include "quorl/db/table/linetype_table.h"
 #include "quorl/rx/variables_dictionary.h"
 
 namespace {
@@ -11,8 +11,8 @@ namespace {
 class Header : public SmallDrawing {};
 
 struct HeaderListener : ZnDbDatabaseReactor {
-  void headerSysVarWillChange(ZnDbDatabase*, const ZnString& name) override { told += '<' + name.utf8(); }
-  void headerSysVarChanged(ZnDbDatabase*, const ZnString& name, bool success) override {
+  void headerVariableWillChange(ZnDbDatabase*, const ZnString& name) override { told += '<' + name.utf8(); }
+  void headerVariableChanged(ZnDbDatabase*, const ZnString& name, bool success) override {
     told += success ? '>' + name.utf8() : "!";
   }
   std::string told;
@@ -50,8 +50,8 @@ TEST_F(Header, LtscaleIsAVariableOfTheDrawing) {
 }
 
 TEST_F(Header, CurrentRecordsMustBeOfTheirKind) {
-  EXPECT_EQ(db.setClayer(db.celtype()), Quorl::eInvalidInput);
-  EXPECT_EQ(db.setCeltype(ZnDbObjectId()), Quorl::eInvalidInput);
+  EXPECT_EQ(db.setCurrentLayer(db.celtype()), Quorl::eInvalidInput);
+  EXPECT_EQ(db.setCurrentLinetype(ZnDbObjectId()), Quorl::eInvalidInput);
   EXPECT_EQ(db.setCurrentSpaceId(db.paperSpaceId()), Quorl::eOk);
   EXPECT_EQ(db.currentSpaceId(), db.paperSpaceId());
   EXPECT_EQ(db.undoRecorder().undo(), Quorl::eOk);

@@ -1,4 +1,4 @@
-#include "quorl/db/object_pool.h"
+#include "quorl/db/core/object_pool.h"
 
 #include <gtest/gtest.h>
 

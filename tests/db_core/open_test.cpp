@@ -1,5 +1,5 @@
 #include "db_core/small_drawing.h"
-#include "quorl/db/layer_table.h"
+#include "quorl/db/table/layer_table.h"
 
 using Quorl::ErrorStatus;
 

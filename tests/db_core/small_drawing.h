@@ -5,13 +5,13 @@
 
 #include <string>
 
-#include "quorl/db/block_reference.h"
-#include "quorl/db/block_table.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/database.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/line.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/dictionary.h"
 
 class SmallDrawing : public ::testing::Test {
 protected:

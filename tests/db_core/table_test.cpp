@@ -1,5 +1,5 @@
 #include "db_core/small_drawing.h"
-#include "quorl/db/layer_table.h"
+#include "quorl/db/table/layer_table.h"
 
 using Quorl::ErrorStatus;
 
@@ -146,7 +146,7 @@ TEST_F(Tables, ABlockNeverContainsItself) {
 TEST_F(Tables, DictionaryEntries) {
   ZnDbHolder<ZnDbDictionary> named;
   ASSERT_EQ(named.openForWrite(db.namedObjectsDictionaryId()), Quorl::eOk);
-  const int before = named->numEntries();
+  const int before = named->entryCount();
   ZnDbObjectId first, second, found;
   auto* entry = new ZnDbDictionary;
   ASSERT_EQ(named->setAt(L"Entry", entry, first), Quorl::eOk);
@@ -157,7 +157,7 @@ TEST_F(Tables, DictionaryEntries) {
   ASSERT_EQ(named->setAt(L"entry", replacing, second), Quorl::eOk);
   replacing->close();
   EXPECT_TRUE(first.isErased());
-  EXPECT_EQ(named->numEntries(), before + 1);
+  EXPECT_EQ(named->entryCount(), before + 1);
   EXPECT_EQ(named->remove(L"Entry"), Quorl::eOk);
   EXPECT_EQ(named->remove(L"Entry"), Quorl::eKeyNotFound);
   EXPECT_EQ(named->getAt(L"Entry", found), Quorl::eKeyNotFound);

@@ -1,7 +1,7 @@
 #include <rapidcheck.h>
 
 #include "db_core/small_drawing.h"
-#include "quorl/db/transaction.h"
+#include "quorl/db/core/transaction.h"
 
 namespace {
 
@@ -87,7 +87,7 @@ TEST_F(Undoing, TransactionsNest) {
       if (c.keepOuter) EXPECT_EQ(outer.end(), Quorl::eOk);
     }
     EXPECT_EQ(radiusOf(id), c.expected);
-    EXPECT_EQ(db.transactionManager().numActiveTransactions(), 0);
+    EXPECT_EQ(db.transactionManager().activeTransactionCount(), 0);
   }
   EXPECT_EQ(db.transactionManager().endTransaction(), Quorl::eNoTransaction);
   EXPECT_EQ(db.transactionManager().abortTransaction(), Quorl::eNoTransaction);

@@ -1,7 +1,7 @@
 #include "db_core/small_drawing.h"
-#include "quorl/db/database_reactor.h"
-#include "quorl/db/object_reactor.h"
-#include "quorl/db/watch_link.h"
+#include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/object_reactor.h"
+#include "quorl/db/core/watch_link.h"
 
 namespace {
 

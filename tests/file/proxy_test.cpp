@@ -3,12 +3,12 @@
 
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/deep_clone.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/id_mapping.h"
-#include "quorl/db/line.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/deep_clone.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/table/dictionary.h"
 #include "quorl/file/proxy_entity.h"
 #include "quorl/file/proxy_object.h"
 

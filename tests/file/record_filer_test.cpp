@@ -5,7 +5,7 @@
 #include <cstring>
 #include <limits>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/handle_index.h"
 #include "quorl/file/record_filer.h"
 
@@ -62,33 +62,33 @@ RC_GTEST_PROP(RecordFiler, EveryTypeComesBack,
   ZnDbDatabase database;
   ZnDbObjectRecord record;
   ZnDbRecordFiler out(record);
-  out.wrBool(flag);
-  out.wrInt8(a);
-  out.wrSoftPointerId(database.layerZero());
-  out.wrInt16(b);
-  out.wrAtom(ZnAtom::of(L"name"));
-  out.wrInt32(c);
-  out.wrHardOwnershipId({});
-  out.wrInt64(d);
-  out.wrDouble(real);
-  out.wrAtom({});
-  out.wrString(L"te\u00dft\U0001F4D0");
-  out.wrBytes(blob.data(), blob.size());
+  out.writeBool(flag);
+  out.writeInt8(a);
+  out.writeSoftPointerId(database.layerZero());
+  out.writeInt16(b);
+  out.writeAtom(ZnAtom::of(L"name"));
+  out.writeInt32(c);
+  out.writeHardOwnershipId({});
+  out.writeInt64(d);
+  out.writeDouble(real);
+  out.writeAtom({});
+  out.writeString(L"te\u00dft\U0001F4D0");
+  out.writeBytes(blob.data(), blob.size());
   ZnDbRecordFiler in(record);
-  RC_ASSERT(in.rdBool() == flag);
-  RC_ASSERT(in.rdInt8() == a);
-  RC_ASSERT(in.rdSoftPointerId() == database.layerZero());
-  RC_ASSERT(in.rdInt16() == b);
-  RC_ASSERT(in.rdAtom() == ZnAtom::of(L"name"));
-  RC_ASSERT(in.rdInt32() == c);
-  RC_ASSERT(in.rdHardOwnershipId().isNull());
-  RC_ASSERT(in.rdInt64() == d);
-  const double back = in.rdDouble();
+  RC_ASSERT(in.readBool() == flag);
+  RC_ASSERT(in.readInt8() == a);
+  RC_ASSERT(in.readSoftPointerId() == database.layerZero());
+  RC_ASSERT(in.readInt16() == b);
+  RC_ASSERT(in.readAtom() == ZnAtom::of(L"name"));
+  RC_ASSERT(in.readInt32() == c);
+  RC_ASSERT(in.readHardOwnershipId().isNull());
+  RC_ASSERT(in.readInt64() == d);
+  const double back = in.readDouble();
   RC_ASSERT(std::memcmp(&back, &real, sizeof real) == 0);
-  RC_ASSERT(in.rdAtom().isNull());
-  RC_ASSERT(in.rdString() == ZnString(L"te\u00dft\U0001F4D0"));
+  RC_ASSERT(in.readAtom().isNull());
+  RC_ASSERT(in.readString() == ZnString(L"te\u00dft\U0001F4D0"));
   RC_ASSERT(!in.atEnd());
-  RC_ASSERT(in.rdBytes() == blob);
+  RC_ASSERT(in.readBytes() == blob);
   RC_ASSERT(in.atEnd());
   RC_ASSERT(in.status() == Quorl::eOk);
 }
@@ -98,45 +98,46 @@ TEST(RecordFiler, FailsPastTheEndOfEachOfItsListsAndStaysFailed) {
     const char* name;
     void (*read)(ZnDbRecordFiler&);
     Quorl::ErrorStatus status;
-  } cases[] = {{"number",
-                [](ZnDbRecordFiler& f) {
-                  f.rdInt64();
-                  f.rdInt8();
-                },
-                Quorl::eFilerError},
-               {"text",
-                [](ZnDbRecordFiler& f) {
-                  f.rdInt32();
-                  f.rdString();
-                },
-                Quorl::eFilerError},
-               {"atom",
-                [](ZnDbRecordFiler& f) {
-                  f.rdAtom();
-                  f.rdAtom();
-                },
-                Quorl::eFilerError},
-               {"id",
-                [](ZnDbRecordFiler& f) {
-                  f.rdHardPointerId();
-                  f.rdHardPointerId();
-                },
-                Quorl::eFilerError},
-               {"id of another kind", [](ZnDbRecordFiler& f) { f.rdSoftPointerId(); }, Quorl::eFileDamaged}};
+  } cases[] = {
+      {"number",
+       [](ZnDbRecordFiler& f) {
+         f.readInt64();
+         f.readInt8();
+       },
+       Quorl::eFilerError},
+      {"text",
+       [](ZnDbRecordFiler& f) {
+         f.readInt32();
+         f.readString();
+       },
+       Quorl::eFilerError},
+      {"atom",
+       [](ZnDbRecordFiler& f) {
+         f.readAtom();
+         f.readAtom();
+       },
+       Quorl::eFilerError},
+      {"id",
+       [](ZnDbRecordFiler& f) {
+         f.readHardPointerId();
+         f.readHardPointerId();
+       },
+       Quorl::eFilerError},
+      {"id of another kind", [](ZnDbRecordFiler& f) { f.readSoftPointerId(); }, Quorl::eFileDamaged}};
   for (const auto& [name, read, status] : cases) {
     ZnDbObjectRecord record;
     ZnDbRecordFiler out(record);
-    out.wrInt64(-1);
-    out.wrAtom(ZnAtom::of(L"x"));
-    out.wrHardPointerId({});
+    out.writeInt64(-1);
+    out.writeAtom(ZnAtom::of(L"x"));
+    out.writeHardPointerId({});
     ZnDbRecordFiler in(record);
     read(in);
     EXPECT_EQ(in.status(), status) << name;
-    in.rdInt8();
+    in.readInt8();
     EXPECT_EQ(in.status(), status) << name;
     in.restart();
     EXPECT_EQ(in.status(), Quorl::eOk) << name;
-    EXPECT_EQ(in.rdInt64(), -1) << name;
+    EXPECT_EQ(in.readInt64(), -1) << name;
   }
 }
 
@@ -144,12 +145,12 @@ TEST(RecordFiler, CountsOfIdsAreCheckedAgainstTheListOfIds) {
   for (const int said : {0, 3, 4, 24, 25, 1000000000, -1}) {
     ZnDbObjectRecord record;
     ZnDbRecordFiler out(record);
-    out.wrInt32(said);
-    for (int i = 0; i < 3; ++i) out.wrSoftPointerId({});
+    out.writeInt32(said);
+    for (int i = 0; i < 3; ++i) out.writeSoftPointerId({});
     ZnDbRecordFiler in(record);
     // Three ids may be as many as 24 things of a byte; what reads the ids then meets their end.
     const bool possible = said >= 0 && said <= 24;
-    EXPECT_EQ(in.rdCount(), possible ? said : 0);
+    EXPECT_EQ(in.readCount(), possible ? said : 0);
     EXPECT_EQ(in.status(), possible ? Quorl::eOk : Quorl::eFileDamaged) << said;
   }
 }
@@ -157,16 +158,16 @@ TEST(RecordFiler, CountsOfIdsAreCheckedAgainstTheListOfIds) {
 TEST(RecordFiler, TheRestIsWhatWasNotRead) {
   ZnDbObjectRecord record, rest;
   ZnDbRecordFiler out(record);
-  out.wrInt32(1);
-  out.wrSoftPointerId({});
-  out.wrAtom(ZnAtom::of(L"first"));
-  out.wrInt8(7);
-  out.wrHardOwnershipId({});
-  out.wrAtom(ZnAtom::of(L"second"));
+  out.writeInt32(1);
+  out.writeSoftPointerId({});
+  out.writeAtom(ZnAtom::of(L"first"));
+  out.writeInt8(7);
+  out.writeHardOwnershipId({});
+  out.writeAtom(ZnAtom::of(L"second"));
   ZnDbRecordFiler in(record);
-  in.rdInt32();
-  in.rdSoftPointerId();
-  in.rdAtom();
+  in.readInt32();
+  in.readSoftPointerId();
+  in.readAtom();
   in.takeRest(rest);
   EXPECT_EQ(rest, (ZnDbObjectRecord{"\x07", {{ZnReferenceKind::kHardOwner, {}}}, {ZnAtom::of(L"second")}}));
 }

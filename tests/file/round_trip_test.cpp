@@ -5,12 +5,12 @@
 #include <set>
 
 #include "file/sample_drawing.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/database_version.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/symbol_table.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/database_version.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/table/dictionary.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/symbol_table.h"
 
 using namespace fileTest;
 
@@ -89,7 +89,7 @@ TEST(RoundTrip, ReadingSettlesTheDrawing) {
     EXPECT_FALSE(read->undoRecorder().canUndo());
     EXPECT_TRUE(read->undoRecorder().isRecording());
     EXPECT_EQ(read->objectCount(), drawing->objectCount());
-    EXPECT_EQ(read->handseed(), drawing->handseed());
+    EXPECT_EQ(read->nextHandle(), drawing->nextHandle());
     EXPECT_EQ(read->ltscale(), 2.25);
     EXPECT_EQ(read->insertionUnits(), 1);
     EXPECT_EQ(read->clayer().handle(), drawing->clayer().handle());
@@ -110,7 +110,7 @@ TEST(RoundTrip, ReadingSettlesTheDrawing) {
 
 TEST(RoundTrip, NewObjectsGetHandlesThatNoObjectHad) {
   const auto drawing = sampleDrawing();
-  const std::uint64_t next = drawing->handseed().value;
+  const std::uint64_t next = drawing->nextHandle().value;
   const auto read = opened(written(*drawing, ZnDrawingFormat::kBinary));
   EXPECT_EQ(addNamed(*read, L"NEW", new ZnDbDictionary).handle().value, next);
 }
@@ -142,7 +142,7 @@ TEST(RoundTrip, ADrawingWithoutItsStandardObjectsIsNotWritten) {
 TEST(RoundTrip, LargeDrawingsComeInSeveralSections) {
   ZnDbDatabase drawing;
   for (int i = 0; i < 20000; ++i) {
-    if (i == 10000) drawing.setHandseed(ZnDbHandle(0x123456789ABCDEull));
+    if (i == 10000) drawing.setNextHandle(ZnDbHandle(0x123456789ABCDEull));
     append(drawing.modelSpaceId(),
            new ZnDbBlockReference(ZnGePoint3d(i, i / 7.0, -i), drawing.paperSpaceId()));
   }

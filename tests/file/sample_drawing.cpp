@@ -4,14 +4,14 @@
 #include <limits>
 
 #include "db/entity_samples.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/dim_style_table.h"
-#include "quorl/db/dimension.h"
-#include "quorl/db/layer_table.h"
-#include "quorl/db/line.h"
-#include "quorl/db/linetype_table.h"
-#include "quorl/db/text.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/dimension.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/text.h"
+#include "quorl/db/table/dictionary.h"
+#include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
 
 namespace fileTest {
 
@@ -128,7 +128,7 @@ std::unique_ptr<ZnDbDatabase> sampleDrawing() {
   const ZnDbObjectId dashed = addRecord<ZnDbLinetypeTableRecord>(database->linetypeTableId(), L"DASHED",
                                                                  [](ZnDbLinetypeTableRecord& record) {
                                                                    record.setDescription(L"__ . __");
-                                                                   record.setNumDashes(3);
+                                                                   record.setDashCount(3);
                                                                    const double dashes[] = {0.5, -0.25, 0.0};
                                                                    for (int i = 0; i < 3; ++i)
                                                                      record.setDashLengthAt(i, dashes[i]);
@@ -138,11 +138,12 @@ std::unique_ptr<ZnDbDatabase> sampleDrawing() {
                                                              [&](ZnDbLayerTableRecord& record) {
                                                                record.setLinetypeObjectId(dashed);
                                                                record.setColor(ZnCmColor::fromIndex(3));
-                                                               record.setLineWeight(ZnDb::kLnWt035);
+                                                               record.setLineWeight(ZnDb::kLineWeight035);
                                                                record.setIsPlottable(false);
                                                              });
-  const ZnDbObjectId style = addRecord<ZnDbDimStyleTableRecord>(
-      database->dimStyleTableId(), L"Small", [](ZnDbDimStyleTableRecord& record) { record.setDimtxt(1.25); });
+  const ZnDbObjectId style =
+      addRecord<ZnDbDimStyleTableRecord>(database->dimStyleTableId(), L"Small",
+                                         [](ZnDbDimStyleTableRecord& record) { record.setTextHeight(1.25); });
   addTexts(database->modelSpaceId());
   addExtremeLines(database->modelSpaceId());
   addBlocks(*database, layer, style);
@@ -154,8 +155,8 @@ std::unique_ptr<ZnDbDatabase> sampleDrawing() {
   }
   addVariables(*database);
   addErased(*database);
-  database->setClayer(layer);
-  database->setDimstyle(style);
+  database->setCurrentLayer(layer);
+  database->setCurrentDimensionStyle(style);
   database->setInsertionUnits(1);
   database->setUcsMatrix(ZnGeMatrix3d({1, 2, 3}, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1}));
   return database;

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/table/block_table.h"
 #include "quorl/file/drawing_file.h"
 
 namespace fileTest {

@@ -7,8 +7,8 @@
 
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
-#include "quorl/db/database_reactor.h"
-#include "quorl/db/event_reactor.h"
+#include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/event_reactor.h"
 
 using namespace fileTest;
 namespace fs = std::filesystem;
@@ -23,11 +23,11 @@ public:
   void beginSave(ZnDbDatabase*, const wchar_t* file) override { note("begin", file); }
   void saveComplete(ZnDbDatabase*, const wchar_t* file) override { note("complete", file); }
   void abortSave(ZnDbDatabase*) override { note("abort", L""); }
-  void dwgFileOpened(ZnDbDatabase* database, const wchar_t* file) override {
+  void drawingFileOpened(ZnDbDatabase* database, const wchar_t* file) override {
     note("opened", file);
     objects = database->objectCount();
   }
-  void initialDwgFileOpenComplete(ZnDbDatabase*) override { note("open complete", L""); }
+  void firstOpenCompleted(ZnDbDatabase*) override { note("open complete", L""); }
 
   std::vector<std::string> heard;
   size_t objects = 0;

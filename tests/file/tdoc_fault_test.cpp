@@ -5,7 +5,7 @@
 
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
-#include "quorl/db/block_reference.h"
+#include "quorl/db/entity/block_reference.h"
 #include "quorl/file/tdoc_items.h"
 
 #include <xxhash.h>

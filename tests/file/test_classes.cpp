@@ -10,34 +10,34 @@ ErrorStatus Note::readStatus = Quorl::eOk;
 
 ErrorStatus Gadget::bdocOutFields(ZnDbFiler& filer) const {
   ZnDbEntity::bdocOutFields(filer);
-  filer.wrString(name);
-  filer.wrAtom(kind);
-  filer.wrBytes(blob.data(), blob.size());
-  filer.wrDouble(size);
-  filer.wrInt32(static_cast<std::int32_t>(parts.size()));
-  for (const ZnDbObjectId part : parts) filer.wrHardPointerId(part);
+  filer.writeString(name);
+  filer.writeAtom(kind);
+  filer.writeBytes(blob.data(), blob.size());
+  filer.writeDouble(size);
+  filer.writeInt32(static_cast<std::int32_t>(parts.size()));
+  for (const ZnDbObjectId part : parts) filer.writeHardPointerId(part);
   return filer.status();
 }
 
 ErrorStatus Gadget::bdocInFields(ZnDbFiler& filer) {
   ZnDbEntity::bdocInFields(filer);
-  name = filer.rdString();
-  kind = filer.rdAtom();
-  blob = filer.rdBytes();
-  size = filer.rdDouble();
+  name = filer.readString();
+  kind = filer.readAtom();
+  blob = filer.readBytes();
+  size = filer.readDouble();
   parts.clear();
-  for (int count = filer.rdCount(); count > 0; --count) parts.push_back(filer.rdHardPointerId());
+  for (int count = filer.readCount(); count > 0; --count) parts.push_back(filer.readHardPointerId());
   return filer.status();
 }
 
 ErrorStatus Gadget::tdocOutFields(ZnDbTdocFiler& filer) const {
   ZnDbEntity::tdocOutFields(filer);
-  filer.wrSubclassMarker(L"Gadget");
-  filer.wrString(1, name);
-  filer.wrString(2, ZnString(kind));
-  filer.wrBytes(310, blob.data(), blob.size());
-  filer.wrDouble(40, size);
-  for (const ZnDbObjectId part : parts) filer.wrId(340, part);
+  filer.writeSubclassMarker(L"Gadget");
+  filer.writeString(1, name);
+  filer.writeString(2, ZnString(kind));
+  filer.writeBytes(310, blob.data(), blob.size());
+  filer.writeDouble(40, size);
+  for (const ZnDbObjectId part : parts) filer.writeId(340, part);
   return filer.status();
 }
 
@@ -62,20 +62,20 @@ ErrorStatus Gadget::tdocInFields(ZnDbTdocFiler& filer) {
 
 ErrorStatus Note::bdocOutFields(ZnDbFiler& filer) const {
   ZnDbObject::bdocOutFields(filer);
-  filer.wrSoftPointerId(watched);
+  filer.writeSoftPointerId(watched);
   return filer.status();
 }
 
 ErrorStatus Note::bdocInFields(ZnDbFiler& filer) {
   ZnDbObject::bdocInFields(filer);
-  watched = filer.rdSoftPointerId();
+  watched = filer.readSoftPointerId();
   return readStatus != Quorl::eOk ? readStatus : filer.status();
 }
 
 ErrorStatus Note::tdocOutFields(ZnDbTdocFiler& filer) const {
   ZnDbObject::tdocOutFields(filer);
-  filer.wrSubclassMarker(L"Note");
-  filer.wrId(330, watched);
+  filer.writeSubclassMarker(L"Note");
+  filer.writeId(330, watched);
   return filer.status();
 }
 

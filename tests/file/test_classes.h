@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "quorl/db/entity.h"
-#include "quorl/db/watch_link.h"
+#include "quorl/db/core/watch_link.h"
+#include "quorl/db/entity/entity.h"
 
 namespace fileTest {
 

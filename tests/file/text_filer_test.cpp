@@ -1,7 +1,7 @@
 // The two text filers: what one writes the other reads, and what neither takes.
 #include <gtest/gtest.h>
 
-#include "quorl/db/database.h"
+#include "quorl/db/core/database.h"
 #include "quorl/file/handle_index.h"
 #include "quorl/file/text_in_filer.h"
 #include "quorl/file/text_out_filer.h"
@@ -21,17 +21,17 @@ protected:
 TEST_F(TextFilers, EveryItemComesBack) {
   std::string text;
   ZnDbTextOutFiler out(text);
-  out.wrId(330, database.layerTableId());
-  out.wrSubclassMarker(L"Marker");
-  out.wrBool(290, true);
-  out.wrInteger(60, -32768);
-  out.wrInteger(90, 2147483647);
-  out.wrInteger(160, INT64_MIN);
-  out.wrDouble(40, -0.1);
-  out.wrString(1, L"a\n\\\u00e4");
-  out.wrPoint3d(11, {1, -2, 1e-300});
-  out.wrBytes(310, "\x00\xFF", 2);
-  out.wrId(360, {});
+  out.writeId(330, database.layerTableId());
+  out.writeSubclassMarker(L"Marker");
+  out.writeBool(290, true);
+  out.writeInteger(60, -32768);
+  out.writeInteger(90, 2147483647);
+  out.writeInteger(160, INT64_MIN);
+  out.writeDouble(40, -0.1);
+  out.writeString(1, L"a\n\\\u00e4");
+  out.writePoint3d(11, {1, -2, 1e-300});
+  out.writeBytes(310, "\x00\xFF", 2);
+  out.writeId(360, {});
   ASSERT_EQ(out.status(), Quorl::eOk);
   ZnDbTextInFiler in(text, &database, index, 1);
   ZnDbTdocItem item;
@@ -67,19 +67,19 @@ TEST_F(TextFilers, EveryItemComesBack) {
 
 TEST_F(TextFilers, ACodeOfAnotherTypeIsNotWritten) {
   const std::pair<const char*, void (*)(ZnDbTextOutFiler&)> cases[] = {
-      {"bool", [](ZnDbTextOutFiler& f) { f.wrBool(60, true); }},
-      {"integer", [](ZnDbTextOutFiler& f) { f.wrInteger(40, 1); }},
-      {"double", [](ZnDbTextOutFiler& f) { f.wrDouble(10, 1); }},
-      {"text under the handle's code", [](ZnDbTextOutFiler& f) { f.wrString(5, L"1"); }},
-      {"point", [](ZnDbTextOutFiler& f) { f.wrPoint3d(20, {}); }},
-      {"vector", [](ZnDbTextOutFiler& f) { f.wrVector3d(210, {}); }},
-      {"bytes", [](ZnDbTextOutFiler& f) { f.wrBytes(300, "", 0); }},
-      {"id", [](ZnDbTextOutFiler& f) { f.wrId(5, {}); }}};
+      {"bool", [](ZnDbTextOutFiler& f) { f.writeBool(60, true); }},
+      {"integer", [](ZnDbTextOutFiler& f) { f.writeInteger(40, 1); }},
+      {"double", [](ZnDbTextOutFiler& f) { f.writeDouble(10, 1); }},
+      {"text under the handle's code", [](ZnDbTextOutFiler& f) { f.writeString(5, L"1"); }},
+      {"point", [](ZnDbTextOutFiler& f) { f.writePoint3d(20, {}); }},
+      {"vector", [](ZnDbTextOutFiler& f) { f.writeVector3d(210, {}); }},
+      {"bytes", [](ZnDbTextOutFiler& f) { f.writeBytes(300, "", 0); }},
+      {"id", [](ZnDbTextOutFiler& f) { f.writeId(5, {}); }}};
   for (const auto& [name, write] : cases) {
     std::string text;
     ZnDbTextOutFiler out(text);
     write(out);
-    out.wrBool(290, true);
+    out.writeBool(290, true);
     EXPECT_EQ(out.status(), Quorl::eUnexpectedGroupCode) << name;
     EXPECT_EQ(text, "") << name;
   }
@@ -89,7 +89,7 @@ TEST_F(TextFilers, NumbersTooWideForTheirCodeAreNotWritten) {
   for (const auto& [code, value] : {std::pair<int, std::int64_t>{60, 32768}, {60, -32769}, {90, 1ll << 31}}) {
     std::string text;
     ZnDbTextOutFiler out(text);
-    out.wrInteger(code, value);
+    out.writeInteger(code, value);
     EXPECT_EQ(out.status(), Quorl::eOutOfRange) << value;
   }
 }
@@ -139,8 +139,8 @@ TEST_F(TextFilers, ReferencesApartOutliveTheirTargets) {
   std::string text;
   std::vector<ZnDbReference> references;
   ZnDbTextOutFiler out(text, &references);
-  out.wrId(350, database.layerZero());
-  out.wrId(330, {});
+  out.writeId(350, database.layerZero());
+  out.writeId(330, {});
   EXPECT_EQ(text, "350\n\n330\n\n");
   ZnDbTextInFiler in(text, &database, references);
   ZnDbObjectRecord rest;
@@ -151,7 +151,7 @@ TEST_F(TextFilers, ReferencesApartOutliveTheirTargets) {
   EXPECT_EQ(tooFew.takeRest(rest), Quorl::eFilerError);
   std::string spelled;
   ZnDbTextOutFiler lines(spelled);
-  lines.wrLines(text, references);
+  lines.writeLines(text, references);
   EXPECT_TRUE(spelled.starts_with("350\n" + handleText(database.layerZero().handle()).utf8() + "\n"))
       << spelled;
 }

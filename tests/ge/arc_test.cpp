@@ -74,12 +74,12 @@ TEST(Arcs, OddInputIsMadeSound) {
   EXPECT_TRUE(ZnGeCircArc3d() == ZnGeCircArc3d({0, 0, 0}, kZ, 1.0));
   EXPECT_TRUE(ZnGeCircArc3d({0, 0, 0}, {0, 0, 0}, -1.0) == ZnGeCircArc3d());
   const ZnGeCircArc3d slanted({0, 0, 0}, kZ, {3, 0, 5}, 1.0, 0.0, 1.0);
-  EXPECT_TRUE(isNear(slanted.refVec(), kX));
+  EXPECT_TRUE(isNear(slanted.referenceVector(), kX));
   const ZnGeCircArc3d alongNormal({0, 0, 0}, {2, 0, 0}, {5, 0, 0}, 1.0, 0.0, 1.0);
-  EXPECT_TRUE(isNear(alongNormal.refVec(), ZnGeVector3d(0, 1, 0)));
+  EXPECT_TRUE(isNear(alongNormal.referenceVector(), ZnGeVector3d(0, 1, 0)));
   ZnGe::EntityId kind;
   EXPECT_TRUE(ZnGeCircArc3d({1, 1, 1}, kZ, 0.0).isDegenerate(kind));
-  EXPECT_EQ(kind, ZnGe::kPointEnt3d);
+  EXPECT_EQ(kind, ZnGe::kPointEntity3d);
   EXPECT_FALSE(ZnGeCircArc3d({1, 1, 1}, kZ, 0.0).isClosed());
   EXPECT_TRUE(ZnGeCircArc3d({1, 1, 1}, kZ, 1e-3).isDegenerate(ZnGeTol(1e-2, 1e-2)));
 }
@@ -115,7 +115,8 @@ TEST(Arcs, UnevenMapsKeepACircle) {
     arc.transformBy(ZnGeMatrix3d::scaling(c.factors));
     EXPECT_NEAR(arc.radius(), c.radius, kRounding) << c.name;
     EXPECT_TRUE(isNear(arc.center(), ZnGePoint3d(c.factors.x, c.factors.y, c.factors.z))) << c.name;
-    EXPECT_TRUE(arc.normal().isUnitLength() && arc.refVec().isPerpendicularTo(arc.normal())) << c.name;
+    EXPECT_TRUE(arc.normal().isUnitLength() && arc.referenceVector().isPerpendicularTo(arc.normal()))
+        << c.name;
   }
 }
 
@@ -183,7 +184,7 @@ RC_GTEST_PROP(FlatArcProperties, ThreePointsLieInOrder, ()) {
     RC_ASSERT(isNear(point.distanceTo(arc.center()), arc.radius(), size));
   }
   RC_ASSERT(arc.startAng() == 0.0 && arc.endAng() < ZnGe::kTwoPi);
-  RC_ASSERT(arc.isClockWise() == (area < 0.0));
+  RC_ASSERT(arc.isClockwise() == (area < 0.0));
   const double middle = arc.paramOf(q);
   RC_ASSERT(middle > 0.0 && middle < arc.endAng());
   RC_ASSERT(arc.evalPoint(middle).distanceTo(q) <= kRounding * size);
@@ -197,7 +198,7 @@ RC_GTEST_PROP(FlatArcProperties, ThreePointsLieInOrder, ()) {
   const ZnGeMatrix2d mirror = ZnGeMatrix2d({3, 4}, {0, 2}, {2, 0});
   ZnGeCircArc2d mirrored(arc);
   mirrored.transformBy(mirror);
-  RC_ASSERT(mirrored.isClockWise() != arc.isClockWise());
+  RC_ASSERT(mirrored.isClockwise() != arc.isClockwise());
   RC_ASSERT(isNear(mirrored.radius(), 2.0 * arc.radius(), size));
   RC_ASSERT(mirrored.evalPoint(middle).distanceTo(mirror * q) <= 10.0 * kRounding * size);
 }

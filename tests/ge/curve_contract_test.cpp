@@ -6,7 +6,7 @@
 #include "ge_test_support.h"
 #include "quorl/ge/circ_arc2d.h"
 #include "quorl/ge/circ_arc3d.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/ge/elliptical_arc3d.h"
 #include "quorl/ge/line2d.h"
 #include "quorl/ge/line3d.h"
 #include "quorl/ge/line_seg3d.h"
@@ -46,8 +46,9 @@ std::vector<Sample> samples() {
       {"quarter", share(ZnGeCircArc3d({0, 0, 0}, z, x, 4.0, 0.0, turn / 4)), false, true},
       {"arc through zero", share(ZnGeCircArc3d({1, 1, 1}, n, x, 1.5, 5.0, 1.0)), false, true},
       {"nearly full arc", share(ZnGeCircArc3d({1, 1, 1}, z, x, 1.5, 1.0, 0.9)), false, true},
-      {"ellipse", share(ZnGeEllipArc3d({0, 1, 0}, {3, 0, 3}, {0, 2, 0})), true, true},
-      {"flat elliptic arc", share(ZnGeEllipArc3d({2, 2, 0}, {5, 0, 0}, {0, 0.2, 0}, 4.0, 2.0)), false, true},
+      {"ellipse", share(ZnGeEllipticalArc3d({0, 1, 0}, {3, 0, 3}, {0, 2, 0})), true, true},
+      {"flat elliptic arc", share(ZnGeEllipticalArc3d({2, 2, 0}, {5, 0, 0}, {0, 0.2, 0}, 4.0, 2.0)), false,
+       true},
       {"cubic spline",
        share(spline(3, {0, 0, 0, 0, 1, 2, 2, 2, 2}, {{0, 0, 0}, {1, 4, 0}, {3, 4, 2}, {5, 0, 2}, {6, 1, 0}})),
        false, true},
@@ -110,7 +111,7 @@ TEST(CurveContract, UnevenTransformsToo) {
   int count = 0;
   for (const Sample& sample : samples()) {
     // Circles are left out: they would become ellipses.
-    if (sample.curve->isKindOf(ZnGe::kCircArc3d)) continue;
+    if (sample.curve->isKindOf(ZnGe::kCircularArc3d)) continue;
     const std::unique_ptr<ZnGeCurve3d> curve(sample.curve->copy());
     curve->transformBy(uneven);
     for (int i = 0; i <= 16; ++i) {
@@ -153,7 +154,7 @@ TEST(CurveContract, DerivativesAreSlopes) {
       // Off the knots, where a spline may have a corner.
       const double t = range.lowerBound() + (i + 0.4) / 16.6 * range.length();
       const ZnGeVector3d slope = (curve.evalPoint(t + step) - curve.evalPoint(t - step)) / (2.0 * step);
-      EXPECT_LE((curve.evalDeriv(t) - slope).length(), 1e-6 * sizeOf(curve)) << t;
+      EXPECT_LE((curve.evaluateDerivative(t) - slope).length(), 1e-6 * sizeOf(curve)) << t;
     }
   });
 }
@@ -257,7 +258,7 @@ TEST(CurveContract, SamplesStayWithinTheChordHeight) {
 }
 
 TEST(EntityContract, NumbersOfKindsThatModulesCompare) {
-  EXPECT_EQ(ZnGe::kCircArc3d, 11);
+  EXPECT_EQ(ZnGe::kCircularArc3d, 11);
   EXPECT_EQ(ZnGe::kLine3d, 19);
   EXPECT_EQ(ZnGe::kLineSeg3d, 23);
 }
@@ -271,7 +272,7 @@ TEST(EntityContract, OthersThanBoundedCurves) {
   const std::pair<const ZnGeEntity3d*, ZnGe::EntityId> entities[] = {{&line, ZnGe::kLinearEnt3d},
                                                                      {&plane, ZnGe::kSurface},
                                                                      {&point, ZnGe::kEntity3d},
-                                                                     {&onLine, ZnGe::kPointEnt3d}};
+                                                                     {&onLine, ZnGe::kPointEntity3d}};
   for (const auto& [entity, base] : entities) {
     const std::unique_ptr<ZnGeEntity3d> copy(entity->copy());
     EXPECT_TRUE(*copy == *entity && copy->isKindOf(base) && copy->isKindOf(entity->type()));

@@ -55,7 +55,7 @@ RC_GTEST_PROP(MatrixProperties, InverseAndComposition, ()) {
   RC_ASSERT(isNear((a * b) * p, a * (b * p), size));
   RC_ASSERT(isNear(a.inverse() * (a * p), p, size));
   RC_ASSERT(isNear(ZnGeMatrix3d(b).preMultBy(a) * p, a * (b * p), size));
-  RC_ASSERT(isNear(ZnGeMatrix3d(a).postMultBy(b) * p, a * (b * p), size));
+  RC_ASSERT(isNear(ZnGeMatrix3d(a).postMultiplyBy(b) * p, a * (b * p), size));
   RC_ASSERT(isNear((a * b).det(), a.det() * b.det(), size));
   RC_ASSERT(a.isUniformlyScaled());
   RC_ASSERT(isNear(std::pow(a.scale(), 3), std::fabs(a.det()), size));

@@ -3,7 +3,7 @@
 
 #include "ge_test_support.h"
 #include "quorl/ge/circ_arc3d.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/ge/elliptical_arc3d.h"
 #include "quorl/ge/nurb_curve3d.h"
 
 using namespace geTest;
@@ -13,7 +13,7 @@ namespace {
 RC_GTEST_PROP(EllipseProperties, NearestPointOfAnArc, ()) {
   const double a = *positive(), ratio = *rc::gen::element(1e-3, 0.1, 0.5, 0.9, 0.9999, 1.0);
   const double start = *angle(), end = *angle();
-  const ZnGeEllipArc3d arc({1, 2, 3}, {a, 0, 0}, {0, a * ratio, 0}, start, end);
+  const ZnGeEllipticalArc3d arc({1, 2, 3}, {a, 0, 0}, {0, a * ratio, 0}, start, end);
   // Inside the evolute, near its cusp and far out: where one, three or four normals pass.
   const double reach = *rc::gen::element(0.0, 0.01, 0.3, 1.0, 5.0);
   const double towards = *angle();
@@ -33,7 +33,7 @@ RC_GTEST_PROP(EllipseProperties, ConjugateDiametersGiveTheSamePoints, ()) {
   const ZnGePoint3d center = anyPoint();
   const ZnGeVector3d p = anyVector(), q = anyVector();
   const double start = *angle(), end = start + *rc::gen::element(0.0, 0.5, 3.0, ZnGe::kTwoPi);
-  const ZnGeEllipArc3d arc(center, p, q, start, end);
+  const ZnGeEllipticalArc3d arc(center, p, q, start, end);
   const double size = p.length() + q.length();
   for (const double share : {0.0, 0.2, 0.5, 1.0}) {
     const double t = start + share * (end - start);
@@ -42,28 +42,28 @@ RC_GTEST_PROP(EllipseProperties, ConjugateDiametersGiveTheSamePoints, ()) {
   RC_ASSERT(arc.majorRadius() >= arc.minorRadius() - kRounding * size);
   RC_ASSERT(isNear(arc.majorAxis().dotProduct(arc.minorAxis()), 0.0, size * size));
   // Two theorems of Apollonius on conjugate diameters.
-  RC_ASSERT(isNear(arc.majorAxis().lengthSqrd() + arc.minorAxis().lengthSqrd(),
-                   p.lengthSqrd() + q.lengthSqrd(), size * size));
+  RC_ASSERT(isNear(arc.majorAxis().lengthSquared() + arc.minorAxis().lengthSquared(),
+                   p.lengthSquared() + q.lengthSquared(), size * size));
   RC_ASSERT(isNear(arc.majorRadius() * arc.minorRadius(), p.crossProduct(q).length(), size * size));
 }
 
 TEST(Ellipses, DegenerateKindsAndKnownLengths) {
   struct Case {
     const char* name;
-    ZnGeEllipArc3d arc;
+    ZnGeEllipticalArc3d arc;
     bool isDegenerate;
     ZnGe::EntityId kind;
     double length;
   };
   const Case cases[] = {
-      {"circle", ZnGeEllipArc3d(), false, ZnGe::kEllipArc3d, ZnGe::kTwoPi},
-      {"from an arc", ZnGeEllipArc3d(ZnGeCircArc3d({0, 0, 0}, {0, 1, 0}, {1, 0, 0}, 3, 1, 2)), false,
-       ZnGe::kEllipArc3d, 3.0},
+      {"circle", ZnGeEllipticalArc3d(), false, ZnGe::kEllipticalArc3d, ZnGe::kTwoPi},
+      {"from an arc", ZnGeEllipticalArc3d(ZnGeCircArc3d({0, 0, 0}, {0, 1, 0}, {1, 0, 0}, 3, 1, 2)), false,
+       ZnGe::kEllipticalArc3d, 3.0},
       // The perimeter of half axes 2 and 1 is 8 E(3/4), E the complete integral.
-      {"two to one", {{0, 0, 0}, {0, 2, 0}, {1, 0, 0}}, false, ZnGe::kEllipArc3d, 9.6884482205476761984},
+      {"two to one", {{0, 0, 0}, {0, 2, 0}, {1, 0, 0}}, false, ZnGe::kEllipticalArc3d, 9.6884482205476761984},
       {"flat", {{0, 0, 0}, {2, 0, 0}, {0, 0, 0}}, true, ZnGe::kLineSeg3d, 8.0},
-      {"point", {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, true, ZnGe::kPointEnt3d, 0.0},
-      {"empty span", {{0, 0, 0}, {2, 0, 0}, {0, 1, 0}, 1.0, 1.0}, true, ZnGe::kPointEnt3d, 0.0}};
+      {"point", {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, true, ZnGe::kPointEntity3d, 0.0},
+      {"empty span", {{0, 0, 0}, {2, 0, 0}, {0, 1, 0}, 1.0, 1.0}, true, ZnGe::kPointEntity3d, 0.0}};
   for (const Case& c : cases) {
     ZnGe::EntityId kind;
     EXPECT_EQ(c.arc.isDegenerate(kind), c.isDegenerate) << c.name;
@@ -112,7 +112,7 @@ RC_GTEST_PROP(SplineProperties, BezierCasesFollowDeCasteljau, ()) {
     for (int i = 0; i < degree; ++i) {
       differences.push_back(ZnGePoint3d() + (points[i + 1] - points[i]) * degree);
     }
-    RC_ASSERT(isNear(curve.evalDeriv(t), deCasteljau(differences, t).asVector(), 1e3));
+    RC_ASSERT(isNear(curve.evaluateDerivative(t), deCasteljau(differences, t).asVector(), 1e3));
   }
   RC_ASSERT(isNear(curve.evalPoint(-3.0), points.front()) && isNear(curve.evalPoint(3.0), points.back()));
 }
@@ -151,7 +151,7 @@ TEST(Splines, RationalQuarterIsACircle) {
   for (int i = 0; i <= 20; ++i) {
     const ZnGePoint3d p = quarter.evalPoint(i / 20.0);
     EXPECT_NEAR(p.asVector().length(), 2.0, kRounding);
-    EXPECT_NEAR(p.asVector().dotProduct(quarter.evalDeriv(i / 20.0)), 0.0, kRounding);
+    EXPECT_NEAR(p.asVector().dotProduct(quarter.evaluateDerivative(i / 20.0)), 0.0, kRounding);
   }
   EXPECT_NEAR(quarter.length(), ZnGe::kPi, kRounding);
   EXPECT_NEAR(quarter.distanceTo({-1, -1, 0}), std::sqrt(10.0), kRounding);

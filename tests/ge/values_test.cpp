@@ -143,8 +143,8 @@ RC_GTEST_PROP(VectorProperties, ProductsAndAngles, ()) {
   const ZnGeVector3d cross = a.crossProduct(b);
   const double size = a.length() * b.length();
   // Lagrange's identity, and the law of cosines.
-  RC_ASSERT(isNear(cross.lengthSqrd() / (size * size) + std::pow(a.dotProduct(b) / size, 2), 1.0));
-  const double cosine = (a.lengthSqrd() + b.lengthSqrd() - (a - b).lengthSqrd()) / (2.0 * size);
+  RC_ASSERT(isNear(cross.lengthSquared() / (size * size) + std::pow(a.dotProduct(b) / size, 2), 1.0));
+  const double cosine = (a.lengthSquared() + b.lengthSquared() - (a - b).lengthSquared()) / (2.0 * size);
   RC_ASSERT(isNear(std::cos(a.angleTo(b)), cosine));
   RC_ASSERT(isNear(a.angleTo(b), b.angleTo(a)));
 

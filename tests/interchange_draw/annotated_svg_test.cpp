@@ -6,7 +6,7 @@
 #include "interchange/svg_in/svg_reader.h"
 #include "interchange_draw/small_drawing.h"
 
-#include "quorl/db/text.h"
+#include "quorl/db/entity/text.h"
 
 #include <pugixml.hpp>
 

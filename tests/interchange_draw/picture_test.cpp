@@ -6,19 +6,19 @@
 #include "interchange_draw/picture_probe.h"
 #include "interchange_draw/small_drawing.h"
 
-#include "quorl/db/arc.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/dictionary.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/layout.h"
-#include "quorl/db/line.h"
-#include "quorl/db/point.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/spline.h"
-#include "quorl/db/text.h"
-#include "quorl/db/viewport.h"
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/point.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/spline.h"
+#include "quorl/db/entity/text.h"
+#include "quorl/db/entity/viewport.h"
+#include "quorl/db/table/dictionary.h"
+#include "quorl/db/table/layout.h"
+#include "quorl/ge/elliptical_arc3d.h"
 #include "quorl/ge/nurb_curve3d.h"
 
 #include <pugixml.hpp>
@@ -137,7 +137,7 @@ TEST(Picture, ink_lies_on_the_shapes) {
        {{20, 50}, {50, 20}}},
       {"ellipse",
        new ZnDbEllipse(
-           ZnGeEllipArc3d(ZnGePoint3d(50, 50, 0), ZnGeVector3d(40, 0, 0), ZnGeVector3d(0, 10, 0))),
+           ZnGeEllipticalArc3d(ZnGePoint3d(50, 50, 0), ZnGeVector3d(40, 0, 0), ZnGeVector3d(0, 10, 0))),
        {{90, 50}, {50, 60}, {50 + 40 * half, 50 + 10 * half}},
        {{50, 50}, {85, 58}}},
       {"bulged polyline", bulged, {{40, 20}, {80, 40}, {40, 40}}, {{60, 40}, {40, 60}}},
@@ -180,14 +180,15 @@ TEST(Picture, dashes_weights_colors_and_references) {
 
 TEST(Picture, thicker_lines_have_more_ink) {
   long before = 0;
-  for (const ZnDb::LineWeight weight : {ZnDb::kLnWt000, ZnDb::kLnWtByLayer, ZnDb::kLnWt100, ZnDb::kLnWt200}) {
+  for (const ZnDb::LineWeight weight :
+       {ZnDb::kLineWeight000, ZnDb::kLineWeightByLayer, ZnDb::kLineWeight100, ZnDb::kLineWeight200}) {
     SmallDrawing drawing;
     addFrame(drawing);
     drawing.change(drawing.addLine(10, 50, 90, 50),
                    [weight](ZnDbEntity& entity) { entity.setLineWeight(weight); });
     const PictureProbe probe(drawn(drawing, pageOptions()), kPage);
     EXPECT_GT(probe.inkedPixels(), before);
-    EXPECT_EQ(probe.hasInkAt(50, 50.8), weight == ZnDb::kLnWt200);
+    EXPECT_EQ(probe.hasInkAt(50, 50.8), weight == ZnDb::kLineWeight200);
     before = probe.inkedPixels();
   }
 }
@@ -283,7 +284,7 @@ TEST(Picture, extra_entities_are_drawn_on_top) {
   drawing.addLine(50, 10, 50, 90);
   ZnDbLine line(ZnGePoint3d(10, 50, 0), ZnGePoint3d(90, 50, 0));
   line.setColorIndex(1);
-  line.setLineWeight(ZnDb::kLnWt100);
+  line.setLineWeight(ZnDb::kLineWeight100);
   const PictureProbe probe(drawn(drawing, pageOptions(), "extra.png", {&line}), kPage);
   EXPECT_EQ(probe.colorAt(50, 50), 0xff0000u);
   EXPECT_EQ(probe.colorAt(20, 50), 0xff0000u);

@@ -4,15 +4,15 @@
 #include "interchange/svg_in/svg_reader.h"
 #include "interchange_draw/small_drawing.h"
 
-#include "quorl/db/arc.h"
-#include "quorl/db/block_reference.h"
-#include "quorl/db/circle.h"
-#include "quorl/db/ellipse.h"
-#include "quorl/db/line.h"
-#include "quorl/db/linetype_table.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/spline.h"
-#include "quorl/db/text.h"
+#include "quorl/db/entity/arc.h"
+#include "quorl/db/entity/block_reference.h"
+#include "quorl/db/entity/circle.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/spline.h"
+#include "quorl/db/entity/text.h"
+#include "quorl/db/table/linetype_table.h"
 
 #include <gtest/gtest.h>
 
@@ -126,14 +126,14 @@ TEST_F(SceneImportTest, traits) {
     bool visible;
   };
   const Case kCases[] = {
-      {"red", "cut", {}, ZnDb::kLnWt050, {}, 255, true},
-      {"red2", "cut", {}, ZnDb::kLnWt050, {4, -2}, 255, true},
-      {"blue", "cut", ZnCmColor::fromRgb(0, 0, 255), ZnDb::kLnWt050, {4, -2}, 51, true},
-      {"odd", "cut", {}, ZnDb::kLnWt050, {3, -3}, 255, true},
-      {"dots", "cut", {}, ZnDb::kLnWt100, {0, -2}, 255, true},
-      {"area", "cut", ZnCmColor::fromRgb(0, 255, 0), ZnDb::kLnWt000, {}, 255, true},
-      {"gone", "cut", {}, ZnDb::kLnWt050, {}, 255, false},
-      {"o", "off", {}, ZnDb::kLnWt050, {}, 255, false},
+      {"red", "cut", {}, ZnDb::kLineWeight050, {}, 255, true},
+      {"red2", "cut", {}, ZnDb::kLineWeight050, {4, -2}, 255, true},
+      {"blue", "cut", ZnCmColor::fromRgb(0, 0, 255), ZnDb::kLineWeight050, {4, -2}, 51, true},
+      {"odd", "cut", {}, ZnDb::kLineWeight050, {3, -3}, 255, true},
+      {"dots", "cut", {}, ZnDb::kLineWeight100, {0, -2}, 255, true},
+      {"area", "cut", ZnCmColor::fromRgb(0, 255, 0), ZnDb::kLineWeight000, {}, 255, true},
+      {"gone", "cut", {}, ZnDb::kLineWeight050, {}, 255, false},
+      {"o", "off", {}, ZnDb::kLineWeight050, {}, 255, false},
   };
   for (const Case& test : kCases) {
     SCOPED_TRACE(test.id);

@@ -1,7 +1,7 @@
 #include "interchange_draw/small_drawing.h"
 
-#include "quorl/db/line.h"
-#include "quorl/db/linetype_table.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/table/linetype_table.h"
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ ZnDbObjectId SmallDrawing::addLine(double x1, double y1, double x2, double y2, Z
 ZnDbObjectId SmallDrawing::addLinetype(const wchar_t* name, std::initializer_list<double> lengths) {
   return addRecord<ZnDbLinetypeTable, ZnDbLinetypeTableRecord>(
       database.linetypeTableId(), name, [&](ZnDbLinetypeTableRecord& record) {
-        record.setNumDashes(static_cast<int>(lengths.size()));
+        record.setDashCount(static_cast<int>(lengths.size()));
         int index = 0;
         for (const double length : lengths) record.setDashLengthAt(index++, length);
       });

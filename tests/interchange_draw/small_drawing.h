@@ -1,10 +1,10 @@
 // A drawing that is built line by line, shared by the tests of pictures.
 #pragma once
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/database.h"
-#include "quorl/db/entity.h"
-#include "quorl/db/layer_table.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/entity/entity.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/layer_table.h"
 
 #include <functional>
 #include <initializer_list>

@@ -18,7 +18,7 @@ protected:
     dashed_ = drawing_.addLinetype(L"DASHED", {6, -3});
     parts_ = drawing_.addLayer(L"parts", [this](ZnDbLayerTableRecord& layer) {
       layer.setColor(ZnCmColor::fromIndex(3));
-      layer.setLineWeight(ZnDb::kLnWt050);
+      layer.setLineWeight(ZnDb::kLineWeight050);
       layer.setLinetypeObjectId(dashed_);
       layer.setTransparency(ZnCmTransparency(51));
     });
@@ -27,12 +27,12 @@ protected:
     byBlock_ = byLayer_;
     byBlock_.layerId = drawing_.database.layerZero();
     byBlock_.color = ZnCmColor::fromIndex(0);
-    byBlock_.lineWeight = ZnDb::kLnWtByBlock;
+    byBlock_.lineWeight = ZnDb::kLineWeightByBlock;
     byBlock_.linetypeId = drawing_.database.byBlockLinetype();
     byBlock_.transparency.setMethod(ZnCmTransparency::kByBlock);
     own_.layerId = parts_;
     own_.color = ZnCmColor::fromRgb(1, 2, 3);
-    own_.lineWeight = ZnDb::kLnWt013;
+    own_.lineWeight = ZnDb::kLineWeight013;
     own_.linetypeId = drawing_.database.continuousLinetype();
     own_.transparency = ZnCmTransparency(102);
   }
@@ -53,7 +53,7 @@ TEST_F(TraitResolverTest, traits_through_references) {
   ZnGiSubEntityTraits onLayerZero = byLayer_;
   onLayerZero.layerId = drawing_.database.layerZero();
   ZnGiSubEntityTraits byDefault = byLayer_;
-  byDefault.lineWeight = ZnDb::kLnWtByDefault;
+  byDefault.lineWeight = ZnDb::kLineWeightByDefault;
 
   struct Case {
     const char* name;

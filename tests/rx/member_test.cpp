@@ -35,7 +35,7 @@ struct SizeProperty : ZnRxProperty {
     return thing ? Quorl::eOk : Quorl::eWrongObjectClass;
   }
   Quorl::ErrorStatus subSetValue(ZnRxObject* object, const ZnRxValue& value) const override {
-    const double* size = rxvalue_cast<double>(&value);
+    const double* size = znrxValueCast<double>(&value);
     TThing* thing = TThing::cast(object);
     if (!size || !thing) return Quorl::eInvalidInput;
     thing->size = *size;

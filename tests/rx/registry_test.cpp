@@ -25,14 +25,14 @@ TEST(Dictionary, OwnershipDecidesWhoDeletes) {
     auto* second = new Counted(living);
     {
       ZnRxDictionary dictionary(owns);
-      EXPECT_EQ(dictionary.atPut(L"a", first), Quorl::eOk);
-      EXPECT_EQ(dictionary.atPut(L"a", first), Quorl::eOk);
+      EXPECT_EQ(dictionary.put(L"a", first), Quorl::eOk);
+      EXPECT_EQ(dictionary.put(L"a", first), Quorl::eOk);
       EXPECT_EQ(living, 2);
-      EXPECT_EQ(dictionary.atPut(L"a", second), Quorl::eOk);
+      EXPECT_EQ(dictionary.put(L"a", second), Quorl::eOk);
       EXPECT_EQ(living, owns ? 1 : 2);
-      EXPECT_EQ(dictionary.atPut(L"b", new Counted(living)), Quorl::eOk);
+      EXPECT_EQ(dictionary.put(L"b", new Counted(living)), Quorl::eOk);
       delete dictionary.remove(L"b");
-      EXPECT_EQ(dictionary.numEntries(), 1);
+      EXPECT_EQ(dictionary.entryCount(), 1);
     }
     EXPECT_EQ(living, owns ? 0 : 2);
     if (owns) continue;
@@ -44,20 +44,20 @@ TEST(Dictionary, OwnershipDecidesWhoDeletes) {
 TEST(Dictionary, KeepsTheOrderOfInsertion) {
   ZnRxObject x, y, z;
   ZnRxDictionary dictionary;
-  dictionary.atPut(L"zeta", &x);
-  dictionary.atPut(L"alpha", &y);
-  dictionary.atPut(L"mid", &z);
-  dictionary.atPut(L"zeta", &z);
+  dictionary.put(L"zeta", &x);
+  dictionary.put(L"alpha", &y);
+  dictionary.put(L"mid", &z);
+  dictionary.put(L"zeta", &z);
   dictionary.remove(L"alpha");
-  dictionary.atPut(L"alpha", &x);
+  dictionary.put(L"alpha", &x);
   std::string walk;
   for (const auto& [name, object] : dictionary.entries())
     walk += name.utf8() + (object == &x ? "=x;" : object == &y ? "=y;" : "=z;");
   EXPECT_EQ(walk, "zeta=z;mid=z;alpha=x;");
   EXPECT_EQ(dictionary.at(L"Zeta"), nullptr);
   EXPECT_EQ(dictionary.remove(L"absent"), nullptr);
-  EXPECT_EQ(dictionary.atPut(L"", &x), Quorl::eInvalidInput);
-  EXPECT_EQ(dictionary.atPut(L"null", nullptr), Quorl::eInvalidInput);
+  EXPECT_EQ(dictionary.put(L"", &x), Quorl::eInvalidInput);
+  EXPECT_EQ(dictionary.put(L"null", nullptr), Quorl::eInvalidInput);
   EXPECT_FALSE(dictionary.has(L"null"));
 }
 
@@ -87,12 +87,12 @@ TEST(Registry, ServicesComeAndGo) {
 
 TEST(Registry, TheClassDictionaryIsAViewOnTheClasses) {
   auto* classes = ZnRxDictionary::cast(znrxSysRegistry()->at(L"ClassDictionary"));
-  const int before = classes->numEntries();
+  const int before = classes->entryCount();
   ZnRxClass* cls = newZnRxClass(L"TViewed", L"ZnRxObject");
   EXPECT_EQ(classes->at(L"TViewed"), cls);
-  EXPECT_EQ(classes->numEntries(), before + 1);
+  EXPECT_EQ(classes->entryCount(), before + 1);
   EXPECT_EQ(classes->entries().back().second, cls);
-  EXPECT_EQ(classes->atPut(L"TOther", cls), Quorl::eNotProvided);
+  EXPECT_EQ(classes->put(L"TOther", cls), Quorl::eNotProvided);
   EXPECT_EQ(classes->remove(L"TViewed"), cls);
   EXPECT_EQ(znrxFindZnRxClass(L"TViewed"), nullptr);
   EXPECT_EQ(classes->remove(L"TViewed"), nullptr);

@@ -56,13 +56,13 @@ TEST(Value, HoldsWhatItWasGiven) {
 
 TEST(Value, CastsToItsOwnTypeAlone) {
   const ZnRxValue value(2.5);
-  ASSERT_NE(rxvalue_cast<double>(&value), nullptr);
-  EXPECT_EQ(*rxvalue_cast<double>(&value), 2.5);
-  EXPECT_EQ(rxvalue_cast<int>(&value), nullptr);
-  EXPECT_EQ(rxvalue_cast<ZnString>(&value), nullptr);
-  EXPECT_EQ(rxvalue_cast<double>(nullptr), nullptr);
+  ASSERT_NE(znrxValueCast<double>(&value), nullptr);
+  EXPECT_EQ(*znrxValueCast<double>(&value), 2.5);
+  EXPECT_EQ(znrxValueCast<int>(&value), nullptr);
+  EXPECT_EQ(znrxValueCast<ZnString>(&value), nullptr);
+  EXPECT_EQ(znrxValueCast<double>(nullptr), nullptr);
   const ZnRxValue empty;
-  EXPECT_EQ(rxvalue_cast<double>(&empty), nullptr);
+  EXPECT_EQ(znrxValueCast<double>(&empty), nullptr);
   EXPECT_TRUE(empty.isEmpty());
   EXPECT_EQ(empty.toString(), L"");
   EXPECT_TRUE(empty == ZnRxValue());
@@ -84,7 +84,7 @@ TEST(Value, LargeValuesAreCopiedAndFreed) {
     ZnRxValue first(original);
     ZnRxValue second(first);
     EXPECT_EQ(TBulky::living, 3);
-    EXPECT_EQ(rxvalue_cast<TBulky>(&second)->numbers[15], 4.0);
+    EXPECT_EQ(znrxValueCast<TBulky>(&second)->numbers[15], 4.0);
     EXPECT_NE(first.address(), second.address());
     EXPECT_TRUE(first == second);
     original.numbers[0] = 1.0;
@@ -92,7 +92,7 @@ TEST(Value, LargeValuesAreCopiedAndFreed) {
     EXPECT_FALSE(first == second);
     const ZnRxValue& self = first;
     first = self;
-    EXPECT_EQ(rxvalue_cast<TBulky>(&first)->numbers[15], 4.0);
+    EXPECT_EQ(znrxValueCast<TBulky>(&first)->numbers[15], 4.0);
     second = 1;
     EXPECT_EQ(TBulky::living, 2);
     first.clear();

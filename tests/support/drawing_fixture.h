@@ -59,7 +59,7 @@ protected:
   ZnDbObjectId addLinetype(const ZnString& name, std::initializer_list<double> dashes, bool scaledToFit) {
     ZnDbHolder<ZnDbLinetypeTableRecord> record(new ZnDbLinetypeTableRecord);
     record->setName(name);
-    record->setNumDashes(static_cast<int>(dashes.size()));
+    record->setDashCount(static_cast<int>(dashes.size()));
     int index = 0;
     for (const double dash : dashes) record->setDashLengthAt(index++, dash);
     record->setIsScaledToFit(scaledToFit);

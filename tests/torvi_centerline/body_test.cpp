@@ -1,5 +1,5 @@
 // The values of a center line, and its handle on a line that is gone.
-#include "quorl/db/transaction.h"
+#include "quorl/db/core/transaction.h"
 #include "torvi_centerline/line_fixture.h"
 
 namespace {

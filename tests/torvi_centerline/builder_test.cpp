@@ -1,6 +1,6 @@
 // Making center lines and binding them to other edges: what the picks choose, from which edges, and what is
 // refused.
-#include "quorl/db/polyline.h"
+#include "quorl/db/entity/polyline.h"
 #include "torvi_centerline/line_fixture.h"
 
 namespace {
@@ -89,7 +89,7 @@ TEST_F(CenterLineBuilderTest, ReassociationChoosesAnewAndKeepsLengths) {
 TEST_F(CenterLineBuilderTest, EdgesInsideOfOtherEntities) {
   auto* rectangle = new ZnDbPolyline;
   for (const P3& corner : pointsOf("0,0 20,0 20,6 0,6"))
-    rectangle->addVertexAt(rectangle->numVerts(), {corner.x, corner.y});
+    rectangle->addVertexAt(rectangle->vertexCount(), {corner.x, corner.y});
   rectangle->setClosed(true);
   const ZnDbObjectId innerBlock = addEmptyBlock(), outerBlock = addEmptyBlock();
   const ZnDbObjectId nested = add(rectangle, innerBlock);

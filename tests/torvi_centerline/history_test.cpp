@@ -1,5 +1,5 @@
 // Center lines through undo and copying.
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi_centerline/line_fixture.h"
 
@@ -50,7 +50,7 @@ TEST_F(CenterLineHistory, CopiesFollowTheirOwnEdges) {
     SCOPED_TRACE(row.what);
     ZnDbDatabase other;
     ZnDbDatabase& target = row.otherDrawing ? other : *db_;
-    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kDcWblkObjects : ZnDb::kDcCopy, db_.get(), &target);
+    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kCopyInContext : ZnDb::kCopyContext, db_.get(), &target);
     ZnArray<ZnDbObjectId> objects{id};
     if (row.lower) objects.append(lower_);
     if (row.upper) objects.append(upper_);

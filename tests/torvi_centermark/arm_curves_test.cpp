@@ -40,7 +40,7 @@ TEST(MakeCenterMarkCurve, AroundAPatternItIsAnArcThroughTheCenter) {
       SCOPED_TRACE(testing::Message() << direction << ": " << row.from << " to " << row.to);
       const CurvePtr curve(makeCenterMarkCurve(center, &pattern, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
                                                row.from, row.to, false));
-      ASSERT_TRUE(curve->isKindOf(ZnGe::kCircArc3d));
+      ASSERT_TRUE(curve->isKindOf(ZnGe::kCircularArc3d));
       const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
       EXPECT_TRUE(near(arc.center(), pattern));
       EXPECT_NEAR(arc.radius(), 20.0, 1e-9);
@@ -105,7 +105,7 @@ TEST_F(ArmCurves, WithAPatternCenterHorizontalLinesRunAroundIt) {
   const ZnGePoint3d pattern = ZnGePoint3d::kOrigin;
   build(unmade_, {kArmUnset, kArmUnset, kArmUnset, kArmUnset}, &pattern);
   for (const ZnCenterMarkSubEntType type : {eCrossHairHorizontalLine, eLeftLine, eRightLine}) {
-    ASSERT_TRUE(curves_[type]->isKindOf(ZnGe::kCircArc3d)) << type;
+    ASSERT_TRUE(curves_[type]->isKindOf(ZnGe::kCircularArc3d)) << type;
     const auto& arc = static_cast<const ZnGeCircArc3d&>(*curves_[type]);
     EXPECT_NEAR(arc.radius(), 30.0, 1e-12);
     EXPECT_TRUE(near(arc.center(), pattern));

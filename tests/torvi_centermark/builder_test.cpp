@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-#include "quorl/db/transaction.h"
+#include "quorl/db/core/transaction.h"
 #include "support/drawing_fixture.h"
 
 namespace {

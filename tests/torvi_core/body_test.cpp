@@ -89,8 +89,8 @@ TEST_F(CenterBody, CurvesOfTheBlockStayInLineWithItsEntities) {
       addLine({1.0, 2.0, 0.0}, {4.0, 2.0, 0.0}), circle_,        addReference(addEmptyBlock()),
       addLine({1.0, 1.0, 0.0}, {1.0, 1.0, 0.0}), ZnDbObjectId(), addArc({0.0, 0.0, 0.0}, 3.0, 0.5, 1.5),
       addArc({0.0, 0.0, 0.0}, 0.0, 0.0, 1.0)};
-  const ZnGe::EntityId kKinds[] = {ZnGe::kLineSeg3d, ZnGe::kCircArc3d, ZnGe::kLine3d, ZnGe::kCircArc3d,
-                                   ZnGe::kLine3d};
+  const ZnGe::EntityId kKinds[] = {ZnGe::kLineSeg3d, ZnGe::kCircularArc3d, ZnGe::kLine3d,
+                                   ZnGe::kCircularArc3d, ZnGe::kLine3d};
   OwnedCurves owned;
   EXPECT_EQ(
       ask(make({circle_}), [&](const Body& body) { return body.getCenterObjGeometry(ids, owned.curves); }),

@@ -3,7 +3,7 @@
 #include <memory>
 #include <numbers>
 
-#include "quorl/ge/ellip_arc3d.h"
+#include "quorl/ge/elliptical_arc3d.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi_core/scripted_body.h"
 
@@ -50,7 +50,7 @@ TEST(CurveComparison, PairByPair) {
       {"empty markers", line(kX), line(kY), true},
       {"marker and segment", line(kX), unit, false},
       {"segment and arc", unit, quarter, false},
-      {"neither", std::make_shared<ZnGeEllipArc3d>(), std::make_shared<ZnGeEllipArc3d>(), false},
+      {"neither", std::make_shared<ZnGeEllipticalArc3d>(), std::make_shared<ZnGeEllipticalArc3d>(), false},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(Utils::areTwoCurvesEqual(row.a.get(), row.b.get()), row.equal) << row.what;

@@ -3,9 +3,9 @@
 #include <memory>
 #include <numbers>
 
-#include "quorl/db/ellipse.h"
-#include "quorl/db/polyline.h"
-#include "quorl/db/spline.h"
+#include "quorl/db/entity/ellipse.h"
+#include "quorl/db/entity/polyline.h"
+#include "quorl/db/entity/spline.h"
 #include "quorl/view/view_rep_block_reference.h"
 #include "support/point_text.h"
 #include "torvi/core/action_body_utils.h"
@@ -104,7 +104,7 @@ TEST_F(EdgeCurves, ThroughNestedReferencesAsTheyTurnAndMirror) {
       const double scale = std::cbrt(std::fabs(all.det()));
       // Point by point, from the plain shapes.
       const auto seenCircle = shape(edgeAlong({outer, inner, circle}), true);
-      ASSERT_TRUE(seenCircle && seenCircle->isKindOf(ZnGe::kCircArc3d));
+      ASSERT_TRUE(seenCircle && seenCircle->isKindOf(ZnGe::kCircularArc3d));
       const auto& round = static_cast<const ZnGeCircArc3d&>(*seenCircle);
       EXPECT_TRUE(near(round.center(), all * ZnGePoint3d(2.0, 0.0, 0.0)));
       EXPECT_NEAR(round.radius(), 1.5 * scale, 1e-9);
@@ -112,7 +112,7 @@ TEST_F(EdgeCurves, ThroughNestedReferencesAsTheyTurnAndMirror) {
       const ZnGeLineSeg3d segment(all * ZnGePoint3d(1.0, 1.0, 0.0), all * ZnGePoint3d(3.0, 1.0, 0.0));
       EXPECT_TRUE(shows(edgeAlong({outer, inner, line}), false, &segment));
       const auto piece = shape(edgeAlong({outer, inner, arc}));
-      ASSERT_TRUE(piece && piece->isKindOf(ZnGe::kCircArc3d));
+      ASSERT_TRUE(piece && piece->isKindOf(ZnGe::kCircularArc3d));
       const ZnGePoint3d from = all * ZnGePoint3d(2.0 + 1.5 * std::cos(0.2), 1.5 * std::sin(0.2), 0.0);
       const ZnGePoint3d to = all * ZnGePoint3d(2.0 + 1.5 * std::cos(1.7), 1.5 * std::sin(1.7), 0.0);
       EXPECT_TRUE((near(pointAt(*piece, 0.0), from) && near(pointAt(*piece, 1.0), to)) ||
@@ -132,7 +132,7 @@ TEST_F(EdgeCurves, ThroughAViewportTheyStandOnPaper) {
   EXPECT_TRUE(shows(edgeAlong({viewport, point}), false, &spot));
   for (const bool fullCircle : {false, true}) {
     const auto seen = shape(edgeAlong({viewport, circle}), fullCircle);
-    ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircArc3d));
+    ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircularArc3d));
     EXPECT_TRUE(near(static_cast<const ZnGeCircArc3d&>(*seen).center(), {100.0, 51.0, 0.0}));
     EXPECT_NEAR(static_cast<const ZnGeCircArc3d&>(*seen).radius(), 3.0, 1e-9);
   }
@@ -193,7 +193,7 @@ TEST_F(EdgeCurves, InDrawingViewsWithAndWithoutAViewport) {
     if (!row.inView) continue;
     for (const bool fullCircle : {false, true}) {
       const auto seen = shape(edge, fullCircle);
-      ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircArc3d));
+      ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircularArc3d));
       EXPECT_TRUE(near(static_cast<const ZnGeCircArc3d&>(*seen).center(), row.center));
       EXPECT_NEAR(seen->length(), row.radius * (fullCircle ? 2.0 * kPi : 1.5), 1e-9);
     }

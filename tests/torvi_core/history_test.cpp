@@ -2,7 +2,7 @@
 // leaves no trace.
 #include <rapidcheck.h>
 
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi_core/scripted_body.h"
 
@@ -88,7 +88,7 @@ TEST_F(MarkHistory, CopiesGetTheirOwnBlockAndFollowTheirOwnCircle) {
     SCOPED_TRACE(row.what);
     ZnDbDatabase other;
     ZnDbDatabase& target = row.otherDrawing ? other : *db_;
-    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kDcWblkObjects : ZnDb::kDcCopy, db_.get(), &target);
+    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kCopyInContext : ZnDb::kCopyContext, db_.get(), &target);
     ZnArray<ZnDbObjectId> objects{mark_};
     if (row.withCircle) objects.append(circle_);
     ASSERT_EQ(db_->deepCloneObjects(objects, row.otherSpace ? target.paperSpaceId() : target.modelSpaceId(),

@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "assoc/tdoc_list_filer.h"
-#include "quorl/db/memory_filer.h"
+#include "quorl/db/core/memory_filer.h"
 #include "torvi_core/scripted_body.h"
 
 namespace {
@@ -185,8 +185,8 @@ TEST_F(ParamStore, TheBinaryFormIsTheObjectAndAVersion) {
 class FailingAtMarker : public TdocListFiler {
 public:
   using TdocListFiler::TdocListFiler;
-  void wrSubclassMarker(const wchar_t* name) override {
-    TdocListFiler::wrSubclassMarker(name);
+  void writeSubclassMarker(const wchar_t* name) override {
+    TdocListFiler::writeSubclassMarker(name);
     if (ZnString(name) == L"ZnDbTorviActionBody") setStatus(Quorl::eFileAccess);
   }
 };
@@ -226,8 +226,8 @@ TEST_F(ParamStore, ReadingTheTextForm) {
     SCOPED_TRACE(&row - rows);
     TdocListFiler in(db_.get());
     ASSERT_EQ(body->ZnDbObject::tdocOutFields(in), Quorl::eOk);
-    if (row.marker) in.wrSubclassMarker(row.marker);
-    for (const auto& [code, value] : row.numbers) in.wrInteger(code, value);
+    if (row.marker) in.writeSubclassMarker(row.marker);
+    for (const auto& [code, value] : row.numbers) in.writeInteger(code, value);
     Body read;
     EXPECT_EQ(read.tdocInFields(in), row.status);
     EXPECT_EQ(read.ownerId(), body->ownerId());

@@ -1,7 +1,7 @@
 // Making edge extensions and binding them to other edges: what they remember, and what is refused.
-#include "quorl/db/polyline.h"
-#include "quorl/db/transaction.h"
-#include "quorl/db/undo.h"
+#include "quorl/db/core/transaction.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/polyline.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi_edgeextension/extension_fixture.h"
 
@@ -90,7 +90,7 @@ TEST_F(EdgeExtensionBuilderTest, ReassociationSetsAnchorsAnew) {
 TEST_F(EdgeExtensionBuilderTest, SidesOfPolylinesInReferencesAndThroughViewports) {
   auto* chain = new ZnDbPolyline; // a corner cut off at the origin
   for (const P3& corner : pointsOf("10,0 4,0 0,3 0,9"))
-    chain->addVertexAt(chain->numVerts(), {corner.x, corner.y});
+    chain->addVertexAt(chain->vertexCount(), {corner.x, corner.y});
   const ZnDbObjectId block = addEmptyBlock(), nested = add(chain, block), reference = addReference(block);
   const ZnDbObjectId id = addExtension(edgeAlong({reference, nested}, 0), edgeAlong({reference, nested}, 2));
   EXPECT_TRUE(shows(id, kUsual));
@@ -128,7 +128,7 @@ TEST_F(EdgeExtensionBuilderTest, CopiesFollowTheirOwnEdges) {
     SCOPED_TRACE(row.what);
     ZnDbDatabase other;
     ZnDbDatabase& target = row.otherDrawing ? other : *db_;
-    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kDcWblkObjects : ZnDb::kDcCopy, db_.get(), &target);
+    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kCopyInContext : ZnDb::kCopyContext, db_.get(), &target);
     ZnArray<ZnDbObjectId> objects{id};
     if (row.withEdges) objects.append({right_, up_});
     ASSERT_EQ(db_->deepCloneObjects(objects, target.modelSpaceId(), mapping), Quorl::eOk);

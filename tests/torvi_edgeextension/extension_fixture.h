@@ -20,8 +20,8 @@ protected:
   // How far the lines run past the crossing, and the gap at which they start.
   void setStyle(double past, double gap) {
     change<ZnDbDimStyleTableRecord>(db_->dimstyle(), [&](ZnDbDimStyleTableRecord& style) {
-      EXPECT_EQ(style.setDimexe(past), Quorl::eOk);
-      EXPECT_EQ(style.setDimexo(gap), Quorl::eOk);
+      EXPECT_EQ(style.setExtensionBeyond(past), Quorl::eOk);
+      EXPECT_EQ(style.setExtensionOffset(gap), Quorl::eOk);
     });
   }
   ZnDbObjectId addLineOf(const char* ends) { return addLine(pointsOf(ends)[0], pointsOf(ends)[1]); }

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "quorl/db/block_reference.h"
-#include "quorl/db/database.h"
-#include "quorl/db/host_services.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/host_services.h"
+#include "quorl/db/entity/block_reference.h"
 #include "quorl/rx/dynamic_linker.h"
 #include "quorl/rx/host_globals.h"
 #include "quorl/rx/member_query_engine.h"

@@ -1,7 +1,7 @@
 #include "quorl/assoc/diametric_dim_action_body.h"
 #include "quorl/assoc/radial_dim_action_body.h"
-#include "quorl/db/diametric_dimension.h"
-#include "quorl/db/radial_dimension.h"
+#include "quorl/db/entity/diametric_dimension.h"
+#include "quorl/db/entity/radial_dimension.h"
 #include "torvi/pattern/dependency_extension.h"
 #include "torvi_pattern/pattern_fixture.h"
 

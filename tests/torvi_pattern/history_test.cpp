@@ -1,6 +1,6 @@
 // Patterns through the life of a drawing: members that go, come and move, undo, copies, mirrors, files, and
 // the loss of all edges.
-#include "quorl/db/undo.h"
+#include "quorl/db/core/undo.h"
 #include "quorl/file/drawing_file.h"
 #include "torvi_pattern/pattern_fixture.h"
 
@@ -118,7 +118,7 @@ TEST_F(PatternHistory, CopiedAndSavedWithItsHolesItGoesOn) {
   ZnArray<ZnDbObjectId> objects;
   Ids copied;
   for (const ZnDbObjectId id : ids) objects.append(id);
-  ZnDbIdMapping mapping(ZnDb::kDcCopy, db_.get(), db_.get());
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, db_.get(), db_.get());
   ASSERT_EQ(db_->deepCloneObjects(objects, db_->modelSpaceId(), mapping), Quorl::eOk);
   for (const ZnDbObjectId id : ids) copied.push_back(ZnDbTorviActionBodyUtils::mapId(mapping, id));
   lives(copied);

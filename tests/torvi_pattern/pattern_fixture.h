@@ -88,7 +88,7 @@ protected:
   // The same holes in a block of their own, seen through a reference; the result is in the holes' order.
   ZnArray<ZnDbEdgeRef> nestedEdges(const Holes& holes, const ZnGeMatrix3d& place = ZnGeMatrix3d::kIdentity) {
     ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
-    record->setName(ZnString(L"part") + handleText(db_->handseed()));
+    record->setName(ZnString(L"part") + handleText(db_->nextHandle()));
     ZnDbHolder<ZnDbBlockTable> table;
     EXPECT_EQ(table.openForWrite(db_->blockTableId()), Quorl::eOk);
     EXPECT_EQ(table->add(block_, record.object()), Quorl::eOk);
@@ -212,7 +212,7 @@ protected:
     const ZnGePoint3d start = toSpace * curve.evalPoint(curve.interval().lowerBound());
     const ZnGePoint3d end = toSpace * curve.evalPoint(curve.interval().upperBound());
     char text[160];
-    std::snprintf(text, sizeof text, "%s %g,%g %g,%g", curve.isKindOf(ZnGe::kCircArc3d) ? "arc" : "line",
+    std::snprintf(text, sizeof text, "%s %g,%g %g,%g", curve.isKindOf(ZnGe::kCircularArc3d) ? "arc" : "line",
                   plain(start.x), plain(start.y), plain(end.x), plain(end.y));
     return text;
   }

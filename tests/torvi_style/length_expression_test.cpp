@@ -100,7 +100,7 @@ TEST(LengthExpression, InfoSplitsIntoFactorAndLength) {
                     {L"abc", false, 1.0, 0.0, 0.0},     {L"ByLinetype", false, 1.0, 0.0, 0.0},
                     {L"0.1x ", false, 1.0, 0.1, 0.1},   {L" -2x", true, -2.0, 0.0, -20.0},
                     {L"1e2", false, 1.0, 100.0, 100.0}, {L"3.5mm", false, 1.0, 3.5, 3.5}};
-  const ZnCenterMarkSizeConvertor convertor = ZnDbCenterMarkUtils::expressionToSizeConvertor();
+  const ZnCenterMarkSizeConverter convertor = ZnDbCenterMarkUtils::expressionToSizeConvertor();
   for (const auto& row : rows) {
     SCOPED_TRACE(ZnString(row.text).utf8());
     bool relative = false;

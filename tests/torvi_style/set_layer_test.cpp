@@ -35,7 +35,7 @@ protected:
 };
 
 struct Traits {
-  ZnDb::LineWeight lineWeight = ZnDb::kLnWtByDefault;
+  ZnDb::LineWeight lineWeight = ZnDb::kLineWeightByDefault;
   ZnDbObjectId linetype;
   ZnCmColor color;
   ZnCmTransparency transparency;
@@ -54,7 +54,7 @@ TEST_F(CenterLayer, NamesFollowTheVariable) {
   put(L"CENTERLAYER", L"Axes");
   EXPECT_EQ(ZnTorviSetLayer::centerLayerName().utf8(), "Axes");
   put(L"CENTERLAYER", L".");
-  ASSERT_EQ(db_->setClayer(addLayer(L"Walls")), Quorl::eOk);
+  ASSERT_EQ(db_->setCurrentLayer(addLayer(L"Walls")), Quorl::eOk);
   EXPECT_EQ(ZnTorviSetLayer::centerLayerName().utf8(), "Walls");
   zndbHostApplicationServices()->setWorkingDatabase(nullptr);
   EXPECT_EQ(ZnTorviSetLayer::currentLayer().utf8(), "Center Lines");
@@ -63,7 +63,7 @@ TEST_F(CenterLayer, NamesFollowTheVariable) {
 TEST_F(CenterLayer, IsMadeLikeTheStandardLayerAndFoundAgain) {
   change<ZnDbLayerTableRecord>(db_->layerZero(), [](ZnDbLayerTableRecord& layer) {
     layer.setColor(ZnCmColor::fromIndex(3));
-    layer.setLineWeight(ZnDb::kLnWt070);
+    layer.setLineWeight(ZnDb::kLineWeight070);
   });
   EXPECT_TRUE(layerNamed(L"Center Lines").isNull());
   const ZnDbObjectId made = centerLayer();
@@ -108,13 +108,14 @@ TEST_F(CenterLayer, EntitiesMoveToItEvenFromALockedLayer) {
 
 TEST_F(CenterLayer, ClearedOverridesStillApply) {
   ASSERT_EQ(zndbClearTorviLayerOverrides(), Quorl::eOk);
-  const Traits expected{ZnDb::kLnWt025, traitsOf(db_->layerZero()).linetype, ZnCmColor(), ZnCmTransparency()};
+  const Traits expected{ZnDb::kLineWeight025, traitsOf(db_->layerZero()).linetype, ZnCmColor(),
+                        ZnCmTransparency()};
   EXPECT_EQ(traitsOf(centerLayer()), expected);
 }
 
 TEST_F(CenterLayer, OverridesActOnLayersThatTheModuleMakes) {
   const ZnDbObjectId dashed = addLinetype(L"D", {3.0, -1.0}, false);
-  const Traits wanted{ZnDb::kLnWt050, dashed, ZnCmColor::fromIndex(1), ZnCmTransparency(100)};
+  const Traits wanted{ZnDb::kLineWeight050, dashed, ZnCmColor::fromIndex(1), ZnCmTransparency(100)};
   const ZnDbObjectId old = centerLayer();
   const Traits before = traitsOf(old);
   ASSERT_EQ(zndbApplyTorviLayerOverrides(wanted.lineWeight, dashed, wanted.color, wanted.transparency),
@@ -126,7 +127,7 @@ TEST_F(CenterLayer, OverridesActOnLayersThatTheModuleMakes) {
 
   // What is no linetype changes nothing.
   for (const ZnDbObjectId bad : {ZnDbObjectId(), db_->layerZero()})
-    EXPECT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLnWt211, bad, ZnCmColor(), ZnCmTransparency()),
+    EXPECT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLineWeight211, bad, ZnCmColor(), ZnCmTransparency()),
               Quorl::eInvalidLinetypeId);
   put(L"CENTERLAYER", L"New again");
   EXPECT_EQ(traitsOf(centerLayer()), wanted);
@@ -143,20 +144,20 @@ TEST_F(CenterLayer, ARefusedLineWeightStopsTheTransparency) {
   const Traits standard = traitsOf(db_->layerZero());
   const Traits wanted{standard.lineWeight, addLinetype(L"D", {3.0, -1.0}, false), ZnCmColor::fromIndex(1),
                       standard.transparency};
-  ASSERT_EQ(
-      zndbApplyTorviLayerOverrides(ZnDb::kLnWtByLayer, wanted.linetype, wanted.color, ZnCmTransparency(100)),
-      Quorl::eOk);
+  ASSERT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLineWeightByLayer, wanted.linetype, wanted.color,
+                                         ZnCmTransparency(100)),
+            Quorl::eOk);
   EXPECT_EQ(traitsOf(centerLayer()), wanted);
 }
 
 TEST_F(CenterLayer, ALinetypeOfAnotherDrawingIsLeftAlone) {
   auto other = std::make_unique<ZnDbDatabase>();
-  ASSERT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLnWt050, other->continuousLinetype(), ZnCmColor::fromIndex(2),
-                                         ZnCmTransparency(100)),
+  ASSERT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLineWeight050, other->continuousLinetype(),
+                                         ZnCmColor::fromIndex(2), ZnCmTransparency(100)),
             Quorl::eOk);
   other.reset();
   const Traits made = traitsOf(centerLayer());
-  EXPECT_EQ(made.lineWeight, ZnDb::kLnWt050);
+  EXPECT_EQ(made.lineWeight, ZnDb::kLineWeight050);
   EXPECT_EQ(made.linetype, traitsOf(db_->layerZero()).linetype);
 }
 

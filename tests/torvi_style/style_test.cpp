@@ -43,7 +43,7 @@ TEST_F(Style, NumbersComeFromTheVariables) {
 
 TEST_F(Style, ADotMeansTheCurrentLinetype) {
   const ZnDbObjectId dashed = addLinetype(L"MYDASHES", {3.0, -1.0}, false);
-  ASSERT_EQ(db_->setCeltype(dashed), Quorl::eOk);
+  ASSERT_EQ(db_->setCurrentLinetype(dashed), Quorl::eOk);
   put(L"CENTERLTYPE", L".");
   EXPECT_EQ(ZnTorviStyle::getCenterLineTypeName().utf8(), "MYDASHES");
 }

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "quorl/db/block_table.h"
-#include "quorl/db/database.h"
-#include "quorl/db/line.h"
-#include "quorl/db/undo.h"
-#include "quorl/db/viewport.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/line.h"
+#include "quorl/db/entity/viewport.h"
+#include "quorl/db/table/block_table.h"
 #include "quorl/view/brevix_util.h"
 #include "quorl/view/dim_util.h"
 #include "quorl/view/point_ref.h"

@@ -16,7 +16,7 @@ ErrorStatus ZnDbCenterMarkActionBody::getRefCircle(ZnGeCircArc3d& circle) const 
   }
   if (edgeRefCount() != 1) return Quorl::eInvalidInput;
   const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(getInputEdge(0), true));
-  if (!curve || !curve->isKindOf(ZnGe::kCircArc3d)) return Quorl::eInvalidInput;
+  if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return Quorl::eInvalidInput;
   circle = static_cast<const ZnGeCircArc3d&>(*curve);
   return Quorl::eOk;
 }

@@ -32,12 +32,12 @@ void swapVerticalSides(ZnDbCenterMarkObjectWrapper& mark) {
 } // namespace
 
 ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform,
-                                       ZnGeCircArc3d* refCircle) {
+                                       ZnGeCircArc3d* referenceCircle) {
   ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject));
   if (!body.isOpen()) return body.status();
   ZnGeCircArc3d circle;
   const ErrorStatus status = body->getRefCircle(circle);
-  if (refCircle) *refCircle = circle;
+  if (referenceCircle) *referenceCircle = circle;
   ZnGeMatrix3d base;
   if (hostDocumentKindQuery())
     base.setToTranslation(circle.center().asVector());

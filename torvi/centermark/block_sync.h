@@ -10,7 +10,7 @@
 // transform is written even when that fails, but not when there is no mark. The circle itself goes to whoever
 // wants it.
 TORVI_EXPORT Quorl::ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform,
-                                                           ZnGeCircArc3d* refCircle = nullptr);
+                                                           ZnGeCircArc3d* referenceCircle = nullptr);
 
 // A mark without its circle that was scaled takes the scale into its extensions; those that followed the
 // circle get a fixed length by that.

@@ -61,7 +61,7 @@ ErrorStatus ZnCenterMarkBuilder::subAddInputEdgeToBody(ZnDbTorviActionBody* body
   if (!ZnTorviStyle::isCentermarkExeVisible()) return mark->setExtensionLinesVisibility(false);
   if (!ZnTorviLyxUtils::checkForArc()) return Quorl::eOk;
   const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
-  if (!curve || !curve->isKindOf(ZnGe::kCircArc3d)) return Quorl::eInvalidInput;
+  if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return Quorl::eInvalidInput;
   const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
   return mark->setExtensionLinesVisibility(spanHasLines(arc.endAng() - arc.startAng()));
 }

@@ -42,15 +42,15 @@ ErrorStatus ZnDbCenterMarkLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves
   if (curves.isEmpty()) return Quorl::eInvalidInput;
   // A radius that is remembered already is not written again: a write keeps the body's state for undo.
   ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject()));
-  if (body.isOpen() && body->cachedCircleRadius() != refCircle_.radius() && body->isAssociative(false) &&
-      body.upgrade() == Quorl::eOk)
-    body->setCachedCircleRadius(refCircle_.radius());
+  if (body.isOpen() && body->cachedCircleRadius() != referenceCircle_.radius() &&
+      body->isAssociative(false) && body.upgrade() == Quorl::eOk)
+    body->setCachedCircleRadius(referenceCircle_.radius());
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbCenterMarkLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>&) {
-  const ErrorStatus status = computeCenterMarkTransform(centerObject(), transform_, &refCircle_);
+  const ErrorStatus status = computeCenterMarkTransform(centerObject(), transform_, &referenceCircle_);
   if (status != Quorl::eOk) return status;
   const ZnDbCenterMarkPropsProvider provider(centerObject());
-  return generateCenterMarkCurves(curves, provider, transform_, refCircle_);
+  return generateCenterMarkCurves(curves, provider, transform_, referenceCircle_);
 }

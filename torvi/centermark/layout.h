@@ -16,5 +16,5 @@ public:
   Quorl::ErrorStatus compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) override;
 
 private:
-  ZnGeCircArc3d refCircle_; // as compareGeometry has found it
+  ZnGeCircArc3d referenceCircle_; // as compareGeometry has found it
 };

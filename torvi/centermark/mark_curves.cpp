@@ -119,8 +119,8 @@ ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
 
 ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
                                      const IZnDbCenterMarkPropsProvider& provider,
-                                     const ZnGeMatrix3d& transform, const ZnGeCircArc3d& refCircle) {
-  ZnGeCircArc3d circle = refCircle;
+                                     const ZnGeMatrix3d& transform, const ZnGeCircArc3d& referenceCircle) {
+  ZnGeCircArc3d circle = referenceCircle;
   circle.transformBy(transform.inverse());
   if (circle.radius() == 0.0) return Quorl::eInvalidInput;
   ZnGePoint3d origin;
@@ -129,7 +129,7 @@ ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
   if (hostDocumentKindQuery()) transform.getCoordSystem(origin, x, y, z);
   y = y.normal(ZnGeContext::gTol);
   appendMark(curves, provider, {circle, circle.normal(), x, y, nullptr}, kStoredArmLengths,
-             refCircle.radius());
+             referenceCircle.radius());
   return Quorl::eOk;
 }
 

@@ -22,7 +22,7 @@ TORVI_EXPORT Quorl::ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& 
 TORVI_EXPORT Quorl::ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
                                                          const IZnDbCenterMarkPropsProvider& provider,
                                                          const ZnGeMatrix3d& transform,
-                                                         const ZnGeCircArc3d& refCircle);
+                                                         const ZnGeCircArc3d& referenceCircle);
 
 // Appends cross and extension lines. Everything is in one coordinate system. x is the direction of the
 // horizontal lines; that of the vertical ones is y, else away from the pattern's center, else normal cross x.

@@ -16,7 +16,7 @@ struct TORVI_EXPORT ZnDbCenterMarkSizeCalculator {
   double crossLength = 0.5; // of a whole arm
   double crossGap = 0.5;    // between the end of an arm and the start of an extension line
   const IZnDbCenterMarkPropsProvider& provider;
-  ZnCenterMarkSizeConvertor sizeConvertor = ZnDbCenterMarkUtils::expressionToSizeConvertor();
+  ZnCenterMarkSizeConverter sizeConvertor = ZnDbCenterMarkUtils::expressionToSizeConvertor();
 };
 
 // The outs stay as they are on failure.

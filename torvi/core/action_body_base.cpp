@@ -12,7 +12,7 @@ constexpr int kWholeTextIsHandle = 2;
 }
 
 ZnDbTorviActionBodyBase::ZnDbTorviActionBodyBase()
-    : ZnDbAssocActionBody(kCreateImpObject)
+    : ZnDbAssocActionBody(kCreateImplementation)
     , filer_(std::make_unique<ZnDbTorviActionBodyBaseFiler>(this)) {}
 
 ZnDbTorviActionBodyBase::~ZnDbTorviActionBodyBase() = default;

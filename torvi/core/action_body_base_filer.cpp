@@ -16,21 +16,21 @@ constexpr const wchar_t* kMarker = L"ZnDbTorviActionBody";
 ErrorStatus ZnDbTorviActionBodyBaseFiler::bdocOutFields(ZnDbFiler& filer) const {
   // The host's own level of a body is the object level.
   if (const ErrorStatus status = body_->ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrInt16(kVersion);
+  filer.writeInt16(kVersion);
   return filer.status();
 }
 
 ErrorStatus ZnDbTorviActionBodyBaseFiler::bdocInFields(ZnDbFiler& filer) {
   if (const ErrorStatus status = body_->ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (filer.rdInt16() != kVersion) return Quorl::eNewerVersion;
+  if (filer.readInt16() != kVersion) return Quorl::eNewerVersion;
   return filer.status();
 }
 
 ErrorStatus ZnDbTorviActionBodyBaseFiler::tdocOutFields(ZnDbTdocFiler& filer) const {
   if (const ErrorStatus status = body_->ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.wrSubclassMarker(kMarker);
+  filer.writeSubclassMarker(kMarker);
   if (filer.status() != Quorl::eOk) return filer.status();
-  filer.wrInteger(kVersionCode, kVersion);
+  filer.writeInteger(kVersionCode, kVersion);
   return filer.status();
 }
 

@@ -42,7 +42,7 @@ bool ZnDbTorviActionBodyUtils::areTwoCurvesEqual(const ZnGeCurve3d* a, const ZnG
   if (bothAre(a, b, ZnGe::kLine3d)) return true;
   if (bothAre(a, b, ZnGe::kLineSeg3d))
     return lineLineEqual(static_cast<const ZnGeLineSeg3d*>(a), static_cast<const ZnGeLineSeg3d*>(b));
-  if (bothAre(a, b, ZnGe::kCircArc3d))
+  if (bothAre(a, b, ZnGe::kCircularArc3d))
     return circleArcsEqual(static_cast<const ZnGeCircArc3d*>(a), static_cast<const ZnGeCircArc3d*>(b));
   return false;
 }

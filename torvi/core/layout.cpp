@@ -96,7 +96,7 @@ ErrorStatus ZnDbTorviLayout::applyCurveToEntity(ZnDbEntity* entity, const ZnGeCu
       line->setStartPoint(segment->startPoint());
       line->setEndPoint(segment->endPoint());
     }
-  } else if (curve->isKindOf(ZnGe::kCircArc3d)) {
+  } else if (curve->isKindOf(ZnGe::kCircularArc3d)) {
     const auto* circular = static_cast<const ZnGeCircArc3d*>(curve);
     entity->setVisibility(ZnDb::kVisible, true);
     if (arc) {
@@ -153,6 +153,6 @@ int ZnDbTorviLayout::getInputLineSegments(const ZnDbTorviObjectWrapper& wrapper,
 int ZnDbTorviLayout::getInputCircles(const ZnArray<ZnDbEdgeRef>& edges,
                                      ZnArray<ZnGeCircArc3d>& circles) const {
   static const ZnGeCircArc3d placeholder(ZnGePoint3d::kOrigin, ZnGeVector3d::kZAxis, 0.0);
-  return shapesOf(edges, ZnGe::kCircArc3d, placeholder, circles,
+  return shapesOf(edges, ZnGe::kCircularArc3d, placeholder, circles,
                   [](const ZnGeCircArc3d& circle) { return circle; });
 }

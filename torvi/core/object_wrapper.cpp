@@ -270,7 +270,7 @@ ZnString ZnDbTorviObjectWrapper::subentLineType() const {
 }
 
 int ZnDbTorviObjectWrapper::subentLineWeight() const {
-  return readBody(bodyId_, static_cast<int>(ZnDb::kLnWtByLayer),
+  return readBody(bodyId_, static_cast<int>(ZnDb::kLineWeightByLayer),
                   [](const ZnDbTorviActionBody& body) { return body.subentLineWeight(); });
 }
 
@@ -304,7 +304,7 @@ ZnString ZnDbTorviObjectWrapper::linetype() const {
 
 int ZnDbTorviObjectWrapper::lineWeight() const {
   return readReference(
-      centerObject_, static_cast<int>(ZnDb::kLnWtByLayer),
+      centerObject_, static_cast<int>(ZnDb::kLineWeightByLayer),
       [](const ZnDbBlockReference& reference) { return static_cast<int>(reference.lineWeight()); });
 }
 

@@ -11,7 +11,7 @@ CurvePtr wholeCircle(const ZnGeCircArc3d& arc) {
   return std::make_unique<ZnGeCircArc3d>(arc.center(), arc.normal(), arc.radius());
 }
 
-bool isCircular(const CurvePtr& curve) { return curve && curve->isKindOf(ZnGe::kCircArc3d); }
+bool isCircular(const CurvePtr& curve) { return curve && curve->isKindOf(ZnGe::kCircularArc3d); }
 
 // The shape as drawn in a plain space: segments of lines, circular arcs of arcs and circles, and nothing
 // else.

@@ -146,8 +146,8 @@ ErrorStatus ZnDbEdgeExtensionLayout::getDimStyleDistances(double& extension, dou
   if (!body.isOpen()) return body.status();
   ZnDbHolder<ZnDbDimStyleTableRecord> style(body->dimStyleDepId());
   if (!style.isOpen()) return style.status();
-  extension = style->dimexe();
-  gap = style->dimexo();
+  extension = style->extensionBeyond();
+  gap = style->extensionOffset();
   return Quorl::eOk;
 }
 

@@ -19,4 +19,4 @@
 #include "quorl/ge/vector2d.h"
 #include "quorl/ge/vector3d.h"
 
-static_assert(ZnGe::kCircArc3d == 11 && ZnGe::kLine3d == 19 && ZnGe::kLineSeg3d == 23);
+static_assert(ZnGe::kCircularArc3d == 11 && ZnGe::kLine3d == 19 && ZnGe::kLineSeg3d == 23);

@@ -78,8 +78,8 @@ void ZnCenterMarkPatternBuilder::clearInput() {
   if (!objectLoaded()) patternType_ = kCenterPatternNone;
   referenceEdge_ = ZnDbEdgeRef();
   referencePickParam_ = kNoPick;
-  showCenterMark_ = isFullPCD_ = false;
-  isAutoFullPCD_ = true;
+  showCenterMark_ = isFullPitchCircle_ = false;
+  isAutoFullPitchCircle_ = true;
   considerEqualDiametersOnly_ = filterOpenArcs_ = false;
   autoFillTypeBefore_ = kCenterPatternNone;
   userEdgeCount_ = 0;
@@ -103,7 +103,8 @@ bool ZnCenterMarkPatternBuilder::setReferenceEdge(const ZnDbEdgeRef& edge, const
   const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
   if (!curve) return false;
   double param = kNoPick;
-  if (curve->isKindOf(ZnGe::kCircArc3d) && !pickOnArc(static_cast<const ZnGeCircArc3d&>(*curve), pick, param))
+  if (curve->isKindOf(ZnGe::kCircularArc3d) &&
+      !pickOnArc(static_cast<const ZnGeCircArc3d&>(*curve), pick, param))
     return false;
   setReferenceEdge(edge, param);
   return true;
@@ -146,8 +147,8 @@ bool ZnCenterMarkPatternBuilder::hasEditChanges(const ZnCenterMarkPatternBuilder
 std::unique_ptr<ZnDbCenterMarkPatternTransientLayout>
 ZnCenterMarkPatternBuilder::makeLayout(CenterMarkPatternType type, const ZnDbEdgeRef& referenceEdge) const {
   auto layout = std::make_unique<ZnDbCenterMarkPatternTransientLayout>(
-      type, referenceEdge, referencePickParam_, isFullPCD_ && type != kCenterPatternLinear, showCenterMark_,
-      isAutoFullPCD_);
+      type, referenceEdge, referencePickParam_, isFullPitchCircle_ && type != kCenterPatternLinear,
+      showCenterMark_, isAutoFullPitchCircle_);
   layout->setCenterObject(centerObjId());
   return layout;
 }
@@ -165,12 +166,12 @@ void ZnCenterMarkPatternBuilder::updateBuilderFromLayout() {
         isPattern && (layout->circleCount() > kMostUndecidedCircles || isDecidedByReference(*layout));
     patternType_ = decided ? layout->patternType() : kCenterPatternNone;
   }
-  if (isPattern && isAutoFullPCD_) isFullPCD_ = layout->fullPcd();
+  if (isPattern && isAutoFullPitchCircle_) isFullPitchCircle_ = layout->fullPcd();
   if (patternType_ == kCenterPatternNone) {
     referenceEdge_ = ZnDbEdgeRef();
     referencePickParam_ = kNoPick;
   }
-  if (patternType_ != kCenterPatternPolar) showCenterMark_ = isFullPCD_ = false;
+  if (patternType_ != kCenterPatternPolar) showCenterMark_ = isFullPitchCircle_ = false;
 }
 
 ErrorStatus ZnCenterMarkPatternBuilder::initValuesInBody(ZnDbObjectId bodyId) const {
@@ -200,9 +201,9 @@ ErrorStatus ZnCenterMarkPatternBuilder::subLoadTorvi(ZnDbTorviObjectWrapper* wra
   referencePickParam_ = kNoPick;
   if (pattern->getReferenceEdge(referenceEdge_, referencePickParam_))
     convertEdgeRefToOriginalForm(referenceEdge_);
-  isFullPCD_ = pattern->isFullPCD();
+  isFullPitchCircle_ = pattern->isFullPCD();
   showCenterMark_ = pattern->showCenterMark();
-  isAutoFullPCD_ = false;
+  isAutoFullPitchCircle_ = false;
   userEdgeCount_ = inputEdges().length();
   autoFillTypeBefore_ = patternType_;
   return Quorl::eOk;

@@ -33,10 +33,10 @@ public:
   // reference edge. The pitch circle's closedness follows the edges while it is automatic.
   CenterMarkPatternType patternType() const { return patternType_; }
   void setPatternType(CenterMarkPatternType type) { patternType_ = type; }
-  bool isFullPCD() const { return patternType_ == kCenterPatternPolar && isFullPCD_; }
-  void setIsFullPCD(bool full) { isFullPCD_ = full; }
-  bool isAutoFullPCD() const { return isAutoFullPCD_; }
-  void setAutoFullPCD(bool automatic) { isAutoFullPCD_ = automatic; }
+  bool isFullPCD() const { return patternType_ == kCenterPatternPolar && isFullPitchCircle_; }
+  void setIsFullPCD(bool full) { isFullPitchCircle_ = full; }
+  bool isAutoFullPCD() const { return isAutoFullPitchCircle_; }
+  void setAutoFullPCD(bool automatic) { isAutoFullPitchCircle_ = automatic; }
   bool showCenterMark() const { return showCenterMark_; }
   void setShowCentermark(bool show) { showCenterMark_ = show; }
 
@@ -102,8 +102,8 @@ private:
   ZnDbEdgeRef referenceEdge_;
   double referencePickParam_ = -1.0;
   bool showCenterMark_ = false;
-  bool isFullPCD_ = false;
-  bool isAutoFullPCD_ = true;
+  bool isFullPitchCircle_ = false;
+  bool isAutoFullPitchCircle_ = true;
   bool considerEqualDiametersOnly_ = false;
   bool filterOpenArcs_ = false;
   CenterMarkPatternType autoFillTypeBefore_ = kCenterPatternNone;

@@ -15,7 +15,7 @@ namespace {
 
 std::optional<ZnGeCircArc3d> roundCurveOf(const ZnDbEdgeRef& edge) {
   const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
-  if (!curve || !curve->isKindOf(ZnGe::kCircArc3d)) return std::nullopt;
+  if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return std::nullopt;
   return static_cast<const ZnGeCircArc3d&>(*curve);
 }
 

@@ -15,7 +15,7 @@ ZnDbCenterMarkPatternLayout::ZnDbCenterMarkPatternLayout(ZnDbObjectId centerObje
   if (pattern.openStatus() != Quorl::eOk) return;
   patternType_ = pattern->getCenterPatternType();
   pattern->getReferenceEdge(referenceEdge_, referencePickParam_);
-  fullPcd_ = pattern->isFullPCD();
+  fullPitchCircle_ = pattern->isFullPCD();
   showPitchCenterMark_ = pattern->showCenterMark();
 }
 
@@ -26,9 +26,9 @@ ZnDbCenterMarkPatternLayout::ZnDbCenterMarkPatternLayout(CenterMarkPatternType t
     , patternType_(type)
     , referenceEdge_(referenceEdge)
     , referencePickParam_(pickParam)
-    , fullPcd_(fullPcd)
+    , fullPitchCircle_(fullPcd)
     , showPitchCenterMark_(showCenterMark)
-    , autoFullPcd_(autoFullPcd) {}
+    , autoFullPitchCircle_(autoFullPcd) {}
 
 ZnDbCenterMarkPatternLayout::~ZnDbCenterMarkPatternLayout() {
   ZnDbTorviActionBodyUtils::deleteCurves(majorCurves_);

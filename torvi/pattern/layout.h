@@ -42,7 +42,7 @@ public:
 
   // What the last analysis found
   CenterMarkPatternType patternType() const { return patternType_; }
-  bool fullPcd() const { return fullPcd_; }
+  bool fullPcd() const { return fullPitchCircle_; }
   int referenceKind() const { return referenceKind_; }
   int circleCount() const { return circles_.length(); }
   const ZnArray<ZnGeCircArc3d>& circles() const { return circles_; }
@@ -59,7 +59,7 @@ protected:
 
   // Moves the origin of the drawn curves to the pattern; false leaves them in the space's coordinates.
   virtual bool computeBlockTransform(const ZnArray<ZnGeCurve3d*>& curves, const ZnArray<ZnString>& keys);
-  // Fills curveMembers_; centers on the curve within patternTol_.
+  // Fills curveMembers_; centers on the curve within patternTolerance_.
   virtual void collectMembersOnCurve(const ZnGeCurve2d& curve);
   // Whether a reference edge that does not fit is dropped (true) or fails the analysis.
   virtual bool isReferenceEdgeOptional() const { return true; }
@@ -71,11 +71,11 @@ protected:
   CenterMarkPatternType patternType_ = kCenterPatternNone;
   ZnDbEdgeRef referenceEdge_;
   double referencePickParam_ = -1.0;
-  bool fullPcd_ = false;
+  bool fullPitchCircle_ = false;
   bool showPitchCenterMark_ = false;
-  bool autoFullPcd_ = false;
+  bool autoFullPitchCircle_ = false;
   int referenceKind_ = 0; // 0 none, 1 arc, 2 line
-  ZnGeTol patternTol_;
+  ZnGeTol patternTolerance_;
   ZnArray<ZnGeCircArc3d> circles_;
   ZnGePlane patternPlane_;
   ZnGeVector3d planeDirection_;

@@ -28,7 +28,7 @@ bool ZnDbCenterMarkPatternLayout::loadCircles(const ZnArray<ZnDbEdgeRef>& edges)
     break;
   }
   planeDirection_ = patternPlane_.normal().perpVector();
-  patternTol_ = ZnGeTol(kPatternTolerance, kPatternTolerance);
+  patternTolerance_ = ZnGeTol(kPatternTolerance, kPatternTolerance);
   return true;
 }
 
@@ -78,7 +78,7 @@ bool ZnDbCenterMarkPatternLayout::isInsideAnother(const ZnGeCircArc3d& circle) c
     const ZnGeCircArc3d& accepted = circles_[index];
     const auto [small, big] = std::minmax({circle.radius(), accepted.radius()});
     const double distance = circle.center().distanceTo(accepted.center());
-    return big > distance && big - distance - small > -patternTol_.equalVector();
+    return big > distance && big - distance - small > -patternTolerance_.equalVector();
   });
 }
 
@@ -98,7 +98,7 @@ bool ZnDbCenterMarkPatternLayout::resolveReferenceEdge() {
       referenceKind_ = 2;
       return true;
     }
-  } else if (curve && curve->isKindOf(ZnGe::kCircArc3d) && patternType_ != kCenterPatternLinear) {
+  } else if (curve && curve->isKindOf(ZnGe::kCircularArc3d) && patternType_ != kCenterPatternLinear) {
     const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
     ZnGePlane plane;
     arc.getPlane(plane);
@@ -128,7 +128,7 @@ void ZnDbCenterMarkPatternLayout::collectMembersOnCurve(const ZnGeCurve2d& curve
   curveMembers_.clear();
   for (int i = centers2d_.length() - 1; i >= 0; --i) {
     double param = 0.0;
-    if (curve.isOn(centers2d_[i], param, patternTol_)) curveMembers_[param] = i;
+    if (curve.isOn(centers2d_[i], param, patternTolerance_)) curveMembers_[param] = i;
   }
 }
 

@@ -25,7 +25,7 @@ bool ZnDbCenterMarkPatternLayout::fitPolarPattern() {
   ZnGePoint2d center;
   double radius = 0.0;
   if (!findPitchCenter(center) ||
-      !votePitchRadius(centers2d_, fixedCenterCount_, patternTol_, center, radius))
+      !votePitchRadius(centers2d_, fixedCenterCount_, patternTolerance_, center, radius))
     return false;
   // Where a reference arc puts the center is no matter of votes.
   if (referenceKind_ != 1) refinePitchCircle(center, radius);
@@ -48,7 +48,7 @@ bool ZnDbCenterMarkPatternLayout::findPitchCenter(ZnGePoint2d& center) const {
     center = pitchCenter_.convert2d(patternPlane_);
     return true;
   }
-  if (votePitchCenter(centers2d_, fixedCenterCount_, patternTol_, center)) return true;
+  if (votePitchCenter(centers2d_, fixedCenterCount_, patternTolerance_, center)) return true;
   return patternType_ == kCenterPatternPolar && pitchCenterFromBlock(center);
 }
 
@@ -58,7 +58,7 @@ bool ZnDbCenterMarkPatternLayout::pitchCenterFromBlock(ZnGePoint2d& center) cons
   if (!reference.isOpen()) return false;
   center = reference->position().convert2d(patternPlane_);
   return std::none_of(centers2d_.begin(), centers2d_.end(), [&](const ZnGePoint2d& member) {
-    return member.distanceTo(center) < patternTol_.equalPoint();
+    return member.distanceTo(center) < patternTolerance_.equalPoint();
   });
 }
 
@@ -77,7 +77,7 @@ void ZnDbCenterMarkPatternLayout::refinePitchCircle(ZnGePoint2d& center, double&
   for (size_t i = 0; i < count; ++i) {
     const ZnGePoint2d &a = members[i], &b = members[(i + third) % count],
                       &c = members[(i + 2 * third) % count];
-    const double least = patternTol_.equalPoint();
+    const double least = patternTolerance_.equalPoint();
     // Members too close for a circle hold the walk up where it stands.
     if (a.distanceTo(b) < least || b.distanceTo(c) < least || c.distanceTo(a) < least) break;
     sum += ZnGeCircArc2d(a, b, c).center().asVector();
@@ -111,7 +111,7 @@ bool ZnDbCenterMarkPatternLayout::orderAroundCircle(const ZnGeCircArc2d& circle,
     largestGap = gap;
     start = next;
   }
-  if (autoFullPcd_) fullPcd_ = isAtMost(largestGap, kLargestClosedGap);
+  if (autoFullPitchCircle_) fullPitchCircle_ = isAtMost(largestGap, kLargestClosedGap);
   chain.setPhysicalLength(static_cast<int>(curveMembers_.size()));
   for (auto member = start; member != curveMembers_.end(); ++member)
     chain.append(centerIndices_[member->second]);
@@ -121,13 +121,13 @@ bool ZnDbCenterMarkPatternLayout::orderAroundCircle(const ZnGeCircArc2d& circle,
 }
 
 void ZnDbCenterMarkPatternLayout::boundPitchArc(ZnGeCircArc3d& arc, const ZnArray<int>& chain) const {
-  const double start = arc.paramOf(circles_[chain.first()].center(), patternTol_);
+  const double start = arc.paramOf(circles_[chain.first()].center(), patternTolerance_);
   double end = 0.0;
-  if (fullPcd_) {
+  if (fullPitchCircle_) {
     end = start - kClosedPitchGap;
     if (end < 0.0) end += kTwoPi;
   } else {
-    end = arc.paramOf(circles_[chain.last()].center(), patternTol_);
+    end = arc.paramOf(circles_[chain.last()].center(), patternTolerance_);
   }
   arc.setAngles(start, end);
 }
@@ -137,7 +137,7 @@ void ZnDbCenterMarkPatternLayout::findAxisMembers(const ZnGeCircArc3d& arc, cons
   constexpr double kAxisParams[] = {std::numbers::pi, 0.0, 1.5 * std::numbers::pi, 0.5 * std::numbers::pi};
   axisMembers_.fill(-1);
   for (const int index : chain) {
-    double param = arc.paramOf(circles_[index].center(), patternTol_);
+    double param = arc.paramOf(circles_[index].center(), patternTolerance_);
     while (param > kTwoPi - kAxisMemberTolerance) param -= kTwoPi;
     for (size_t axis = 0; axis < axisMembers_.size(); ++axis) {
       if (!(std::fabs(param - kAxisParams[axis]) < kAxisMemberTolerance)) continue;
@@ -150,7 +150,7 @@ void ZnDbCenterMarkPatternLayout::findAxisMembers(const ZnGeCircArc3d& arc, cons
 bool ZnDbCenterMarkPatternLayout::fitLinearPattern() {
   ZnGeVector2d direction;
   if (!findMajorDirection(direction)) return false;
-  ZnGeLine2d line(voteLinePoint(centers2d_, fixedCenterCount_, patternTol_, direction), direction);
+  ZnGeLine2d line(voteLinePoint(centers2d_, fixedCenterCount_, patternTolerance_, direction), direction);
   const bool isDirected = referenceKind_ == 2;
   if (!isDirected) {
     ZnDbCenterMarkPatternLayout::collectMembersOnCurve(line);
@@ -173,7 +173,7 @@ bool ZnDbCenterMarkPatternLayout::fitLinearPattern() {
 }
 
 bool ZnDbCenterMarkPatternLayout::findMajorDirection(ZnGeVector2d& direction) const {
-  const ZnPatternDirectionVote vote = voteDirection(centers2d_, fixedCenterCount_, patternTol_);
+  const ZnPatternDirectionVote vote = voteDirection(centers2d_, fixedCenterCount_, patternTolerance_);
   // The user's own circles are not on one line.
   if (fixedCenterCount_ >= 3 && vote.values != 1) return false;
   if (referenceKind_ == 2) {

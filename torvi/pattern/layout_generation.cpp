@@ -44,7 +44,7 @@ bool ZnDbCenterMarkPatternLayout::computeBlockTransform(const ZnArray<ZnGeCurve3
     const ZnGeCurve3d* curve = majorCurves_.first();
     if (curve->isKindOf(ZnGe::kLineSeg3d))
       origin = static_cast<const ZnGeLineSeg3d*>(curve)->midPoint();
-    else if (curve->isKindOf(ZnGe::kCircArc3d))
+    else if (curve->isKindOf(ZnGe::kCircularArc3d))
       origin = static_cast<const ZnGeCircArc3d*>(curve)->center();
     else
       return false;
@@ -71,7 +71,7 @@ ErrorStatus ZnDbCenterMarkPatternLayout::generatePattern(ZnArray<ZnGeCurve3d*>& 
     const ZnGeCurve3d* curve = majorCurves_.first();
     if (curve->isKindOf(ZnGe::kLineSeg3d))
       majorDirection_ = static_cast<const ZnGeLineSeg3d*>(curve)->direction();
-    else if (curve->isKindOf(ZnGe::kCircArc3d))
+    else if (curve->isKindOf(ZnGe::kCircularArc3d))
       pitchCenter_ = static_cast<const ZnGeCircArc3d*>(curve)->center();
   }
   styleOvershoot_ = ZnTorviStyle::getCenterOvershoot();
@@ -106,7 +106,7 @@ ZnCenterMarkArmLengths ZnDbCenterMarkPatternLayout::memberArms(int index) const 
   arms.fill(reach > 0.0 ? reach : kArmUnset);
   const bool polar = patternType_ == kCenterPatternPolar;
   const bool isMember = !memberChains_.isEmpty() && memberChains_.first().contains(index);
-  if (isMember && !fullPcd_) {
+  if (isMember && !fullPitchCircle_) {
     const ZnArray<int>& chain = memberChains_.first();
     const double radius = circles_[index].radius();
     if (chain.length() > 1 && index == chain.last()) {
@@ -161,8 +161,8 @@ void ZnDbCenterMarkPatternLayout::generateSegments(const Props& provider, ZnArra
                                                    ZnArray<ZnString>& keys) {
   if (memberChains_.isEmpty()) return;
   ZnArray<int> chain = memberChains_.first();
-  const bool isClosedPair = fullPcd_ && chain.length() == 2;
-  if (fullPcd_ && !chain.isEmpty()) chain.append(chain.first());
+  const bool isClosedPair = fullPitchCircle_ && chain.length() == 2;
+  if (fullPitchCircle_ && !chain.isEmpty()) chain.append(chain.first());
   if (chain.length() < 2) return;
   double fromOffset = pieceOffset(provider, circles_[chain.first()].radius());
   for (int i = 0; i + 1 < chain.length(); ++i) {
@@ -227,7 +227,7 @@ void ZnDbCenterMarkPatternLayout::extendMajorCurve(ZnGeCurve3d& curve, const ZnS
     auto& line = static_cast<ZnGeLineSeg3d&>(curve);
     const ZnGeVector3d direction = line.direction();
     line.set(line.startPoint() - direction * before, line.endPoint() + direction * behind);
-  } else if (curve.isKindOf(ZnGe::kCircArc3d) && !fullPcd_) {
+  } else if (curve.isKindOf(ZnGe::kCircularArc3d) && !fullPitchCircle_) {
     auto& arc = static_cast<ZnGeCircArc3d&>(curve);
     arc.setAngles(toFullTurn(arc.startAng() - chordToArcAngle(before, arc.radius())),
                   toFullTurn(arc.endAng() + chordToArcAngle(behind, arc.radius())));

@@ -198,7 +198,7 @@ private:
   // circles and next to the limit. Whatever spans the angle departs from its chord by kLeastSagitta times the
   // radius, so the same radius also rules out arcs that are flat under the tolerance.
   bool votes(int i, int j, int k, const ZnGeVector2d& offset, double longestSqrd) const {
-    const double radiusSqrd = offset.lengthSqrd();
+    const double radiusSqrd = offset.lengthSquared();
     if (radiusSqrd > leastRadius_ * leastRadius_) {
       if (longestSqrd < shorterSqrd_ * radiusSqrd) return false;
       if (longestSqrd > longerSqrd_ * radiusSqrd) return true;

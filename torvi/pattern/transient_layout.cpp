@@ -25,7 +25,7 @@ ErrorStatus ZnDbCenterMarkPatternTransientLayout::createTransients(const ZnArray
                                                                    ZnArray<ZnGeCurve3d*>& curves,
                                                                    ZnArray<ZnString>& keys) {
   if (!loadCircles(edges)) return Quorl::eInvalidInput;
-  cursorMemberActive_ = cursorPoint && !fullPcd_ && !isInsideCircle(*cursorPoint);
+  cursorMemberActive_ = cursorPoint && !fullPitchCircle_ && !isInsideCircle(*cursorPoint);
   if (cursorMemberActive_) appendCursorCircle(*cursorPoint);
   if (!analysePattern()) return Quorl::eInvalidInput;
   // An object under edit keeps its keys, and with them its overshoots. One of a single member has none yet.

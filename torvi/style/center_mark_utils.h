@@ -6,11 +6,11 @@
 #include "torvi/style/style.h"
 
 // From a base length in drawing units and an expression to a length.
-using ZnCenterMarkSizeConvertor = std::function<double(double base, const ZnString& expression)>;
+using ZnCenterMarkSizeConverter = std::function<double(double base, const ZnString& expression)>;
 
 class ZnDbCenterMarkUtils {
 public:
-  static ZnCenterMarkSizeConvertor expressionToSizeConvertor() {
+  static ZnCenterMarkSizeConverter expressionToSizeConvertor() {
     return &ZnTorviStyle::getLengthFromExpression;
   }
 };

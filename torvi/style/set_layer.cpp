@@ -10,7 +10,7 @@ struct LayerOverrides {
   bool enabled = false;
   ZnDbObjectId linetype; // null keeps the copied layer's
   ZnDbDatabase* linetypeDatabase = nullptr;
-  ZnDb::LineWeight lineWeight = ZnDb::kLnWt025;
+  ZnDb::LineWeight lineWeight = ZnDb::kLineWeight025;
   ZnCmColor color;
   ZnCmTransparency transparency;
 };

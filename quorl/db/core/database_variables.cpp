@@ -1,0 +1,165 @@
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/host_services.h"
+#include "quorl/db/core/tell_each.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_file.h"
+#include "quorl/db/table/linetype_table.h"
+#include "quorl/rx/host_globals.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+
+// A file name without folder is looked for where the drawing lies, then beside the host's library.
+std::string linetypeFilePath(const ZnString& file, const ZnString& drawing) {
+  namespace fs = std::filesystem;
+  const fs::path wanted(file.utf8());
+  const fs::path beside = fs::path(drawing.utf8()).parent_path() / wanted;
+  std::error_code none;
+  if (wanted.is_absolute() || fs::exists(wanted, none)) return wanted.string();
+  if (!drawing.isEmpty() && fs::exists(beside, none)) return beside.string();
+  return (fs::path(Quorl::libraryFolder().utf8()) / wanted).string();
+}
+
+ErrorStatus fillLinetype(ZnDbLinetypeTableRecord& record, const ZnDbLinetypeDescription& spec) {
+  if (const ErrorStatus status = record.setName(spec.name); status != Quorl::eOk) return status;
+  record.setDescription(spec.description);
+  record.setDashCount(static_cast<int>(spec.dashes.size()));
+  for (size_t i = 0; i < spec.dashes.size(); ++i) record.setDashLengthAt(static_cast<int>(i), spec.dashes[i]);
+  record.setIsScaledToFit(spec.scaledToFit);
+  return Quorl::eOk;
+}
+
+const ZnString& ltscaleName() {
+  static const ZnString name(L"LTSCALE");
+  return name;
+}
+
+} // namespace
+
+void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
+  if (reactors_.empty()) return;
+  const ZnString text(name);
+  zndbTellEach(reactors_, [&](ZnDbDatabaseReactor& reactor) {
+    before ? reactor.headerVariableWillChange(this, text) : reactor.headerVariableChanged(this, text, true);
+  });
+}
+
+// Header ids change alike: the record must be of the right class, the old value is kept, watchers are told.
+ErrorStatus ZnDbDatabase::changeHeaderId(ZnDbObjectId ZnDbDatabase::*place, ZnDbObjectId id,
+                                         const ZnRxClass* cls, const wchar_t* name) {
+  if (id.isErased() || id.database() != this || !id.isDerivedFrom(cls)) return Quorl::eInvalidInput;
+  if (this->*place == id) return Quorl::eOk;
+  noteHeaderChange(name, true);
+  undo_->keepHeader([this, place, kept = this->*place]() mutable { std::swap(kept, this->*place); });
+  this->*place = id;
+  noteHeaderChange(name, false);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbDatabase::setCurrentSpaceId(ZnDbObjectId blockRecord) {
+  return changeHeaderId(&ZnDbDatabase::currentSpaceId_, blockRecord, ZnDbBlockTableRecord::desc(), L"CTAB");
+}
+
+ErrorStatus ZnDbDatabase::setCurrentLayer(ZnDbObjectId layer) {
+  return changeHeaderId(&ZnDbDatabase::currentLayerId_, layer, ZnDbLayerTableRecord::desc(), L"CurrentLayer");
+}
+
+ErrorStatus ZnDbDatabase::setCurrentLinetype(ZnDbObjectId linetype) {
+  return changeHeaderId(&ZnDbDatabase::currentLinetypeId_, linetype, ZnDbLinetypeTableRecord::desc(),
+                        L"CurrentLinetype");
+}
+
+ErrorStatus ZnDbDatabase::setCurrentDimensionStyle(ZnDbObjectId style) {
+  return changeHeaderId(&ZnDbDatabase::currentDimensionStyleId_, style, ZnDbDimStyleTableRecord::desc(),
+                        L"CurrentDimensionStyle");
+}
+
+double ZnDbDatabase::ltscale() const { return ltscale_; }
+
+ErrorStatus ZnDbDatabase::setLtscale(double scale) {
+  if (!(scale > 0.0) || !std::isfinite(scale)) return Quorl::eOutOfRange;
+  put(ltscaleName().atom(), ZnRxVariableValue::ofDouble(scale));
+  return Quorl::eOk;
+}
+
+const ZnRxVariableValue* ZnDbDatabase::find(ZnAtom name) const {
+  const auto found = variables_.find(name);
+  return found == variables_.end() ? nullptr : &found->second;
+}
+
+// An absent value is a state of its own: undoing the first change makes the value absent again.
+void ZnDbDatabase::exchangeVariable(ZnAtom name, std::optional<ZnRxVariableValue>& value) {
+  std::optional<ZnRxVariableValue> before;
+  if (const ZnRxVariableValue* held = find(name)) before = *held;
+  if (value)
+    variables_[name] = *value;
+  else
+    variables_.erase(name);
+  value = before;
+  if (name != ltscaleName().atom()) return;
+  const ZnRxVariableValue* held = find(name);
+  ltscale_ = held ? held->number().value_or(1.0) : 1.0;
+}
+
+void ZnDbDatabase::put(ZnAtom name, const ZnRxVariableValue& value) {
+  const std::wstring text(name.text());
+  noteHeaderChange(text.c_str(), true);
+  std::optional<ZnRxVariableValue> exchanged = value;
+  exchangeVariable(name, exchanged);
+  undo_->keepHeader([this, name, exchanged]() mutable { exchangeVariable(name, exchanged); });
+  noteHeaderChange(text.c_str(), false);
+}
+
+ErrorStatus ZnDbDatabase::loadLineTypeFile(const ZnString& name, const ZnString& file) {
+  ZnDbHolder<ZnDbLinetypeTable> table(linetypeTableId_);
+  if (!table.isOpen()) return table.status();
+  const bool all = name == L"*";
+  if (!all && table->has(name)) return Quorl::eDuplicateKey;
+  std::vector<ZnDbLinetypeDescription> specs;
+  ZnString error;
+  const ErrorStatus read = zndbReadLinetypeFile(linetypeFilePath(file, fileName_), name, specs, error);
+  if (read != Quorl::eOk) return read;
+  if (specs.empty()) return Quorl::eKeyNotFound;
+  if (const ErrorStatus status = table.upgrade(); status != Quorl::eOk) return status;
+  for (const ZnDbLinetypeDescription& spec : specs) {
+    if (table->has(spec.name)) continue;
+    auto* record = new ZnDbLinetypeTableRecord;
+    ErrorStatus status = fillLinetype(*record, spec);
+    ZnDbObjectId id;
+    if (status == Quorl::eOk) status = table->add(id, record);
+    if (status != Quorl::eOk) {
+      delete record;
+      return status;
+    }
+    record->close();
+  }
+  return Quorl::eOk;
+}
+
+ZnDb::LineWeight ZnDbDatabase::getNearestLineWeight(int hundredthsOfMm) {
+  static constexpr ZnDb::LineWeight kWeights[] = {
+      ZnDb::kLineWeight000, ZnDb::kLineWeight005, ZnDb::kLineWeight009, ZnDb::kLineWeight013,
+      ZnDb::kLineWeight015, ZnDb::kLineWeight018, ZnDb::kLineWeight020, ZnDb::kLineWeight025,
+      ZnDb::kLineWeight030, ZnDb::kLineWeight035, ZnDb::kLineWeight040, ZnDb::kLineWeight050,
+      ZnDb::kLineWeight053, ZnDb::kLineWeight060, ZnDb::kLineWeight070, ZnDb::kLineWeight080,
+      ZnDb::kLineWeight090, ZnDb::kLineWeight100, ZnDb::kLineWeight106, ZnDb::kLineWeight120,
+      ZnDb::kLineWeight140, ZnDb::kLineWeight158, ZnDb::kLineWeight200, ZnDb::kLineWeight211};
+  ZnDb::LineWeight nearest = kWeights[0];
+  for (const ZnDb::LineWeight weight : kWeights)
+    if (std::abs(weight - hundredthsOfMm) < std::abs(nearest - hundredthsOfMm)) nearest = weight;
+  return nearest;
+}
+
+ZnGeMatrix3d zndbUcsMatrix(const ZnDbDatabase* database) {
+  if (!database) database = zndbHostApplicationServices()->workingDatabase();
+  return database ? database->ucsMatrix() : ZnGeMatrix3d();
+}

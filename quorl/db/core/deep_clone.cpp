@@ -1,0 +1,209 @@
+#include "quorl/db/core/deep_clone.h"
+
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/event_reactor.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/core/object_access.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/dictionary.h"
+
+using Quorl::ErrorStatus;
+
+namespace {
+
+ZnDbDeepCloneCollector collector = nullptr;
+ZnDbDeepCloneOwnerFinder ownerFinder = nullptr;
+
+// Reads a clone's fields with the ids of its original replaced by what they became. What was not cloned
+// stays within one drawing; another drawing can't name it.
+class TranslatingFiler : public ZnDbMemoryFiler {
+public:
+  TranslatingFiler(ZnDbDatabase* destination, const ZnDbIdMapping& mapping)
+      : ZnDbMemoryFiler(kClone, destination)
+      , mapping_(mapping) {}
+
+protected:
+  ZnDbObjectId translated(ZnDbObjectId id, bool owned) const override {
+    ZnDbIdPair pair(id);
+    if (!id.isNull() && mapping_.compute(pair) && !pair.value().isNull()) return pair.value();
+    return owned || id.database() != database() ? ZnDbObjectId() : id;
+  }
+
+private:
+  const ZnDbIdMapping& mapping_;
+};
+
+struct Clone {
+  ZnDbObjectId original, copy;
+  bool primary = false;
+};
+
+// One deep clone, told in the order in which it happens.
+class DeepCloner {
+public:
+  DeepCloner(ZnDbDatabase& source, ZnDbDatabase& destination, ZnDbObjectId owner, ZnDbIdMapping& mapping)
+      : source_(source)
+      , destination_(destination)
+      , owner_(owner)
+      , mapping_(mapping) {}
+
+  ErrorStatus run(const ZnArray<ZnDbObjectId>& objects) {
+    ZnRxEvent& events = ZnRxEvent::instance();
+    events.tell([&](ZnRxEventReactor& reactor) { reactor.beginDeepClone(&destination_, mapping_); });
+    ErrorStatus status = collect(objects);
+    if (status == Quorl::eOk) {
+      events.tell([&](ZnRxEventReactor& reactor) { reactor.beginDeepCloneTranslation(mapping_); });
+      status = fillClones();
+    }
+    if (status != Quorl::eOk) {
+      takeBack();
+      events.tell([&](ZnRxEventReactor& reactor) { reactor.abortDeepClone(mapping_); });
+      return status;
+    }
+    settle();
+    events.tell([&](ZnRxEventReactor& reactor) { reactor.endDeepClone(mapping_); });
+    return Quorl::eOk;
+  }
+
+private:
+  bool crossing() const { return &source_ != &destination_; }
+
+  // Everything that must be cloned: the objects, what they own, across drawings what they cannot do
+  // without, and what the hooks ask for; in rounds until nothing new turns up.
+  ErrorStatus collect(const ZnArray<ZnDbObjectId>& objects) {
+    ZnArray<ZnDbObjectId> round;
+    for (const ZnDbObjectId id : objects) {
+      if (id.isErased() || id.database() != &source_) return Quorl::eInvalidInput;
+      if (const ErrorStatus status = include(id, true, round); status != Quorl::eOk) return status;
+    }
+    while (!round.isEmpty()) {
+      ZnArray<ZnDbObjectId> wanted, next;
+      for (const ZnDbObjectId id : round) {
+        ids_.clear();
+        id.slot()->object->bdocOutFields(ids_);
+        for (const auto* list : {&ids_.hardOwned, &ids_.softOwned})
+          for (const ZnDbObjectId owned : *list) wanted.append(owned);
+        if (crossing())
+          for (const ZnDbObjectId needed : ids_.hardPointers) wanted.append(needed);
+        id.slot()->object->addMoreObjectsToDeepClone(mapping_, wanted);
+      }
+      if (collector) collector(mapping_, round, wanted);
+      for (const ZnDbObjectId id : wanted)
+        if (const ErrorStatus status = include(id, false, next); status != Quorl::eOk) return status;
+      round = std::move(next);
+    }
+    return Quorl::eOk;
+  }
+
+  ErrorStatus include(ZnDbObjectId id, bool primary, ZnArray<ZnDbObjectId>& round) {
+    ZnDbIdPair known(id);
+    if (id.isErased() || id.database() != &source_ || mapping_.compute(known)) return Quorl::eOk;
+    if (const ZnDbObjectId twin = recordOfSameName(id); !twin.isNull()) {
+      mapping_.assign(ZnDbIdPair(id, twin, false));
+      return Quorl::eOk;
+    }
+    auto* copy = static_cast<ZnDbObject*>(id.objectClass()->create());
+    if (!copy) return Quorl::eWrongObjectClass;
+    ZnDbObjectId copyId;
+    if (const ErrorStatus status = destination_.addObject(copy, {}, copyId); status != Quorl::eOk) {
+      delete copy;
+      return status;
+    }
+    mapping_.assign(ZnDbIdPair(id, copyId, true, primary));
+    clones_.push_back({id, copyId, primary});
+    round.append(id);
+    return Quorl::eOk;
+  }
+
+  // Across drawings a record that the destination has by name serves for the one that would come along.
+  ZnDbObjectId recordOfSameName(ZnDbObjectId id) const {
+    if (!crossing() || !id.isDerivedFrom(ZnDbSymbolTableRecord::desc())) return {};
+    const auto* record = static_cast<const ZnDbSymbolTableRecord*>(id.slot()->object);
+    const bool anonymous = record->name().view().starts_with(L"*");
+    const auto* block = ZnDbBlockTableRecord::cast(id.slot()->object);
+    if (anonymous && !(block && block->isLayout())) return {};
+    ZnDbObjectId twin;
+    ZnDbHolder<ZnDbSymbolTable> table(destinationTable(id));
+    if (table.isOpen()) table->getIdAt(record->name(), twin);
+    return twin;
+  }
+
+  ZnDbObjectId destinationTable(ZnDbObjectId recordId) const {
+    const auto* table = ZnDbSymbolTable::cast(recordId.slot()->object->ownerId().slot()->object);
+    if (!table) return {};
+    for (const ZnDbObjectId id : {destination_.blockTableId(), destination_.layerTableId(),
+                                  destination_.linetypeTableId(), destination_.dimStyleTableId()})
+      if (id.objectClass() == table->isA()) return id;
+    return {};
+  }
+
+  ErrorStatus fillClones() {
+    for (const Clone& clone : clones_) {
+      ZnDbMemoryFiler original(ZnDbFiler::kClone, &source_);
+      clone.original.slot()->object->bdocOutFields(original);
+      TranslatingFiler filer(&destination_, mapping_);
+      filer.setBytes(original.takeBytes());
+      ZnDbObject* copy = clone.copy.slot()->object;
+      if (const ErrorStatus status = copy->bdocInFields(filer); status != Quorl::eOk) return status;
+      ZnDbObjectAccess::setOwner(copy, ownerOf(clone));
+    }
+    return Quorl::eOk;
+  }
+
+  // A clone belongs to what its original's owner became. The objects that were asked for go to the owner
+  // that was asked for; what the hooks brought goes to the same owner in one drawing, and to the table or
+  // dictionary of the same role in another.
+  ZnDbObjectId ownerOf(const Clone& clone) const {
+    if (clone.primary) return owner_;
+    const ZnDbObject* original = clone.original.slot()->object;
+    ZnDbIdPair pair(original->ownerId());
+    if (mapping_.compute(pair) && !pair.value().isNull()) return pair.value();
+    if (ownerFinder)
+      if (const ZnDbObjectId found = ownerFinder(original, mapping_, owner_); !found.isNull()) return found;
+    if (!crossing()) return original->ownerId();
+    return clone.original.isDerivedFrom(ZnDbSymbolTableRecord::desc()) ? destinationTable(clone.original)
+                                                                       : owner_;
+  }
+
+  void settle() {
+    for (const Clone& clone : clones_) {
+      const ZnDbObjectId owner = clone.copy.slot()->object->ownerId();
+      ZnDbIdPair pair(clone.original.slot()->object->ownerId());
+      const bool ownerLists = mapping_.compute(pair) && pair.isCloned() && pair.value() == owner;
+      if (!ownerLists && owner.isValid()) owner.slot()->object->memberAdded(clone.copy);
+    }
+    for (const Clone& clone : clones_) clone.copy.slot()->object->loaded();
+    for (const Clone& clone : clones_) clone.copy.slot()->object->attachLinks();
+    for (const Clone& clone : clones_) clone.copy.slot()->object->close();
+    for (const Clone& clone : clones_) clone.original.slot()->object->postProcessAfterDeepClone(mapping_);
+  }
+
+  void takeBack() {
+    for (const Clone& clone : clones_) {
+      ZnDbObject* copy = clone.copy.slot()->object;
+      ZnDbObjectAccess::markErased(copy, true);
+      copy->close();
+    }
+  }
+
+  ZnDbDatabase& source_;
+  ZnDbDatabase& destination_;
+  ZnDbObjectId owner_;
+  ZnDbIdMapping& mapping_;
+  ZnDbIdCollector ids_;
+  std::vector<Clone> clones_;
+};
+
+} // namespace
+
+void zndbSetDeepCloneCollector(ZnDbDeepCloneCollector newCollector) { collector = newCollector; }
+
+void zndbSetDeepCloneOwnerFinder(ZnDbDeepCloneOwnerFinder newFinder) { ownerFinder = newFinder; }
+
+ErrorStatus ZnDbDatabase::deepCloneObjects(const ZnArray<ZnDbObjectId>& objects, ZnDbObjectId owner,
+                                           ZnDbIdMapping& mapping) {
+  if (objects.isEmpty()) return Quorl::eNothingToDo;
+  if (!owner.isValid() || owner.isErased()) return Quorl::eInvalidOwner;
+  return DeepCloner(*this, *owner.database(), owner, mapping).run(objects);
+}

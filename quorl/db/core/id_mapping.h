@@ -1,0 +1,73 @@
+// What became what in a deep clone.
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "quorl/db/core/object_id.h"
+
+class ZnDbIdPair {
+public:
+  ZnDbIdPair() = default;
+  explicit ZnDbIdPair(ZnDbObjectId key)
+      : key_(key) {}
+  ZnDbIdPair(ZnDbObjectId key, ZnDbObjectId value, bool isCloned, bool isPrimary = false,
+             bool isOwnerTranslated = true)
+      : key_(key)
+      , value_(value)
+      , cloned_(isCloned)
+      , primary_(isPrimary)
+      , ownerTranslated_(isOwnerTranslated) {}
+
+  ZnDbObjectId key() const { return key_; }
+  ZnDbObjectId value() const { return value_; }
+  bool isCloned() const { return cloned_; }
+  bool isPrimary() const { return primary_; } // asked for by the caller, not pulled along
+  bool isOwnerTranslated() const { return ownerTranslated_; }
+
+private:
+  ZnDbObjectId key_, value_;
+  bool cloned_ = false, primary_ = false, ownerTranslated_ = true;
+};
+
+class ZnDbIdMapping {
+public:
+  ZnDbIdMapping(int context, ZnDbDatabase* originals, ZnDbDatabase* destination)
+      : context_(context)
+      , sourceDatabase_(originals)
+      , targetDatabase_(destination) {}
+
+  // Fills in the pair of that key; false and the pair untouched when there is none.
+  bool compute(ZnDbIdPair& pair) const;
+  // Adds or replaces the pair of its key.
+  void assign(const ZnDbIdPair& pair);
+
+  int deepCloneContext() const { return context_; }
+  ZnDbDatabase* sourceDatabase() const { return sourceDatabase_; }
+  ZnDbDatabase* destDb() const { return targetDatabase_; }
+
+  // Pairs in the order in which they were added.
+  const std::vector<ZnDbIdPair>& pairs() const { return pairs_; }
+
+private:
+  int context_ = 0;
+  ZnDbDatabase* sourceDatabase_ = nullptr;
+  ZnDbDatabase* targetDatabase_ = nullptr;
+  std::vector<ZnDbIdPair> pairs_;
+  std::unordered_map<ZnDbObjectId, size_t> index_;
+};
+
+// Walks the pairs of a mapping in order; pairs added meanwhile are visited too.
+class ZnDbIdMappingIter {
+public:
+  explicit ZnDbIdMappingIter(const ZnDbIdMapping& mapping)
+      : mapping_(mapping) {}
+  void start() { at_ = 0; }
+  bool done() const { return at_ >= mapping_.pairs().size(); }
+  void next() { ++at_; }
+  bool getMap(ZnDbIdPair& pair) const;
+
+private:
+  const ZnDbIdMapping& mapping_;
+  size_t at_ = 0;
+};

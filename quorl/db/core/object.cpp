@@ -1,0 +1,255 @@
+#include "quorl/db/core/object.h"
+
+#include <algorithm>
+
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/id_mapping.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/core/object_access.h"
+#include "quorl/db/core/object_reactor.h"
+#include "quorl/db/core/tell_each.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/core/watch_link.h"
+#include "quorl/db/table/dictionary.h"
+
+using Quorl::ErrorStatus;
+
+ZNRX_DEFINE_ABSTRACT(ZnDbObject, ZnGiDrawable)
+ZNRX_DEFINE_ABSTRACT(ZnDbObjectReactor, ZnRxObject)
+
+namespace {
+
+// Calls for everyone who watches the slot. A watcher may take its link down meanwhile, and new ones may
+// come, so the ring is copied first; most objects have one or two.
+template<class Call> void forEachWatcher(const ZnDbSlot* slot, Call&& call) {
+  if (!slot->watchers) return;
+  constexpr size_t kFew = 16;
+  ZnDbObjectId few[kFew];
+  std::vector<ZnDbObjectId> many;
+  size_t count = 0;
+  const ZnDbWatchLink* link = slot->watchers;
+  do {
+    if (count < kFew)
+      few[count] = link->watcher;
+    else
+      many.push_back(link->watcher);
+    ++count;
+    link = link->next;
+  } while (link != slot->watchers);
+  for (size_t i = 0; i < std::min(count, kFew); ++i)
+    if (!few[i].isErased()) call(few[i].slot()->object);
+  for (const ZnDbObjectId watcher : many)
+    if (!watcher.isErased()) call(watcher.slot()->object);
+}
+
+} // namespace
+
+ZnDbObject::~ZnDbObject() {
+  if (reactors_) zndbTellEach(*reactors_, [this](ZnDbObjectReactor& reactor) { reactor.goodbye(this); });
+}
+
+void ZnDbObject::setOwnerId(ZnDbObjectId owner) {
+  assertWriteEnabled();
+  ownerId_ = owner;
+}
+
+bool ZnDbObject::isUndoing() const { return database() && database()->isUndoing(); }
+
+void ZnDbObject::assertReadEnabled() const { QUORL_ASSERT(isReadEnabled()); }
+
+void ZnDbObject::assertWriteEnabled(bool autoUndo, bool recordModified) {
+  if (!slot_) return;
+  QUORL_ASSERT(isWriteEnabled());
+  if (autoUndo) slot_->database->undoRecorder().keepState(this);
+  if (!recordModified || modified_) return;
+  modified_ = true;
+  ZnDbObjectAccess::tellOpenedForModify(this);
+}
+
+ErrorStatus ZnDbObject::close() {
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (slot_->writers) {
+    revertZnDbObjectFromWrite(this);
+    return Quorl::eOk;
+  }
+  if (!slot_->readers) return Quorl::eNotOpenedYet;
+  endZnDbObjectRead(this);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbObject::upgradeOpen() {
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (slot_->writers) return Quorl::eWasOpenForWrite;
+  if (slot_->readers != 1) return Quorl::eWasOpenForRead;
+  if (ZnDbObjectAccess::notLocked(this) != Quorl::eOk) return Quorl::eOnLockedLayer;
+  slot_->readers = 0;
+  slot_->writers = 1;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbObject::downgradeOpen() {
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (slot_->writers != 1) return Quorl::eNotOpenForWrite;
+  slot_->readers = 1;
+  revertZnDbObjectFromWrite(this);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbObject::erase(bool erasing) {
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (erasing == slot_->erased) return erasing ? Quorl::eWasErased : Quorl::eNothingToDo;
+  assertWriteEnabled();
+  if (const ErrorStatus status = subErase(erasing); status != Quorl::eOk) return status;
+  ZnDbObjectAccess::markErased(this, erasing);
+  eraseToggled_ = true;
+  if (!extensionDictionary_.isNull()) {
+    ZnDbHolder<ZnDbObject> extension;
+    if (extension.openForWrite(extensionDictionary_, true) == Quorl::eOk) extension->erase(erasing);
+  }
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbObject::createExtensionDictionary() {
+  if (!slot_) return Quorl::eNotInDatabase;
+  if (!extensionDictionary_.isNull() && !extensionDictionary_.isErased()) return Quorl::eDuplicateKey;
+  assertWriteEnabled();
+  auto* dictionary = new ZnDbDictionary;
+  const ErrorStatus status = database()->addObject(dictionary, objectId(), extensionDictionary_);
+  if (status == Quorl::eOk) dictionary->close();
+  return status;
+}
+
+void ZnDbObject::addReactor(ZnDbObjectReactor* reactor) {
+  if (!reactors_) reactors_ = std::make_unique<std::vector<ZnDbObjectReactor*>>();
+  if (std::find(reactors_->begin(), reactors_->end(), reactor) == reactors_->end())
+    reactors_->push_back(reactor);
+}
+
+void ZnDbObject::removeReactor(ZnDbObjectReactor* reactor) {
+  if (!reactors_) return;
+  reactors_->erase(std::remove(reactors_->begin(), reactors_->end(), reactor), reactors_->end());
+}
+
+ZnRxObject* ZnDbObject::clone() const {
+  auto* copy = static_cast<ZnDbObject*>(isA()->create());
+  if (!copy) return nullptr;
+  ZnDbMemoryFiler filer(ZnDbFiler::kClone, database());
+  bdocOutFields(filer);
+  filer.rewind();
+  if (copy->bdocInFields(filer) != Quorl::eOk) {
+    delete copy;
+    return nullptr;
+  }
+  copy->extensionDictionary_.setNull();
+  return copy;
+}
+
+ErrorStatus ZnDbObject::deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping,
+                                  bool /*isPrimary*/) {
+  copy = nullptr;
+  if (!database()) return Quorl::eNotInDatabase;
+  if (!owner || !owner->database()) return Quorl::eInvalidOwner;
+  const ErrorStatus status =
+      database()->deepCloneObjects(ZnArray<ZnDbObjectId>{objectId()}, owner->objectId(), mapping);
+  ZnDbIdPair pair(objectId());
+  if (status == Quorl::eOk && mapping.compute(pair)) copy = pair.value().slot()->object;
+  return status;
+}
+
+ErrorStatus ZnDbObject::bdocOutFields(ZnDbFiler& filer) const {
+  filer.writeSoftPointerId(ownerId_);
+  filer.writeHardOwnershipId(extensionDictionary_);
+  return filer.status();
+}
+
+ErrorStatus ZnDbObject::bdocInFields(ZnDbFiler& filer) {
+  assertWriteEnabled();
+  ownerId_ = filer.readSoftPointerId();
+  extensionDictionary_ = filer.readHardOwnershipId();
+  return filer.status();
+}
+
+ErrorStatus ZnDbObject::tdocOutFields(ZnDbTdocFiler& filer) const {
+  filer.writeId(330, ownerId_);
+  if (!extensionDictionary_.isNull() && !extensionDictionary_.isErased())
+    filer.writeId(360, extensionDictionary_);
+  return filer.status();
+}
+
+ErrorStatus ZnDbObject::tdocInFields(ZnDbTdocFiler& filer) {
+  assertWriteEnabled();
+  ZnDbTdocItem item;
+  while (!filer.atEndOfObject()) {
+    if (const ErrorStatus status = filer.readItem(item); status != Quorl::eOk) return status;
+    if (item.code == 330) {
+      ownerId_ = item.id;
+    } else if (item.code == 360) {
+      extensionDictionary_ = item.id;
+    } else {
+      filer.pushBackItem();
+      break;
+    }
+  }
+  return filer.status();
+}
+
+void ZnDbObject::audit(std::vector<ZnString>& faults, bool fix) {
+  if (!extensionDictionary_.isNull() && !extensionDictionary_.isValid()) {
+    faults.push_back(isA()->name() + L" " + handleText(handle()) + L": extension dictionary is missing");
+    if (fix) extensionDictionary_.setNull();
+  }
+}
+
+void ZnDbObjectAccess::tellOpenedForModify(ZnDbObject* object) {
+  if (object->isNew_) return;
+  if (object->reactors_)
+    zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) { reactor.openedForModify(object); });
+  zndbTellEach(object->database()->reactors(), [&](ZnDbDatabaseReactor& reactor) {
+    reactor.objectOpenedForModify(object->database(), object);
+  });
+}
+
+void ZnDbObjectAccess::tellModified(ZnDbObject* object, bool undone) {
+  if (!undone) forEachWatcher(object->slot_, [&](ZnDbObject* watcher) { watcher->watchedModified(object); });
+  if (object->reactors_)
+    zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) {
+      undone ? reactor.modifiedUndone(object) : reactor.modified(object);
+    });
+  zndbTellEach(object->database()->reactors(),
+               [&](ZnDbDatabaseReactor& reactor) { reactor.objectModified(object->database(), object); });
+}
+
+void ZnDbObjectAccess::tellErased(ZnDbObject* object) {
+  const bool erasing = object->slot_->erased;
+  if (!object->isUndoing())
+    forEachWatcher(object->slot_, [&](ZnDbObject* watcher) { watcher->watchedErased(object, erasing); });
+  if (object->reactors_)
+    zndbTellEach(*object->reactors_, [&](ZnDbObjectReactor& reactor) { reactor.erased(object, erasing); });
+  zndbTellEach(object->database()->reactors(), [&](ZnDbDatabaseReactor& reactor) {
+    reactor.objectErased(object->database(), object, erasing);
+  });
+}
+
+void ZnDbObjectAccess::finishWrite(ZnDbObject* object) {
+  object->subClose();
+  const bool isNew = std::exchange(object->isNew_, false);
+  const bool modified = std::exchange(object->modified_, false);
+  const bool erased = std::exchange(object->eraseToggled_, false);
+  if (isNew)
+    zndbTellEach(object->database()->reactors(),
+                 [&](ZnDbDatabaseReactor& reactor) { reactor.objectAppended(object->database(), object); });
+  if (erased)
+    tellErased(object);
+  else if (modified)
+    tellModified(object, false);
+}
+
+void ZnDbObjectAccess::markErased(ZnDbObject* object, bool erased) {
+  ZnDbSlot* slot = object->slot_;
+  if (slot->erased == erased) return;
+  if (erased) object->detachLinks();
+  slot->erased = erased;
+  slot->database->objectCount_ += erased ? static_cast<size_t>(-1) : 1;
+  if (!erased) object->attachLinks();
+}

@@ -1,0 +1,122 @@
+// The base of all database objects.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "quorl/base/array.h"
+#include "quorl/db/core/drawable.h"
+#include "quorl/db/core/filer.h"
+#include "quorl/db/core/object_id.h"
+#include "quorl/db/core/object_pool.h"
+#include "quorl/db/core/open.h"
+#include "quorl/db/core/tdoc_filer.h"
+
+class ZnDbIdMapping;
+class ZnDbObjectReactor;
+
+class ZnDbObject : public ZnGiDrawable {
+  ZNRX_DECLARE_MEMBERS(ZnDbObject)
+
+public:
+  ~ZnDbObject() override;
+  // See object_pool.h; also for the classes of modules.
+  static void* operator new(std::size_t size) { return ZnDbObjectPool::allocate(size); }
+  static void operator delete(void* piece, std::size_t size) noexcept {
+    ZnDbObjectPool::release(piece, size);
+  }
+
+  // Identity. Null for an object that is in no database.
+  ZnDbObjectId objectId() const { return ZnDbObjectId(slot_); }
+  ZnDbHandle handle() const { return objectId().handle(); }
+  ZnDbDatabase* database() const { return slot_ ? slot_->database : nullptr; }
+  ZnDbObjectId drawableId() const override { return objectId(); }
+  ZnDbObjectId ownerId() const { return ownerId_; }
+  // Sets the owner's id only; the owner's list of members is the owner's matter.
+  void setOwnerId(ZnDbObjectId owner);
+
+  // State. An object in no database counts as open for write.
+  bool isErased() const { return slot_ && slot_->erased; }
+  bool isReadEnabled() const { return !slot_ || slot_->readers || slot_->writers || slot_->evaluating; }
+  bool isWriteEnabled() const { return !slot_ || slot_->writers || slot_->evaluating; }
+  bool isUndoing() const;
+  // Stop the program where the object is not open in the mode: that is a bug of the caller. The write form
+  // also keeps the object's state for undo (autoUndo) and notes that it changes (recordModified).
+  void assertReadEnabled() const;
+  void assertWriteEnabled(bool autoUndo = true, bool recordModified = true);
+
+  // Ends one open of zndbOpenObject or of an appending operation; notifications go out when the last
+  // writer closes.
+  Quorl::ErrorStatus close();
+  Quorl::ErrorStatus upgradeOpen();
+  Quorl::ErrorStatus downgradeOpen();
+  // Erases or brings back; the object must be open for write. The base tells watchers and reactors;
+  // a class adds its own part in subErase. Erasing an erased object is eWasErased.
+  Quorl::ErrorStatus erase(bool erasing = true);
+
+  // Extension dictionary; null id without one. Creating needs write.
+  ZnDbObjectId extensionDictionary() const { return extensionDictionary_; }
+  Quorl::ErrorStatus createExtensionDictionary();
+
+  // Transient reactors; not owned, not filed.
+  void addReactor(ZnDbObjectReactor* reactor);
+  void removeReactor(ZnDbObjectReactor* reactor);
+
+  // A copy in no database with the same fields and ids, owned by the caller.
+  ZnRxObject* clone() const override;
+  // Clones this object and what it owns into the owner; see ZnDbDatabase::deepCloneObjects.
+  Quorl::ErrorStatus deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping,
+                               bool isPrimary = true);
+
+  // Fields. Each level calls its base first. A reader leaves the object usable whatever the bytes say and
+  // reports damage by the status.
+  virtual Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const;
+  virtual Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer);
+  virtual Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const;
+  virtual Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer);
+
+  // Reverse links of this object are hung up and taken down: after it enters a database, is read, cloned,
+  // undone or unerased; before its fields are replaced and when it is erased. Both may be called twice.
+  virtual void attachLinks() {}
+  virtual void detachLinks() {}
+  // After all objects of a file are read, in order of handles.
+  virtual void loaded() {}
+
+  // Heard by a watcher (see watch_link.h) of the object told of; the watcher is not opened.
+  virtual void watchedModified(const ZnDbObject*) {}
+  virtual void watchedErased(const ZnDbObject*, bool /*erasing*/) {}
+  virtual void watchedCopied(const ZnDbObject* /*original*/, const ZnDbObject* /*copy*/) {}
+  // A member was appended to, moved from or moved to this owner, or changed by undo.
+  virtual void memberAdded(ZnDbObjectId) {}
+  virtual void memberRemoved(ZnDbObjectId) {}
+
+  // Deep clone hooks, called on the originals that are being cloned and on the clones afterwards.
+  virtual Quorl::ErrorStatus addMoreObjectsToDeepClone(ZnDbIdMapping&, ZnArray<ZnDbObjectId>&) const {
+    return Quorl::eOk;
+  }
+  virtual Quorl::ErrorStatus postProcessAfterDeepClone(ZnDbIdMapping&) { return Quorl::eOk; }
+
+  // Finds faults of the object's own; with fix they are mended. Each fault is one line in the report.
+  virtual void audit(std::vector<ZnString>& faults, bool fix);
+
+protected:
+  ZnDbObject() = default;
+  virtual Quorl::ErrorStatus subErase(bool /*erasing*/) { return Quorl::eOk; }
+  // Before and after a change of an open object's fields, for caches.
+  virtual void subClose() {}
+
+private:
+  friend class ZnDbDatabase;
+  friend class ZnDbUndoRecorder;
+  friend struct ZnDbObjectAccess;
+
+  ZnDbSlot* slot_ = nullptr;
+  ZnDbObjectId ownerId_;
+  ZnDbObjectId extensionDictionary_;
+  bool modified_ = false;
+  bool eraseToggled_ = false;
+  bool isNew_ = false;
+  std::unique_ptr<std::vector<ZnDbObjectReactor*>> reactors_;
+};
+
+#include "quorl/db/core/open_inl.h"

@@ -1,0 +1,205 @@
+#include "quorl/db/core/undo.h"
+
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/core/object_access.h"
+
+using Quorl::ErrorStatus;
+
+// One change. State: the object's fields, in the step's bytes, and erased mark as they were. Creation: the
+// object came into being (or, in a redo list, is to come back). Header: a value outside of objects, by its
+// place in the step's exchanges.
+struct ZnDbUndoRecorder::Record {
+  enum Kind { kState, kCreation, kHeader } kind = kState;
+  bool erased = false;
+  ZnDbObjectId id;
+  size_t at = 0;
+  size_t size = 0;
+};
+
+// The states of a step stand one after the other: keeping one costs no memory of its own.
+struct ZnDbUndoRecorder::Step {
+  ZnString label;
+  std::vector<Record> records;
+  std::string bytes;
+  std::vector<std::function<void()>> exchanges;
+  size_t before = 0; // records of all earlier steps
+
+  void addState(ZnDbObjectId id, bool erased, std::string_view state) {
+    records.push_back({Record::kState, erased, id, bytes.size(), state.size()});
+    bytes += state;
+  }
+  void addCreation(ZnDbObjectId id, bool erased) { records.push_back({Record::kCreation, erased, id, 0, 0}); }
+  void addExchange(std::function<void()> exchange) {
+    records.push_back({Record::kHeader, false, {}, exchanges.size(), 0});
+    exchanges.push_back(std::move(exchange));
+  }
+};
+
+ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database)
+    : database_(database)
+    , scratch_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database)) {}
+
+ZnDbUndoRecorder::~ZnDbUndoRecorder() = default;
+
+void ZnDbUndoRecorder::startStep(const ZnString& label) {
+  ++stamp_;
+  if (!done_.empty() && done_.back().records.empty())
+    done_.back().label = label;
+  else
+    push({label, {}, {}, {}});
+}
+
+void ZnDbUndoRecorder::push(Step step) {
+  step.before = mark();
+  done_.push_back(std::move(step));
+}
+
+bool ZnDbUndoRecorder::canUndo() const { return undoDepth() > 0; }
+
+bool ZnDbUndoRecorder::canRedo() const { return !undone_.empty(); }
+
+size_t ZnDbUndoRecorder::undoDepth() const {
+  return done_.size() - (!done_.empty() && done_.back().records.empty() ? 1 : 0);
+}
+
+// A first change opens a step of its own where none was begun, and makes redoing impossible.
+void ZnDbUndoRecorder::begin() {
+  if (done_.empty()) push({});
+  undone_.clear();
+}
+
+void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
+  ZnDbSlot* slot = ZnDbObjectAccess::slot(object);
+  if (!recording_ || undoing_ || slot->undoStamp == stamp_) return;
+  begin();
+  slot->undoStamp = stamp_;
+  // The filer keeps its memory from object to object.
+  scratch_->clear();
+  object->bdocOutFields(*scratch_);
+  done_.back().addState(object->objectId(), slot->erased, scratch_->bytes());
+}
+
+void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
+  if (!recording_ || undoing_) return;
+  begin();
+  ZnDbObjectAccess::slot(object)->undoStamp = stamp_;
+  done_.back().addCreation(object->objectId(), true);
+}
+
+void ZnDbUndoRecorder::keepHeader(std::function<void()> exchange) {
+  if (!recording_ || undoing_) return;
+  begin();
+  done_.back().addExchange(std::move(exchange));
+}
+
+namespace {
+
+// The owner's list of members follows the object's owner id.
+void moveMembership(ZnDbObjectId member, ZnDbObjectId from, ZnDbObjectId to) {
+  if (from == to) return;
+  if (from.isValid()) from.slot()->object->memberRemoved(member);
+  if (to.isValid()) to.slot()->object->memberAdded(member);
+}
+
+} // namespace
+
+// Puts the record's state in place and keeps what stood there as the inverse.
+void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) {
+  if (record.kind == Record::kHeader) {
+    step.exchanges[record.at]();
+    inverse.addExchange(step.exchanges[record.at]);
+    return;
+  }
+  ZnDbSlot* slot = record.id.slot();
+  ZnDbObject* object = slot->object;
+  const bool wasErased = slot->erased;
+  if (record.kind == Record::kCreation) {
+    inverse.addCreation(record.id, wasErased);
+    ZnDbObjectAccess::markErased(object, record.erased);
+    ZnDbObjectAccess::tellErased(object);
+    return;
+  }
+  scratch_->clear();
+  object->bdocOutFields(*scratch_);
+  inverse.addState(record.id, wasErased, scratch_->bytes());
+  const ZnDbObjectId ownerBefore = object->ownerId();
+  if (!wasErased) object->detachLinks();
+  ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
+  filer.setBytes(step.bytes.substr(record.at, record.size));
+  // Reading the old fields is no change of its own: nobody is told of it here.
+  ++slot->writers;
+  object->modified_ = true;
+  const ErrorStatus status = object->bdocInFields(filer);
+  object->modified_ = false;
+  --slot->writers;
+  QUORL_ASSERT(status == Quorl::eOk);
+  moveMembership(record.id, ownerBefore, object->ownerId());
+  if (!wasErased && !record.erased) object->attachLinks();
+  ZnDbObjectAccess::markErased(object, record.erased);
+  if (wasErased != record.erased)
+    ZnDbObjectAccess::tellErased(object);
+  else
+    ZnDbObjectAccess::tellModified(object, true);
+}
+
+// The youngest records, backwards, so that each object meets the world in which its state was kept.
+void ZnDbUndoRecorder::apply(Step& step, size_t count, Step& inverse) {
+  undoing_ = true;
+  for (size_t i = 0; i < count; ++i) restore(step, step.records[step.records.size() - 1 - i], inverse);
+  undoing_ = false;
+  ++stamp_;
+}
+
+ErrorStatus ZnDbUndoRecorder::undo() {
+  while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
+  if (done_.empty()) return Quorl::eNothingToUndo;
+  Step step = std::move(done_.back());
+  done_.pop_back();
+  Step back{step.label, {}, {}, {}};
+  apply(step, step.records.size(), back);
+  undone_.push_back(std::move(back));
+  startStep();
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbUndoRecorder::redo() {
+  if (undone_.empty()) return Quorl::eNothingToUndo;
+  while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
+  Step step = std::move(undone_.back());
+  undone_.pop_back();
+  Step back{step.label, {}, {}, {}};
+  apply(step, step.records.size(), back);
+  push(std::move(back));
+  startStep();
+  return Quorl::eOk;
+}
+
+size_t ZnDbUndoRecorder::mark() const {
+  return done_.empty() ? 0 : done_.back().before + done_.back().records.size();
+}
+
+void ZnDbUndoRecorder::rollBackTo(size_t mark) {
+  size_t count = this->mark();
+  while (count > mark && !done_.empty()) {
+    Step& step = done_.back();
+    const size_t take = std::min(step.records.size(), count - mark);
+    Step dropped;
+    apply(step, take, dropped);
+    step.records.resize(step.records.size() - take);
+    count -= take;
+    if (step.records.empty() && count > mark) done_.pop_back();
+  }
+}
+
+void ZnDbUndoRecorder::setRecording(bool on) {
+  if (recording_ == on) return;
+  recording_ = on;
+  clear();
+}
+
+void ZnDbUndoRecorder::clear() {
+  done_.clear();
+  undone_.clear();
+  ++stamp_;
+}

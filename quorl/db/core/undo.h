@@ -1,0 +1,61 @@
+// The undo history of a drawing: steps of changes, each change an object's kept state.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "quorl/base/string.h"
+#include "quorl/db/core/object_id.h"
+
+class ZnDbObject;
+
+class ZnDbUndoRecorder {
+public:
+  explicit ZnDbUndoRecorder(ZnDbDatabase& database);
+  ~ZnDbUndoRecorder();
+
+  // Steps. A step without a change leaves no trace. Starting one forgets what could be redone as soon as it
+  // changes something.
+  void startStep(const ZnString& label = ZnString());
+  bool canUndo() const;
+  bool canRedo() const;
+  // Takes back the last step, or does it again, and begins a new step; eNothingToUndo when there is none.
+  // Objects must be closed.
+  Quorl::ErrorStatus undo();
+  Quorl::ErrorStatus redo();
+  // A mark within the history, and undoing back to it without a redo (an aborted transaction).
+  size_t mark() const;
+  void rollBackTo(size_t mark);
+  // From here on states are kept anew although the step has them: a transaction begins within a step.
+  void newStates() { ++stamp_; }
+  size_t undoDepth() const;
+
+  // While off, changes are not kept; the history so far is forgotten, since it would not fit any more.
+  void setRecording(bool on);
+  bool isRecording() const { return recording_; }
+  bool isUndoing() const { return undoing_; }
+  void clear();
+
+  // Called by the database. keepState is a no-op for an object whose state the step has already.
+  void keepState(ZnDbObject* object);
+  void keepCreation(ZnDbObject* object);
+  // A change outside of objects, as an exchange of two values that is its own inverse.
+  void keepHeader(std::function<void()> exchange);
+
+private:
+  struct Record;
+  struct Step;
+  void begin();
+  void push(Step step);
+  void apply(Step& step, size_t count, Step& inverse);
+  void restore(Step& step, const Record& record, Step& inverse);
+
+  ZnDbDatabase& database_;
+  std::unique_ptr<class ZnDbMemoryFiler> scratch_;
+  std::vector<Step> done_, undone_;
+  std::uint32_t stamp_ = 1;
+  bool recording_ = true, undoing_ = false;
+};

@@ -1,0 +1,301 @@
+#include "quorl/db/entity/entity.h"
+
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/geometry_checks.h"
+#include "quorl/db/core/host_services.h"
+#include "quorl/db/entity/osnap_overrule.h"
+#include "quorl/db/table/layer_table.h"
+#include "quorl/db/table/linetype_table.h"
+
+using Quorl::ErrorStatus;
+
+ZNRX_DEFINE_ABSTRACT(ZnDbEntity, ZnDbObject)
+
+namespace {
+
+constexpr std::int16_t kVersion = 1;
+
+ZnDbDatabase* databaseOf(const ZnDbEntity& entity) {
+  return entity.database() ? entity.database() : zndbHostApplicationServices()->workingDatabase();
+}
+
+// Whether the entity may refer to the record: it exists, is of that class and of the entity's drawing. An
+// entity in no drawing takes records of any.
+bool isUsable(const ZnDbEntity& entity, ZnDbObjectId record, const ZnRxClass* cls) {
+  return !record.isErased() && record.isDerivedFrom(cls) &&
+         (!entity.database() || entity.database() == record.database());
+}
+
+ErrorStatus recordNamed(ZnDbObjectId tableId, const ZnString& name, ZnDbObjectId& record) {
+  const ZnDbHolder<ZnDbSymbolTable> table(tableId);
+  return table.isOpen() ? table->getIdAt(name, record) : table.status();
+}
+
+ZnString nameOf(ZnDbObjectId recordId) {
+  const ZnDbHolder<ZnDbSymbolTableRecord> record(recordId, true);
+  return record.isOpen() ? record->name() : ZnString();
+}
+
+bool isLineWeight(std::int64_t weight) {
+  if (weight < ZnDb::kLineWeightByDefault || weight > ZnDb::kLineWeight211) return false;
+  return weight < 0 || ZnDbDatabase::getNearestLineWeight(static_cast<int>(weight)) == weight;
+}
+
+} // namespace
+
+// The traits as fields have them, before they are found usable.
+struct ZnDbEntity::FiledTraits {
+  ZnDbObjectId layer, linetype;
+  ZnCmColor color;
+  ZnCmTransparency transparency;
+  double linetypeScale = 1.0;
+  std::int64_t lineWeight = ZnDb::kLineWeightByLayer, visibility = ZnDb::kVisible;
+
+  bool isUsable() const {
+    return Quorl::isFinite(linetypeScale) && linetypeScale > 0.0 && isLineWeight(lineWeight) &&
+           (visibility == ZnDb::kVisible || visibility == ZnDb::kInvisible);
+  }
+};
+
+ZnString ZnDbEntity::layer() const { return nameOf(layerId_); }
+
+ZnString ZnDbEntity::linetype() const { return nameOf(linetypeId_); }
+
+ErrorStatus ZnDbEntity::setLayer(ZnDbObjectId layer, bool, bool) {
+  assertWriteEnabled();
+  if (!isUsable(*this, layer, ZnDbLayerTableRecord::desc())) return Quorl::eInvalidInput;
+  layerId_ = layer;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbEntity::setLayer(const ZnString& name, bool doSubents, bool allowHiddenLayer) {
+  const ZnDbDatabase* drawing = databaseOf(*this);
+  if (!drawing) return Quorl::eNoDatabase;
+  ZnDbObjectId layer;
+  const ErrorStatus status = recordNamed(drawing->layerTableId(), name, layer);
+  return status == Quorl::eOk ? setLayer(layer, doSubents, allowHiddenLayer) : status;
+}
+
+ErrorStatus ZnDbEntity::setColor(const ZnCmColor& color, bool) {
+  assertWriteEnabled();
+  color_ = color;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbEntity::setColorIndex(int index, bool doSubents) {
+  constexpr int byLayer = 256;
+  if (index < 0 || index > byLayer) return Quorl::eOutOfRange;
+  return setColor(ZnCmColor::fromIndex(index), doSubents);
+}
+
+ErrorStatus ZnDbEntity::setLinetype(ZnDbObjectId linetype, bool) {
+  assertWriteEnabled();
+  if (!isUsable(*this, linetype, ZnDbLinetypeTableRecord::desc())) return Quorl::eInvalidInput;
+  linetypeId_ = linetype;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbEntity::setLinetype(const ZnString& name, bool doSubents) {
+  const ZnDbDatabase* drawing = databaseOf(*this);
+  if (!drawing) return Quorl::eNoDatabase;
+  ZnDbObjectId linetype;
+  const ErrorStatus status = recordNamed(drawing->linetypeTableId(), name, linetype);
+  return status == Quorl::eOk ? setLinetype(linetype, doSubents) : status;
+}
+
+ErrorStatus ZnDbEntity::setLinetypeScale(double scale, bool) {
+  assertWriteEnabled();
+  if (!Quorl::isFinite(scale) || scale <= 0.0) return Quorl::eOutOfRange;
+  linetypeScale_ = scale;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbEntity::setLineWeight(ZnDb::LineWeight weight, bool) {
+  assertWriteEnabled();
+  if (!isLineWeight(weight)) return Quorl::eOutOfRange;
+  lineWeight_ = weight;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbEntity::setTransparency(const ZnCmTransparency& transparency, bool) {
+  assertWriteEnabled();
+  transparency_ = transparency;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbEntity::setVisibility(ZnDb::Visibility visibility, bool) {
+  assertWriteEnabled();
+  if (visibility != ZnDb::kVisible && visibility != ZnDb::kInvisible) return Quorl::eOutOfRange;
+  visibility_ = visibility;
+  return Quorl::eOk;
+}
+
+void ZnDbEntity::setDatabaseDefaults(ZnDbDatabase* database) {
+  assertWriteEnabled();
+  const ZnDbDatabase* drawing = database ? database : databaseOf(*this);
+  if (drawing) {
+    layerId_ = drawing->clayer();
+    linetypeId_ = drawing->celtype();
+  }
+  linetypeScale_ = 1.0;
+  color_ = ZnCmColor();
+  transparency_ = ZnCmTransparency();
+  lineWeight_ = ZnDb::kLineWeightByLayer;
+}
+
+void ZnDbEntity::completeFor(const ZnDbDatabase& drawing) {
+  assertWriteEnabled();
+  if (layerId_.isNull()) layerId_ = drawing.clayer();
+  if (linetypeId_.isNull()) linetypeId_ = drawing.celtype();
+}
+
+void ZnDbEntity::setPropertiesFrom(const ZnDbEntity* other) {
+  assertWriteEnabled();
+  if (!other || other == this) return;
+  layerId_ = other->layerId_;
+  linetypeId_ = other->linetypeId_;
+  color_ = other->color_;
+  transparency_ = other->transparency_;
+  linetypeScale_ = other->linetypeScale_;
+  lineWeight_ = other->lineWeight_;
+  visibility_ = other->visibility_;
+}
+
+ErrorStatus ZnDbEntity::transformBy(const ZnGeMatrix3d&) { return Quorl::eNotProvided; }
+
+ErrorStatus ZnDbEntity::getGeomExtents(ZnGeBoundBlock3d&) const { return Quorl::eNothingToDo; }
+
+ErrorStatus ZnDbEntity::getPlane(ZnGePlane&) const { return Quorl::eNothingToDo; }
+
+ErrorStatus ZnDbEntity::explode(std::vector<std::unique_ptr<ZnDbEntity>>&) const {
+  return Quorl::eNotProvided;
+}
+
+ErrorStatus ZnDbEntity::getOsnapPoints(ZnDb::ObjectSnapMode mode, std::int64_t gsMarker,
+                                       const ZnGePoint3d& pickPoint, const ZnGePoint3d& lastPoint,
+                                       const ZnGeMatrix3d& viewTransform, ZnArray<ZnGePoint3d>& snapPoints,
+                                       ZnArray<std::int64_t>& geomIds, const ZnGeMatrix3d& insertion) const {
+  const auto* first = ZnRxOverrule::firstApplicable<ZnDbOsnapOverrule>(this);
+  if (!first)
+    return subGetOsnapPoints(mode, gsMarker, pickPoint, lastPoint, viewTransform, snapPoints, geomIds,
+                             insertion);
+  if (insertion == ZnGeMatrix3d::kIdentity)
+    return first->getOsnapPoints(this, mode, gsMarker, pickPoint, lastPoint, viewTransform, snapPoints,
+                                 geomIds);
+  return first->getOsnapPoints(this, mode, gsMarker, pickPoint, lastPoint, viewTransform, snapPoints, geomIds,
+                               insertion);
+}
+
+ErrorStatus ZnDbEntity::subGetOsnapPoints(ZnDb::ObjectSnapMode, std::int64_t, const ZnGePoint3d&,
+                                          const ZnGePoint3d&, const ZnGeMatrix3d&, ZnArray<ZnGePoint3d>&,
+                                          ZnArray<std::int64_t>&, const ZnGeMatrix3d&) const {
+  return Quorl::eOk;
+}
+
+void ZnDbEntity::getSubentIds(ZnDb::SubentType, ZnArray<ZnDbSubentId>&) const {}
+
+std::unique_ptr<ZnGeCurve3d> ZnDbEntity::subentCurve(const ZnDbSubentId&) const { return nullptr; }
+
+bool ZnDbEntity::subentPoint(const ZnDbSubentId&, ZnGePoint3d&) const { return false; }
+
+std::unique_ptr<ZnDbEntity> ZnDbEntity::subentEntity(const ZnDbSubentId&) const { return nullptr; }
+
+ErrorStatus ZnDbEntity::subErase(bool erasing) { return ZnDbObject::subErase(erasing); }
+
+ZnGiSubEntityTraits ZnDbEntity::ownTraits() const {
+  ZnGiSubEntityTraits traits;
+  traits.layerId = layerId_;
+  traits.color = color_;
+  traits.linetypeId = linetypeId_;
+  traits.linetypeScale = linetypeScale_;
+  traits.lineWeight = lineWeight_;
+  traits.transparency = transparency_;
+  return traits;
+}
+
+template<class Filer> ErrorStatus ZnDbEntity::takeOver(Filer& filer, FiledTraits& traits) {
+  FiledTraits taken;
+  if (zndbTakeOver(filer, taken, std::move(traits)) != Quorl::eOk) return filer.status();
+  layerId_ = taken.layer;
+  linetypeId_ = taken.linetype;
+  color_ = taken.color;
+  transparency_ = taken.transparency;
+  linetypeScale_ = taken.linetypeScale;
+  lineWeight_ = static_cast<ZnDb::LineWeight>(taken.lineWeight);
+  visibility_ = static_cast<ZnDb::Visibility>(taken.visibility);
+  return filer.status();
+}
+
+ErrorStatus ZnDbEntity::bdocOutFields(ZnDbFiler& filer) const {
+  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
+  filer.writeInt16(kVersion);
+  filer.writeHardPointerId(layerId_);
+  filer.writeHardPointerId(linetypeId_);
+  filer.writeInt32(static_cast<std::int32_t>(color_.packed()));
+  filer.writeInt32(static_cast<std::int32_t>(transparency_.packed()));
+  filer.writeDouble(linetypeScale_);
+  filer.writeInt16(lineWeight_);
+  filer.writeInt8(static_cast<std::int8_t>(visibility_));
+  return filer.status();
+}
+
+// Ids are taken as they are: what they name may not have been read yet.
+ErrorStatus ZnDbEntity::bdocInFields(ZnDbFiler& filer) {
+  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
+  if (!zndbReadVersion(filer, kVersion)) return filer.status();
+  FiledTraits traits;
+  traits.layer = filer.readHardPointerId();
+  traits.linetype = filer.readHardPointerId();
+  traits.color = ZnCmColor::fromPacked(static_cast<std::uint32_t>(filer.readInt32()));
+  traits.transparency = ZnCmTransparency::fromPacked(static_cast<std::uint32_t>(filer.readInt32()));
+  traits.linetypeScale = filer.readDouble();
+  traits.lineWeight = filer.readInt16();
+  traits.visibility = filer.readInt8();
+  return takeOver(filer, traits);
+}
+
+ErrorStatus ZnDbEntity::tdocOutFields(ZnDbTdocFiler& filer) const {
+  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
+  filer.writeSubclassMarker(className());
+  filer.writeId(340, layerId_);
+  filer.writeId(341, linetypeId_);
+  filer.writeInteger(90, color_.packed());
+  filer.writeInteger(91, transparency_.packed());
+  filer.writeDouble(40, linetypeScale_);
+  filer.writeInteger(60, lineWeight_);
+  filer.writeInteger(61, visibility_);
+  return filer.status();
+}
+
+ErrorStatus ZnDbEntity::tdocInFields(ZnDbTdocFiler& filer) {
+  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
+  FiledTraits traits{layerId_, linetypeId_, color_, transparency_, linetypeScale_, lineWeight_, visibility_};
+  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
+    if (item.code == 340) traits.layer = item.id;
+    if (item.code == 341) traits.linetype = item.id;
+    if (item.code == 90) traits.color = ZnCmColor::fromPacked(static_cast<std::uint32_t>(item.integer));
+    if (item.code == 91)
+      traits.transparency = ZnCmTransparency::fromPacked(static_cast<std::uint32_t>(item.integer));
+    if (item.code == 40) traits.linetypeScale = item.real;
+    if (item.code == 60) traits.lineWeight = item.integer;
+    if (item.code == 61) traits.visibility = item.integer;
+  });
+  return takeOver(filer, traits);
+}
+
+void ZnDbEntity::audit(std::vector<ZnString>& faults, bool fix) {
+  ZnDbObject::audit(faults, fix);
+  if (!database()) return;
+  const auto report = [&](const wchar_t* what) {
+    faults.push_back(isA()->name() + L" " + handleText(handle()) + L": " + what);
+  };
+  if (!isUsable(*this, layerId_, ZnDbLayerTableRecord::desc())) {
+    report(L"its layer is missing");
+    if (fix) layerId_ = database()->layerZero();
+  }
+  if (!isUsable(*this, linetypeId_, ZnDbLinetypeTableRecord::desc())) {
+    report(L"its linetype is missing");
+    if (fix) linetypeId_ = database()->byLayerLinetype();
+  }
+}

@@ -1,0 +1,56 @@
+// Layers.
+#pragma once
+
+#include "quorl/db/core/color.h"
+#include "quorl/db/core/line_weight.h"
+#include "quorl/db/table/symbol_table.h"
+
+class ZnDbLayerTable : public ZnDbSymbolTable {
+  ZNRX_DECLARE_MEMBERS(ZnDbLayerTable)
+
+public:
+  const ZnRxClass* recordClass() const override;
+
+protected:
+  void completeRecord(ZnDbSymbolTableRecord& record) const override;
+};
+
+class ZnDbLayerTableRecord : public ZnDbSymbolTableRecord {
+  ZNRX_DECLARE_MEMBERS(ZnDbLayerTableRecord)
+
+public:
+  const ZnCmColor& color() const { return color_; }
+  Quorl::ErrorStatus setColor(const ZnCmColor& color);
+  ZnDbObjectId linetypeObjectId() const { return linetypeId_; }
+  Quorl::ErrorStatus
+  setLinetypeObjectId(ZnDbObjectId linetype); // eInvalidInput for an id that is no linetype
+  ZnDb::LineWeight lineWeight() const { return lineWeight_; }
+  Quorl::ErrorStatus setLineWeight(ZnDb::LineWeight weight); // eOutOfRange for by layer and by block
+  const ZnCmTransparency& transparency() const { return transparency_; }
+  Quorl::ErrorStatus setTransparency(const ZnCmTransparency& transparency);
+  bool isOff() const { return off_; }
+  void setIsOff(bool off);
+  bool isFrozen() const { return frozen_; }
+  Quorl::ErrorStatus setIsFrozen(bool frozen);
+  bool isLocked() const { return locked_; }
+  void setIsLocked(bool locked);
+  bool isPlottable() const { return plottable_; }
+  void setIsPlottable(bool plottable);
+  bool isShown() const { return !off_ && !frozen_; }
+
+  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
+  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
+  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
+  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  void audit(std::vector<ZnString>& faults, bool fix) override;
+
+private:
+  struct Fields;
+  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
+
+  ZnCmColor color_ = ZnCmColor::fromIndex(7);
+  ZnDbObjectId linetypeId_;
+  ZnDb::LineWeight lineWeight_ = ZnDb::kLineWeightByDefault;
+  ZnCmTransparency transparency_{255};
+  bool off_ = false, frozen_ = false, locked_ = false, plottable_ = true;
+};

@@ -1,0 +1,346 @@
+#include "quorl/db/table/symbol_table.h"
+
+#include <algorithm>
+
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/object_access.h"
+
+using Quorl::ErrorStatus;
+
+ZNRX_DEFINE_ABSTRACT(ZnDbSymbolTable, ZnDbObject)
+ZNRX_DEFINE_ABSTRACT(ZnDbSymbolTableRecord, ZnDbObject)
+
+namespace {
+
+constexpr std::int16_t kVersion = 0;
+
+// The name of an anonymous block taken apart; kind is a position in byNumber_, or -1 for any other name.
+struct AnonymousName {
+  int kind = -1;
+  size_t number = 0;
+};
+AnonymousName anonymousName(std::wstring_view name) {
+  constexpr size_t kMostDigits = 9;
+  if (name.size() < 3 || name.size() > 2 + kMostDigits || name[0] != L'*' || name[2] == L'0') return {};
+  const wchar_t letter = Quorl::foldCase(name[1]);
+  if (letter != L'u' && letter != L'd') return {};
+  AnonymousName parts{letter == L'u' ? 0 : 1, 0};
+  for (const wchar_t digit : name.substr(2)) {
+    if (digit < L'0' || digit > L'9') return {};
+    parts.number = parts.number * 10 + static_cast<size_t>(digit - L'0');
+  }
+  return parts;
+}
+
+const ZnDbSymbolTableRecord* recordOf(ZnDbObjectId id) {
+  return id.isValid() ? ZnDbSymbolTableRecord::cast(id.slot()->object) : nullptr;
+}
+
+} // namespace
+
+const ZnRxClass* ZnDbSymbolTable::recordClass() const { return ZnDbSymbolTableRecord::desc(); }
+
+ZnDbObjectId ZnDbSymbolTable::at(const ZnString& name) const {
+  if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
+    const std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
+    if (parts.number < ids.size() && !ids[parts.number].isNull()) return ids[parts.number];
+    if (!hasFarNumbers_) return {}; // and the name, most likely a new one, is not interned for nothing
+  }
+  const auto found = byName_.find(name.atom().folded());
+  return found == byName_.end() ? ZnDbObjectId() : found->second;
+}
+
+ErrorStatus ZnDbSymbolTable::getIdAt(const ZnString& name, ZnDbObjectId& id, bool getErased) const {
+  id = at(name);
+  if (!id.isNull() && (!id.isErased() || getErased)) return Quorl::eOk;
+  id.setNull();
+  return Quorl::eKeyNotFound;
+}
+
+bool ZnDbSymbolTable::has(const ZnString& name) const {
+  ZnDbObjectId id;
+  return getIdAt(name, id) == Quorl::eOk;
+}
+
+// "*U" and "*D" ask for the next free number, so that anonymous blocks never meet.
+ZnString ZnDbSymbolTable::completed(const ZnString& name) {
+  if (!name.equalsNoCase(L"*U") && !name.equalsNoCase(L"*D")) return name;
+  for (;;) {
+    const ZnString numbered(std::wstring(name.view()) + std::to_wstring(nextAnonymous_++));
+    if (at(numbered).isNull()) return numbered;
+  }
+}
+
+ErrorStatus ZnDbSymbolTable::add(ZnDbObjectId& id, ZnDbSymbolTableRecord* record) {
+  id.setNull();
+  if (!record) return Quorl::eNullObjectPointer;
+  if (!database()) return Quorl::eNotInDatabase;
+  if (record->database()) return Quorl::eAlreadyInDatabase;
+  if (!record->isKindOf(recordClass())) return Quorl::eWrongObjectClass;
+  const ZnString name = completed(record->name());
+  if (name.isEmpty()) return Quorl::eInvalidName;
+  if (has(name)) return Quorl::eDuplicateKey;
+  assertWriteEnabled();
+  record->name_ = name;
+  const ErrorStatus status = database()->addObject(record, objectId(), id);
+  if (status != Quorl::eOk) return status;
+  completeRecord(*record);
+  records_.push_back(id);
+  index(id, name);
+  return Quorl::eOk;
+}
+
+void ZnDbSymbolTable::index(ZnDbObjectId id, const ZnString& name) {
+  const ZnDbObjectId known = at(name);
+  if (!known.isNull() && !known.isErased() && id.isErased()) return;
+  if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
+    // Numbers are given one after the other; one far off is from elsewhere, and a name like any other.
+    std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
+    constexpr size_t kRoom = 4096;
+    if (parts.number < 2 * ids.size() + kRoom) {
+      if (parts.number >= ids.size()) ids.resize(parts.number + 1);
+      ids[parts.number] = id;
+      return;
+    }
+    hasFarNumbers_ = true;
+  }
+  byName_[name.atom().folded()] = id;
+}
+
+void ZnDbSymbolTable::unindex(ZnDbObjectId id, const ZnString& name) {
+  if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
+    std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
+    if (parts.number < ids.size() && ids[parts.number] == id) {
+      ids[parts.number].setNull();
+      return;
+    }
+  }
+  const auto found = byName_.find(name.atom().folded());
+  if (found != byName_.end() && found->second == id) byName_.erase(found);
+}
+
+void ZnDbSymbolTable::clearIndex() {
+  byName_.clear();
+  for (std::vector<ZnDbObjectId>& ids : byNumber_) ids.clear();
+  hasFarNumbers_ = false;
+}
+
+ErrorStatus ZnDbSymbolTable::rename(ZnDbObjectId record, const ZnString& from, const ZnString& to) {
+  unindex(record, from);
+  index(record, to);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbSymbolTable::newIterator(ZnDbSymbolTableIterator*& iterator, bool skipDeleted) const {
+  iterator = new ZnDbSymbolTableIterator(records_, skipDeleted);
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbSymbolTable::bdocOutFields(ZnDbFiler& filer) const {
+  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
+  filer.writeInt16(kVersion);
+  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
+  filer.writeInt64(static_cast<std::int64_t>(nextAnonymous_));
+  const auto live =
+      std::count_if(records_.begin(), records_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
+  filer.writeInt32(static_cast<std::int32_t>(live));
+  for (const ZnDbObjectId id : records_)
+    if (!id.isErased()) filer.writeHardOwnershipId(id);
+  return filer.status();
+}
+
+ErrorStatus ZnDbSymbolTable::bdocInFields(ZnDbFiler& filer) {
+  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
+  if (filer.readInt16() > kVersion) return Quorl::eNewerVersion;
+  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
+  nextAnonymous_ = static_cast<std::uint64_t>(filer.readInt64());
+  records_.clear();
+  clearIndex();
+  for (int count = filer.readCount(); count > 0; --count) records_.push_back(filer.readHardOwnershipId());
+  return filer.status();
+}
+
+ErrorStatus ZnDbSymbolTable::tdocOutFields(ZnDbTdocFiler& filer) const {
+  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
+  filer.writeSubclassMarker(className());
+  filer.writeInteger(160, static_cast<std::int64_t>(nextAnonymous_));
+  for (const ZnDbObjectId id : records_)
+    if (!id.isErased()) filer.writeId(360, id);
+  return filer.status();
+}
+
+ErrorStatus ZnDbSymbolTable::tdocInFields(ZnDbTdocFiler& filer) {
+  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
+  if (!filer.atSubclassData(className())) return filer.status();
+  records_.clear();
+  clearIndex();
+  ZnDbTdocItem item;
+  while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
+    if (item.code == 160) nextAnonymous_ = static_cast<std::uint64_t>(item.integer);
+    if (item.code == 360) records_.push_back(item.id);
+    if (item.code == 100) {
+      filer.pushBackItem();
+      break;
+    }
+  }
+  return filer.status();
+}
+
+// Names are read with the records, so the index can only be made when all are there.
+void ZnDbSymbolTable::loaded() {
+  clearIndex();
+  for (const ZnDbObjectId id : records_)
+    if (const ZnDbSymbolTableRecord* record = recordOf(id)) index(id, record->name());
+}
+
+void ZnDbSymbolTable::memberAdded(ZnDbObjectId id) {
+  if (std::find(records_.rbegin(), records_.rend(), id) == records_.rend()) records_.push_back(id);
+  const ZnDbSymbolTableRecord* record = recordOf(id);
+  if (!record) return;
+  // A cloned anonymous block comes with its original's name.
+  if (has(record->name())) {
+    auto* renamed = const_cast<ZnDbSymbolTableRecord*>(record);
+    const bool anonymous = record->name().view().starts_with(L"*") && record->name().length() > 1;
+    renamed->name_ = completed(anonymous ? record->name().left(2) : record->name());
+  }
+  index(id, record->name());
+}
+
+// From behind: what is taken back was mostly added last.
+void ZnDbSymbolTable::memberRemoved(ZnDbObjectId id) {
+  const auto found = std::find(records_.rbegin(), records_.rend(), id);
+  if (found != records_.rend()) records_.erase(std::next(found).base());
+  const auto* record = id.isNull() ? nullptr : ZnDbSymbolTableRecord::cast(id.slot()->object);
+  if (record) unindex(id, record->name()); // an erased one too
+}
+
+void ZnDbSymbolTable::audit(std::vector<ZnString>& faults, bool fix) {
+  ZnDbObject::audit(faults, fix);
+  for (size_t i = 0; i < records_.size(); ++i) {
+    const ZnDbSymbolTableRecord* record = recordOf(records_[i]);
+    if (record && record->ownerId() == objectId() && record->isKindOf(recordClass())) continue;
+    faults.push_back(isA()->name() + L": entry " + handleText(records_[i].handle()) +
+                     L" is no record of this table");
+    if (fix) records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(i--));
+  }
+}
+
+ZnDbSymbolTableIterator::ZnDbSymbolTableIterator(std::vector<ZnDbObjectId> ids, bool skipDeleted)
+    : ids_(std::move(ids))
+    , skipDeleted_(skipDeleted) {
+  start();
+}
+
+void ZnDbSymbolTableIterator::start() {
+  at_ = 0;
+  skip();
+}
+
+void ZnDbSymbolTableIterator::step() {
+  if (done()) return;
+  ++at_;
+  skip();
+}
+
+void ZnDbSymbolTableIterator::skip() {
+  while (skipDeleted_ && !done() && ids_[at_].isErased()) ++at_;
+}
+
+ErrorStatus ZnDbSymbolTableIterator::getRecordId(ZnDbObjectId& id) const {
+  if (done()) return Quorl::eOutOfRange;
+  id = ids_[at_];
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbSymbolTableRecord::getName(ZnString& name) const {
+  name = name_;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbSymbolTableRecord::setName(const ZnString& name) {
+  const bool special = name.view().starts_with(L"*");
+  if (!special) {
+    if (const ErrorStatus status = ZnDbSymbolUtilities::validateSymbolName(name, true); status != Quorl::eOk)
+      return status;
+  }
+  auto* table = ownerId().isValid() ? ZnDbSymbolTable::cast(ownerId().slot()->object) : nullptr;
+  if (table && !name_.equalsNoCase(name) && table->has(name)) return Quorl::eDuplicateKey;
+  assertWriteEnabled();
+  if (table) table->rename(objectId(), name_, name);
+  name_ = name;
+  return Quorl::eOk;
+}
+
+ErrorStatus ZnDbSymbolTableRecord::bdocOutFields(ZnDbFiler& filer) const {
+  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
+  filer.writeInt16(kVersion);
+  filer.writeString(name_);
+  return filer.status();
+}
+
+ErrorStatus ZnDbSymbolTableRecord::bdocInFields(ZnDbFiler& filer) {
+  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
+  if (filer.readInt16() > kVersion) return Quorl::eNewerVersion;
+  const ZnString name = filer.readString();
+  if (filer.kind() == ZnDbFiler::kUndo && !(name == name_) && ownerId().isValid())
+    if (auto* table = ZnDbSymbolTable::cast(ownerId().slot()->object)) table->rename(objectId(), name_, name);
+  name_ = name;
+  return filer.status();
+}
+
+ErrorStatus ZnDbSymbolTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
+  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
+  filer.writeSubclassMarker(className());
+  filer.writeString(2, name_);
+  return filer.status();
+}
+
+ErrorStatus ZnDbSymbolTableRecord::tdocInFields(ZnDbTdocFiler& filer) {
+  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
+  if (!filer.atSubclassData(className())) return filer.status();
+  ZnDbTdocItem item;
+  while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
+    if (item.code == 2) name_ = item.text;
+    if (item.code == 100) {
+      filer.pushBackItem();
+      break;
+    }
+  }
+  return filer.status();
+}
+
+namespace ZnDbSymbolUtilities {
+
+namespace {
+constexpr std::wstring_view kRefused = L"<>/\\\":;?*|,=`";
+constexpr int kLongestName = 255;
+
+bool isRefused(wchar_t c, bool allowVerticalBar) {
+  if (c == L'|' && allowVerticalBar) return false;
+  return c < 32 || c == 127 || kRefused.find(c) != std::wstring_view::npos;
+}
+} // namespace
+
+ErrorStatus validateSymbolName(const ZnString& name, bool allowVerticalBar) {
+  const std::wstring_view text = name.view();
+  if (text.empty() || name.length() > kLongestName || text.front() == L' ' || text.back() == L' ')
+    return Quorl::eInvalidName;
+  const bool bad =
+      std::any_of(text.begin(), text.end(), [&](wchar_t c) { return isRefused(c, allowVerticalBar); });
+  return bad ? Quorl::eInvalidName : Quorl::eOk;
+}
+
+ZnString repairSymbolName(const ZnString& name) {
+  ZnString trimmed(name.left(kLongestName));
+  trimmed.trimLeft(L" ").trimRight(L" ");
+  std::wstring text(trimmed.view());
+  std::replace_if(
+      text.begin(), text.end(), [](wchar_t c) { return isRefused(c, false); }, L'_');
+  return text.empty() ? ZnString(L"_") : ZnString(text);
+}
+
+ZnDbObjectId layerZeroId(const ZnDbDatabase* database) {
+  return database ? database->layerZero() : ZnDbObjectId();
+}
+
+} // namespace ZnDbSymbolUtilities
