@@ -10,6 +10,13 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_BUILD_RPATH "$ORIGIN")
+# The sanitizers' run-time library of clang is shared by the program and its modules, and lies in a folder of its own.
+if(CMAKE_CXX_FLAGS MATCHES "-shared-libasan")
+  execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=libclang_rt.asan-${CMAKE_HOST_SYSTEM_PROCESSOR}.so
+    OUTPUT_VARIABLE asan_library OUTPUT_STRIP_TRAILING_WHITESPACE)
+  get_filename_component(asan_folder "${asan_library}" DIRECTORY)
+  list(APPEND CMAKE_BUILD_RPATH "${asan_folder}")
+endif()
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../lib/quorl")
 
 if(NOT CMAKE_BUILD_TYPE)

@@ -9,6 +9,9 @@ PACKAGES=(
   libboost-dev libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev fonts-dejavu-core
 )
 
+# What the checks of ./test --all need beside them.
+ALL_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+
 prepare_packages() {
   local missing=()
   for package in "${PACKAGES[@]}"; do
@@ -24,7 +27,9 @@ prepare_packages() {
 
 # Builds without a word on standard output, which belongs to the program that is about to run.
 build_targets() {
+  # What the tests' precompiled header takes to be cached.
   export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
+  export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
   local quiet=(--quiet)
   if [ -f "$QUORL_BUILD/build.ninja" ] &&
     cmake --build "$QUORL_BUILD" --target "$@" -- -n 2>/dev/null | grep -q 'no work to do'; then
@@ -33,7 +38,7 @@ build_targets() {
   if [ ! -f "$QUORL_BUILD/build.ninja" ]; then
     echo "Building in $QUORL_BUILD; the first time takes some minutes." >&2
     quiet=()
-    cmake -S . -B "$QUORL_BUILD" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache >&2
+    cmake --preset "${QUORL_PRESET:-release}" -B "$QUORL_BUILD" >&2
   fi
   cmake --build "$QUORL_BUILD" --parallel "$(nproc)" --target "$@" -- "${quiet[@]}" >&2
 }
