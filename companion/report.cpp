@@ -20,21 +20,6 @@ namespace companion {
 
 namespace {
 
-const wchar_t* kindName(ZnDbTorviType kind) {
-  switch (kind) {
-  case kCenterMark:
-    return L"CENTERMARK";
-  case kCenterLine:
-    return L"CENTERLINE";
-  case kCenterMarkPattern:
-    return L"CENTERMARKPATTERN";
-  case kEdgeExtension:
-    return L"EDGEEXTENSION";
-  default:
-    return L"";
-  }
-}
-
 ZnRxCommandValue matrixValue(const ZnGeMatrix3d& matrix) {
   ZnRxCommandValue rows = ZnRxCommandValue::array();
   for (int row = 0; row < 4; ++row) {
@@ -156,7 +141,8 @@ bool pitchCircleOf(const ZnDbTorviObjectWrapper& wrapper, ZnGeCircArc3d& circle)
 ZnRxCommandValue describe(const ZnDbTorviObjectWrapper& wrapper) {
   ZnRxCommandValue center = ZnRxCommandValue::object();
   center[L"handle"] = handleText(wrapper.centerObjId().handle());
-  center[L"kind"] = kindName(wrapper.centerType());
+  const torvi::Kind* kind = torvi::kindOfType(wrapper.centerType());
+  center[L"kind"] = kind ? kind->name : L"";
   center[L"associative"] = wrapper.isAssociative();
   ZnDbHolder<ZnDbEntity> reference(wrapper.centerObjId());
   center[L"layer"] = reference.isOpen() ? reference->layer() : ZnString();

@@ -31,15 +31,6 @@ TEST_F(CenterLineBody, BeforeAnEvaluationNothingIsRemembered) {
   });
 }
 
-TEST_F(CenterLineBody, NewLinesTakeTheStylesOvershoot) {
-  for (const double overshoot : {0.5, 1.75}) {
-    const Line line(addUsual());
-    EXPECT_EQ(line.startOvershoot(), overshoot);
-    EXPECT_EQ(line.endOvershoot(), overshoot);
-    put(L"CENTEREXE", ZnRxVariableValue::ofDouble(1.75));
-  }
-}
-
 TEST_F(CenterLineBody, EndingsAndWhatAWrongIndexGives) {
   Line line(addUsual());
   EXPECT_EQ(line.setEdgeRefDirEndingArray({-7, 0}), Quorl::eOk);
@@ -94,32 +85,11 @@ TEST_F(CenterLineBody, ADeadLineGivesNeutralValues) {
   ZnArray<int> endings;
   ZnGeLineSeg3d shown;
   for (const Quorl::ErrorStatus status :
-       {line.edgeRefDirEndingArray(endings), line.getCenterLineGeometry(shown, true),
-        line.setStartExtension(1), line.setEndExtension(1), line.setStartOvershoot(1),
-        line.setEndOvershoot(1), line.setEdgeRefDirEnding(0, 1), line.setEdgeRefDirEndingArray({1, 1}),
-        line.setCachedCenterLineLength(1), line.setCachedCenterLineDirection({1, 0, 0})})
+       {line.edgeRefDirEndingArray(endings), line.getCenterLineGeometry(shown, true)})
     EXPECT_EQ(status, Quorl::eWasErased);
   P3 middle(7, 7, 7);
   EXPECT_EQ(line.getCenterPoint(middle), Quorl::eInvalidInput);
   EXPECT_EQ(middle.x, 7.0);
-}
-
-TEST_F(CenterLineBody, ItsHandleIsMadeForItsOwnKind) {
-  const ZnDbObjectId line = addUsual(), mark = addMark(addCircle({0, 0, 0}, 3));
-  struct {
-    ZnDbObjectId id;
-    Quorl::ErrorStatus asLine, layout;
-  } const rows[] = {{line, Quorl::eOk, Quorl::eOk},
-                    {mark, Quorl::eWrongWrapperKind, Quorl::eInvalidInput},
-                    {lower_, Quorl::eInvalidInput, Quorl::eInvalidInput}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(ZnDbTorviObjectPointer<Line>(row.id).openStatus(), row.asLine);
-    EXPECT_EQ(ZnTorviLyxUtils::isCenterObjectOfType(row.id, kCenterLine), row.id == line);
-    OwnedCurves held;
-    Keys keys;
-    EXPECT_EQ(ZnDbCenterLineLayout(row.id).evaluateGeometry(held.curves, keys), row.layout);
-    EXPECT_EQ(ZnDbCenterLineLayout(row.id).compareGeometry(held.curves, keys), row.layout);
-  }
 }
 
 } // namespace

@@ -85,48 +85,4 @@ TEST_F(CenterLineBuilderTest, ReassociationChoosesAnewAndKeepsLengths) {
   EXPECT_EQ(lines[0], id);
 }
 
-// The sides of a polyline in references that turn, mirror, scale and nest.
-TEST_F(CenterLineBuilderTest, EdgesInsideOfOtherEntities) {
-  auto* rectangle = new ZnDbPolyline;
-  for (const P3& corner : pointsOf("0,0 20,0 20,6 0,6"))
-    rectangle->addVertexAt(rectangle->vertexCount(), {corner.x, corner.y});
-  rectangle->setClosed(true);
-  const ZnDbObjectId innerBlock = addEmptyBlock(), outerBlock = addEmptyBlock();
-  const ZnDbObjectId nested = add(rectangle, innerBlock);
-  const ZnDbObjectId inner = addReference(innerBlock, {}, outerBlock), outer = addReference(outerBlock);
-  const ZnDbObjectId id =
-      addCenterLine(edgeAlong({outer, inner, nested}, 0), edgeAlong({outer, inner, nested}, 2));
-  const ZnGeMatrix3d turn = ZnGeMatrix3d::translation({5, 6, 0}) * ZnGeMatrix3d::rotation(0.8, {0, 0, 1}),
-                     mirror = ZnGeMatrix3d::mirroring(ZnGePlane({1, 0, 0}, {1, 0.5, 0})),
-                     doubled = ZnGeMatrix3d::scaling(2.0, {1, 1, 0});
-  const ZnGeMatrix3d transforms[] = {ZnGeMatrix3d(), turn, mirror, doubled, turn * mirror * doubled};
-  for (const ZnGeMatrix3d& byOuter : transforms)
-    for (const ZnGeMatrix3d& byInner : transforms) {
-      change<ZnDbBlockReference>(outer, [&](auto& held) { held.setBlockTransform(byOuter); });
-      change<ZnDbBlockReference>(inner, [&](auto& held) { held.setBlockTransform(byInner); });
-      evaluateChanges();
-      ZnGeLineSeg3d line = drawn(id), raw = segmentOf("0,3 20,3");
-      raw.transformBy(byOuter * byInner);
-      // Which way it runs depends on the turns it has been through.
-      if (line.direction().dotProduct(raw.direction()) < 0.0) line.reverseParam();
-      EXPECT_TRUE(
-          runs(line, raw.startPoint() - raw.direction() * 0.5, raw.endPoint() + raw.direction() * 0.5));
-    }
-}
-
-TEST_F(CenterLineBuilderTest, OnPaperOfEdgesInModelSpace) {
-  auto* window = new ZnDbViewport;
-  window->setCenterPoint({100, 50, 0});
-  window->setViewCenter({10, 0});
-  window->setCustomScale(0.5);
-  const ZnDbObjectId viewport = add(window, db_->paperSpaceId());
-  const ZnDbObjectId lower = addLineOf("0,0 20,0"), upper = addLineOf("0,8 20,8");
-  ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
-  const ZnDbObjectId id = addCenterLine(edgeAlong({viewport, lower}), edgeAlong({viewport, upper}));
-  EXPECT_TRUE(runs(id, "94.5,52 105.5,52"));
-  EXPECT_EQ(Line(id).getDependentViewportId(), viewport);
-  moveLine(upper, "0,16 20,16");
-  EXPECT_TRUE(runs(id, "94.5,54 105.5,54"));
-}
-
 } // namespace

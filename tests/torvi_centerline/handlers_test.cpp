@@ -9,7 +9,7 @@
 #include "support/point_text.h"
 #include "torvi/centerline/geometry_generator.h"
 #include "torvi/centerline/geometry_handler_manager.h"
-#include "torvi/centerline/intersect_handler.h"
+#include "torvi/centerline/handlers.h"
 
 namespace {
 

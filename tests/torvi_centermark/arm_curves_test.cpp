@@ -120,6 +120,20 @@ TEST_F(ArmCurves, WithAPatternCenterHorizontalLinesRunAroundIt) {
   EXPECT_TRUE(near(static_cast<ZnGeLineSeg3d*>(curves_[eTopLine])->endPoint(), {40.5, 0.0, 0.0}));
 }
 
+TEST_F(ArmCurves, TheWholeIsTheCrossAndThenTheExtensionLines) {
+  build(unmade_, kStoredArmLengths);
+  ZnArray<ZnGeCurve3d*> halves;
+  EXPECT_EQ(addCrossHairCurves(halves, unmade_, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
+                               ZnGeVector3d::kYAxis),
+            Quorl::eOk);
+  EXPECT_EQ(halves.length(), 2);
+  EXPECT_EQ(addExtensionCurves(halves, unmade_, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
+                               ZnGeVector3d::kYAxis, kStoredArmLengths),
+            Quorl::eOk);
+  EXPECT_TRUE(ZnDbTorviActionBodyUtils::geCurvesAreEqual(halves, curves_, false));
+  ZnDbTorviActionBodyUtils::deleteCurves(halves);
+}
+
 TEST_F(ArmCurves, AGivenSecondDirectionIsUsedAtUnitLength) {
   const ZnGeVector3d y(0.0, -5.0, 0.0);
   build(unmade_, {kArmUnset, kArmUnset, kArmUnset, 4.0}, nullptr, &y);

@@ -26,22 +26,6 @@ protected:
   ZnDbObjectId circle_, mark_;
 };
 
-TEST_F(MarkBody, CreationStoresItsValuesUnderTheirNames) {
-  for (const wchar_t* start : {L"HorizontalStart", L"HorizontalEnd", L"VerticalStart", L"VerticalEnd"}) {
-    EXPECT_EQ(stored((ZnString(start) + L"Extension").c_str()), 1e60);
-    EXPECT_EQ(stored((ZnString(start) + L"Overshoot").c_str()), 0.5);
-  }
-  EXPECT_EQ(stored(L"CachedCircleRadius"), 10.0);
-  for (const auto& [name, text] :
-       {std::pair(L"CrossHairLengthExpression", "0.1x"), {L"CrossHairGapExpression", "0.05x"}}) {
-    ZnDbEvalVariant value;
-    ZnString held;
-    ask([&, name = name](const Body& body) { return body.getValueParam(name, value); });
-    EXPECT_EQ(value.getValue(held), Quorl::eOk) << text;
-    EXPECT_EQ(held.utf8(), text);
-  }
-}
-
 TEST_F(MarkBody, ExtensionsFollowTheCircleUntilTheyHaveALength) {
   changeBody([](Body& body) {
     EXPECT_EQ(body.horizontalStartExtension(), 10.0);
@@ -61,22 +45,6 @@ TEST_F(MarkBody, ExtensionsFollowTheCircleUntilTheyHaveALength) {
     for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
       EXPECT_EQ(body.extension(line), 20.0);
     EXPECT_EQ(body.extension(eCrossHairVerticalLine), 0.0);
-  });
-}
-
-TEST_F(MarkBody, WithoutItsCircleItKeepsTheRadiusItHad) {
-  erase(circle_);
-  evaluateChanges();
-  EXPECT_NE(printed_.find(L"center mark"), -1) << printed_.utf8();
-  changeBody([](Body& body) {
-    EXPECT_FALSE(body.isAssociative(false));
-    EXPECT_EQ(body.horizontalStartExtension(), 10.0);
-    ZnGeCircArc3d circle;
-    EXPECT_EQ(body.getRefCircle(circle), Quorl::eOk);
-    EXPECT_TRUE(near(circle.center(), {3.0, 4.0, 0.0}) && circle.radius() == 10.0);
-    EXPECT_EQ(body.setCachedCircleRadius(7.0), Quorl::eOk);
-    body.updateCachedCircleRadius();
-    EXPECT_EQ(body.horizontalEndExtension(), 7.0);
   });
 }
 

@@ -103,14 +103,4 @@ TEST_F(MarkBuilder, WithoutDatabaseTheWorkingOneIsUsedAndThereIsNoPreview) {
   EXPECT_TRUE(curves.isEmpty());
 }
 
-TEST_F(MarkBuilder, ReassociationBindsToAnotherCircle) {
-  const ZnDbObjectId first = addCircle({}, 4.0), second = addCircle({50.0, 0.0, 0.0}, 8.0),
-                     mark = addMark(first);
-  erase(first);
-  evaluateChanges();
-  EXPECT_EQ(ZnTorviLyxUtils::reAssociateCenterMark(mark, edgeOf(second)), Quorl::eOk);
-  EXPECT_TRUE(wrap(mark).isFullyAssociative());
-  EXPECT_TRUE(near(wrap(mark).horizontalEndOvershootPoint(), {58.5, 0.0, 0.0}));
-}
-
 } // namespace

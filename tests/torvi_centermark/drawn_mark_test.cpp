@@ -124,13 +124,6 @@ TEST_F(Drawn, AMarkStandsOnItsCircleInAnyPlane) {
   }));
 }
 
-TEST_F(Drawn, AnArcIsMarkedLikeItsCircle) {
-  const DrawnMark ofCircle = drawn(addMark(addCircle({1.0, 2.0, 0.0}, 5.0)));
-  const DrawnMark ofArc = drawn(addMark(addArc({1.0, 2.0, 0.0}, 5.0, 0.3, 1.1)));
-  for (size_t i = 0; i < ofCircle.size(); ++i)
-    EXPECT_TRUE(near(ofArc[i].start, ofCircle[i].start) && near(ofArc[i].end, ofCircle[i].end)) << i;
-}
-
 TEST_F(Drawn, HiddenLinesAndTraits) {
   const ZnDbObjectId mark = addMark(addCircle({0.0, 0.0, 0.0}, 10.0));
   for (const bool shown : {false, true}) {
@@ -156,19 +149,6 @@ TEST_F(Drawn, ALineThatHasShrunkToNothingComesBack) {
     EXPECT_EQ(drawn(mark)[eRightLine].visible, extension > 0.0);
   }
   EXPECT_TRUE(near(drawn(mark)[eRightLine].end, {6.5, 0.0, 0.0}));
-}
-
-TEST_F(Drawn, InADocumentOfDrawingViewsOnlyThePlaceFollows) {
-  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 10.0);
-  const ZnDbObjectId mark = addMark(circle);
-  wrap(mark).setRotation(std::numbers::pi / 2.0);
-  evaluate(mark);
-  setHostDocumentKind(true);
-  change<ZnDbCircle>(circle, [](ZnDbCircle& shape) { shape.setCenter({5.0, 0.0, 0.0}); });
-  evaluateChanges();
-  setHostDocumentKind(false);
-  EXPECT_TRUE(near(wrap(mark).blockTransform() * ZnGePoint3d::kOrigin, {5.0, 0.0, 0.0}));
-  EXPECT_NEAR(wrap(mark).rotation(), std::numbers::pi / 2.0, 1e-9);
 }
 
 } // namespace

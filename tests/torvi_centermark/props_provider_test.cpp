@@ -76,18 +76,6 @@ TEST_F(Provider, WithoutAnObjectTheStyleAnswers) {
   expectStyle(ZnDbCenterMarkPropsProvider{ZnDbObjectId()});
 }
 
-TEST_F(Provider, AnErasedMarkAnswersAsTheStyleDoes) {
-  const ZnDbObjectId mark = addMark(addCircle({0.0, 0.0, 0.0}, 10.0));
-  setStyle();
-  const ZnDbCenterMarkPropsProvider provider(mark);
-  const auto wrapper = wrap(mark);
-  erase(ZnDbAssocActionBody::parentAction(bodyOf(mark)));
-  erase(mark);
-  expectStyle(provider);
-  // The wrapper that was made before has its own neutral answers.
-  EXPECT_EQ(wrapper.crossHairLengthExpression().utf8() + wrapper.crossHairGapExpression().utf8(), "0.00.0");
-}
-
 TEST_F(Provider, WithoutADrawingNothingIsThere) {
   zndbHostApplicationServices()->setWorkingDatabase(nullptr);
   const ZnDbCenterMarkPropsProvider provider{ZnDbObjectId()};

@@ -105,17 +105,6 @@ TEST_F(MarkWrapper, OvershootsAreCutOffAtTheirStoredLengthWhateverTheScale) {
   evaluate(mark_);
 }
 
-TEST_F(MarkWrapper, AllOvershootsTogether) {
-  auto mark = wrap(mark_);
-  EXPECT_EQ(mark.setAllOvershoots(2.0), Quorl::eOk);
-  EXPECT_EQ(mark.setAllOvershoots(-1.0), Quorl::eOk);
-  for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
-    EXPECT_EQ(mark.getOvershoot(line), 2.0);
-  EXPECT_EQ(mark.resetOvershoots(), Quorl::eOk);
-  EXPECT_EQ(mark.verticalEndOvershoot(), 0.5);
-  evaluate(mark_);
-}
-
 TEST_F(MarkWrapper, RotationIsSetOnALockedLayer) {
   setLocked(layerOf(mark_), true);
   EXPECT_EQ(wrap(mark_).setRotation(1.25), Quorl::eOk);
@@ -140,19 +129,9 @@ TEST_F(MarkWrapper, ADeadMarkAnswersNeutrally) {
   EXPECT_TRUE(mark.getRefCircleRadius() == 0.0 && mark.rotation() == 0.0);
   ZnGeCircArc3d circle;
   ZnGePoint3d center;
-  const Quorl::ErrorStatus statuses[] = {mark.setHorizontalStartExtension(1.0),
-                                         mark.setVerticalEndOvershoot(1.0),
-                                         mark.setAllOvershoots(1.0),
-                                         mark.setCrossHairLengthExpression(L"1"),
-                                         mark.setCrossHairGapExpression(L"1"),
-                                         mark.getRefCircle(circle),
-                                         mark.getCenterPoint(center),
-                                         mark.setCachedCircleRadius(1.0),
-                                         mark.setSubEntVisibility(eLeftLine, false),
-                                         mark.setExtensionLinesVisibility(false),
-                                         mark.setRotation(1.0)};
-  for (const Quorl::ErrorStatus status : statuses) EXPECT_EQ(status, Quorl::eWasErased);
-  mark.updateCachedCircleRadius();
+  for (const Quorl::ErrorStatus status : {mark.setHorizontalStartExtension(1.0), mark.getRefCircle(circle),
+                                          mark.getCenterPoint(center), mark.setRotation(1.0)})
+    EXPECT_EQ(status, Quorl::eWasErased);
 }
 
 } // namespace

@@ -148,17 +148,6 @@ TEST_F(CenterBody, TheStyleIsADependencyThatIsReplacedButNotRemoved) {
   });
 }
 
-TEST_F(CenterBody, EntitiesThatItFollows) {
-  ZnArray<ZnDbObjectId> ids;
-  ZnDbObjectId body;
-  ASSERT_EQ(ScriptedBuilder(db_.get()).createActionAndActionBody(body), Quorl::eOk);
-  EXPECT_EQ(ZnDbHolder<Body>(body)->getAssociatedEntitiesIds(ids), Quorl::eNoInputEdges);
-  const ZnDbObjectId other = addCircle({1.0, 0.0, 0.0}, 1.0), center = make({circle_, other});
-  erase(circle_);
-  EXPECT_EQ(wrap(center).getAssociatedEntitiesIds(ids), Quorl::eOk);
-  EXPECT_EQ(ids, ZnArray<ZnDbObjectId>{other});
-}
-
 // The reference takes the user's coordinate system, and is turned for a circle that faces the other way.
 TEST_F(CenterBody, TheReferenceLiesInTheUsersCoordinateSystem) {
   const ZnGeVector3d x(1, 0, 0), z(0, 0, 1);

@@ -134,14 +134,6 @@ TEST_F(CenterEvaluation, NeedsAnUpdateAfter) {
   }
 }
 
-TEST_F(CenterEvaluation, TheLinetypeIsComparedWithoutCase) {
-  for (const auto& [stored, matches] : {std::pair(L"cEnTeR", true), {L"CENTER2", false}, {L"", false}}) {
-    changeBody(center_, [&, name = stored](Body& body) { body.setSubentLineType(name); });
-    EXPECT_EQ(ask(center_, [](const Body& body) { return body.doesActionMatchCurrentSubEntLinetype(); }),
-              matches);
-  }
-}
-
 TEST_F(CenterEvaluation, MatchingCountsCurvesAndMayLeaveRotationOut) {
   struct {
     const char* what;
@@ -193,24 +185,6 @@ TEST_F(CenterEvaluation, AssociativeWithOneLiveEdgeAndWithAll) {
     EXPECT_TRUE(body.isAssociative(true));
     EXPECT_EQ(body.breakAssociativity(0), Quorl::eOk);
   });
-}
-
-TEST_F(CenterEvaluation, TheScaleOfTheLastViewportIsKept) {
-  const ZnDbObjectId viewport = addViewport(0.5);
-  ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
-  ScriptedBuilder builder(db_.get()), plain(db_.get());
-  builder.addInputEdge(edgeAlong({viewport, circle_}));
-  ZnDbObjectId center;
-  ASSERT_EQ(builder.createTorvi(center), Quorl::eOk);
-  EXPECT_NEAR(wrap(center).cachedViewportScale(), 0.5, 1e-12);
-  EXPECT_EQ(wrap(center).getDependentViewportId(), viewport);
-  change<ZnDbViewport>(viewport, [](ZnDbViewport& seen) { seen.setCustomScale(0.25); });
-  evaluateChanges();
-  EXPECT_NEAR(wrap(center).cachedViewportScale(), 0.25, 1e-12);
-  plain.addInputEdge(edgeOf(circle_));
-  EXPECT_EQ(plain.reassociateTorvi(center), Quorl::eOk);
-  EXPECT_TRUE(wrap(center).getDependentViewportId().isNull());
-  EXPECT_NEAR(wrap(center).cachedViewportScale(), 0.25, 1e-12);
 }
 
 } // namespace

@@ -151,12 +151,17 @@ TEST_F(Navigation, FromABlockToTheCenterObject) {
 TEST_F(Navigation, ActionsOfAllSpaces) {
   ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
   const ZnDbObjectId onPaper = make({add(new ZnDbCircle, db_->paperSpaceId())});
+  const ZnDbObjectId furtherLayout = addEmptyBlock();
+  change<ZnDbBlockTableRecord>(furtherLayout, [&](auto& block) { block.setLayoutId(db_->layerZero()); });
+  ASSERT_EQ(db_->setCurrentSpaceId(furtherLayout), Quorl::eOk);
+  const ZnDbObjectId onFurther = make({add(new ZnDbCircle, furtherLayout)});
+  ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
   Ids actions{circle_}, lines;
   for (ZnDbDatabase* database : {db_.get(), db_.get(), static_cast<ZnDbDatabase*>(nullptr)}) {
     Lyx::getAllCenterActionIds(database, actions);
-    ASSERT_EQ(actions.length(), 3) << "each once, behind what was there";
+    ASSERT_EQ(actions.length(), 4) << "each once, behind what was there";
   }
-  for (const ZnDbObjectId center : {mark_, onPaper})
+  for (const ZnDbObjectId center : {mark_, onPaper, onFurther})
     EXPECT_TRUE(actions.contains(ZnDbAssocActionBody::parentAction(bodyOf(center))));
   EXPECT_EQ(Lyx::getCurrentLayoutBTRId(), db_->paperSpaceId());
   EXPECT_TRUE(Lyx::getModelSpaceBTRId(db_.get()) == db_->modelSpaceId() &&
@@ -168,6 +173,26 @@ TEST_F(Navigation, ActionsOfAllSpaces) {
   EXPECT_FALSE(onLayer(db_->layerZero()) || Lyx::isAnyCenterMarksOnLayer(nullptr, actions));
   Lyx::getCenterLinesDependOnEnt(circle_, lines);
   EXPECT_TRUE(lines.isEmpty()) << "a mark is none";
+}
+
+TEST_F(Navigation, TheHostListsTheMarksBlockAndItsLines) {
+  ZnDbSymbolTable* table = nullptr;
+  ASSERT_EQ(db_->getSymbolTable(table, ZnDbBlockTableRecord::desc(), ZnDbOpenMode::kForRead), Quorl::eOk);
+  ZnDbSymbolTableIterator* records = nullptr;
+  ASSERT_EQ(table->newIterator(records), Quorl::eOk);
+  const std::unique_ptr<ZnDbSymbolTableIterator> owned(records);
+  int found = 0;
+  for (; !records->done(); records->step()) {
+    ZnDbObjectId id;
+    EXPECT_EQ(records->getRecordId(id), Quorl::eOk);
+    found += id == blockOf(mark_);
+  }
+  EXPECT_EQ(found, 1);
+  table->close();
+  std::vector<ZnString> faults;
+  EXPECT_EQ(ZnDbHolder<ZnDbTorviActionBody>(bodyOf(mark_))->auditAssociativeDataOverride(faults, false),
+            Quorl::eOk);
+  EXPECT_TRUE(faults.empty());
 }
 
 TEST_F(Navigation, LinetypesAreLoadedWhereTheFileHasThem) {

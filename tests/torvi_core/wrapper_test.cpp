@@ -129,25 +129,4 @@ TEST_F(DeadWrapper, KindIsAMatterOfTheBodysClass) {
   EXPECT_EQ(Wrapper(mark).centerType(), kCenterMark);
 }
 
-TEST_F(DeadWrapper, ALiveOnePassesOnToItsBody) {
-  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 4.0), center = make({circle});
-  Wrapper wrapper(center), plain(make({circle}, ScriptedPlainBody::desc()));
-  EXPECT_EQ(wrapper.setAssociationToBeBroken(true), Quorl::eOk);
-  EXPECT_TRUE(wrapper.associationToBeBroken());
-  {
-    // Asking needs the body for write, which a reader elsewhere does not allow.
-    const ZnDbHolder<ZnDbObject> reader(wrapper.actionBody());
-    EXPECT_FALSE(wrapper.associationToBeBroken());
-    EXPECT_EQ(wrapper.setAssociationToBeBroken(false), Quorl::eWasOpenForRead);
-  }
-  EXPECT_EQ(wrapper.setAssociationToBeBroken(false), Quorl::eOk);
-  script.log.clear();
-  EXPECT_EQ(wrapper.breakAssociativity(), Quorl::eOk);
-  EXPECT_EQ(script.count("break"), 1) << "that of the body's own class";
-  EXPECT_FALSE(wrapper.isAssociative());
-  // A kind that has nothing to reset says so.
-  EXPECT_EQ(plain.resetExtensions(), Quorl::eNotProvided);
-  EXPECT_EQ(plain.resetOvershoots(), Quorl::eNotProvided);
-}
-
 } // namespace

@@ -1,6 +1,5 @@
 // Making edge extensions and binding them to other edges: what they remember, and what is refused.
 #include "quorl/db/core/transaction.h"
-#include "quorl/db/core/undo.h"
 #include "quorl/db/entity/polyline.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi_edgeextension/extension_fixture.h"
@@ -115,56 +114,16 @@ TEST_F(EdgeExtensionBuilderTest, SidesOfPolylinesInReferencesAndThroughViewports
   EXPECT_TRUE(shows(onPaper, "103.5,50 99,50 100,53.5 100,49")) << "the anchor is found on paper";
 }
 
-TEST_F(EdgeExtensionBuilderTest, CopiesFollowTheirOwnEdges) {
+TEST_F(EdgeExtensionBuilderTest, ACopyInAnotherDrawingTakesTheLengthsOfTheStyleThere) {
   const ZnDbObjectId id = addUsual();
-  struct {
-    const char* what;
-    bool withEdges, otherDrawing;
-    const char* shown; // in the other drawing a style of that name has other lengths
-  } const rows[] = {{"alone", false, false, "3.5,0 -1,0 0,4.5 0,-1"},
-                    {"with its edges", true, false, "3.5,0 -1,0 0,4.5 0,-1"},
-                    {"to another drawing", true, true, "3.375,0 -1.25,0 0,4.375 0,-1.25"}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
-    ZnDbDatabase other;
-    ZnDbDatabase& target = row.otherDrawing ? other : *db_;
-    ZnDbIdMapping mapping(row.otherDrawing ? ZnDb::kCopyInContext : ZnDb::kCopyContext, db_.get(), &target);
-    ZnArray<ZnDbObjectId> objects{id};
-    if (row.withEdges) objects.append({right_, up_});
-    ASSERT_EQ(db_->deepCloneObjects(objects, target.modelSpaceId(), mapping), Quorl::eOk);
-    const ZnDbObjectId copy = ZnDbTorviActionBodyUtils::mapId(mapping, id);
-    ASSERT_EQ(ZnDbTorviObjectWrapper::getCenterType(copy), kEdgeExtension);
-    moveLine(row.withEdges ? ZnDbTorviActionBodyUtils::mapId(mapping, up_) : up_, "0,11 0,5");
-    ZnDbAssocManager::evaluateTopLevelNetwork(&target);
-    EXPECT_TRUE(Extension(copy).isFullyAssociative());
-    EXPECT_TRUE(shows(copy, row.shown));
-    EXPECT_TRUE(linkFaults(target).empty());
-    EXPECT_TRUE(target.audit(false).empty());
-    moveLine(up_, "0,9 0,3");
-    EXPECT_TRUE(shows(id, kUsual));
-  }
-}
-
-TEST_F(EdgeExtensionBuilderTest, StepsAreTakenBackAndDoneAgain) {
-  ZnDbUndoRecorder& undo = db_->undoRecorder();
-  undo.startStep();
-  const ZnDbObjectId id = addUsual();
-  undo.startStep();
-  moveLine(up_, "0,9 0,5");
-  EXPECT_TRUE(shows(id, "3.5,0 -1,0 0,4.5 0,-1"));
-  undo.startStep();
-  erase(up_);
-  evaluateChanges();
-  ASSERT_EQ(undo.undo(), Quorl::eOk);
-  EXPECT_TRUE(Extension(id).isFullyAssociative());
-  ASSERT_EQ(undo.undo(), Quorl::eOk);
-  EXPECT_TRUE(shows(id, kUsual) && isAnchored(id, {4, 0, 0}, {0, 3, 0}));
-  ASSERT_EQ(undo.undo(), Quorl::eOk);
-  EXPECT_TRUE(id.isErased());
-  ASSERT_EQ(undo.redo(), Quorl::eOk);
-  ASSERT_EQ(undo.redo(), Quorl::eOk);
-  moveLine(right_, "2,0 9,0");
-  EXPECT_TRUE(shows(id, "1.5,0 -1,0 0,4.5 0,-1"));
+  ZnDbDatabase other;
+  ZnDbIdMapping mapping(ZnDb::kCopyInContext, db_.get(), &other);
+  ASSERT_EQ(db_->deepCloneObjects({id, right_, up_}, other.modelSpaceId(), mapping), Quorl::eOk);
+  const ZnDbObjectId copy = ZnDbTorviActionBodyUtils::mapId(mapping, id);
+  moveLine(ZnDbTorviActionBodyUtils::mapId(mapping, up_), "0,11 0,5");
+  ZnDbAssocManager::evaluateTopLevelNetwork(&other);
+  EXPECT_TRUE(shows(copy, "3.375,0 -1.25,0 0,4.375 0,-1.25"));
+  EXPECT_TRUE(shows(id, kUsual));
 }
 
 } // namespace

@@ -59,33 +59,12 @@ TEST(LengthExpression, TheWordPassesInAnyCaseAndLeavesTheNumber) {
   }
 }
 
-TEST(LengthExpression, WhatIsNormalisedStaysAsItIs) {
-  for (const Grammar& row : kGrammar) {
-    ZnString once, twice;
-    double first = 0.0, second = 0.0;
-    ASSERT_TRUE(parseLengthExpression(row.text, once, first));
-    ASSERT_TRUE(parseLengthExpression(once, twice, second));
-    EXPECT_EQ(once.utf8(), twice.utf8());
-    EXPECT_EQ(first, second);
-  }
-}
-
 TEST(LengthExpression, NumbersBeyondADoubleAndAbsurdTexts) {
   ZnString normalised;
   double number = 0.0;
   EXPECT_THROW(parseLengthExpression(std::wstring(400, L'9'), normalised, number), std::out_of_range);
   EXPECT_FALSE(parseLengthExpression(std::wstring(500000, L'9'), normalised, number));
   EXPECT_TRUE(normalised.isEmpty());
-}
-
-TEST(LengthExpression, RelativeByTheLastCharacterAlone) {
-  struct {
-    const wchar_t* text;
-    bool relative;
-  } const rows[] = {{L"0.1x", true},   {L"0.1X", true}, {L"x", true},           {L"abcx", true},
-                    {L"0.1x ", false}, {L"0.1", false}, {L"ByLinetype", false}, {L"", false}};
-  for (const auto& row : rows)
-    EXPECT_EQ(isRelativeLengthExpression(row.text), row.relative) << ZnString(row.text).utf8();
 }
 
 TEST(LengthExpression, InfoSplitsIntoFactorAndLength) {

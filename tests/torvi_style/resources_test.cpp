@@ -53,32 +53,6 @@ TEST(Texts, EveryLanguageHasEveryNumberWithTheSamePlaceholders) {
   }
 }
 
-TEST(Texts, AllNumbersInUseAreThere) {
-  const std::pair<unsigned, unsigned> kUsed[] = {{29, 30}, {264, 264}, {1434, 1461}, {2015, 2040}};
-  for (const Texts& texts : allLanguages()) {
-    size_t count = 0;
-    for (const auto& [first, last] : kUsed)
-      for (unsigned number = first; number <= last; ++number, ++count)
-        EXPECT_TRUE(texts.contains(number)) << number;
-    EXPECT_EQ(texts.size(), count);
-  }
-}
-
-TEST(Texts, FormatsTakeWhatTheirCallersGive) {
-  const std::map<unsigned, std::string> kArguments = {
-      {kTorviMsgMarkOvershoots, "gggg"}, {kTorviMsgLineOvershoots, "gg"}, {kTorviMsgMarkPosition, "ggg"},
-      {kTorviMsgLineEnds, "gggggg"},     {kTorviMsgLineLength, "g"},      {kTorviMsgLargestThatFits, "s"},
-      {kTorviMsgNoneFits, "ss"}};
-  for (const Texts& texts : allLanguages()) {
-    for (const auto& [number, text] : texts) {
-      std::string taken;
-      for (const std::string& placeholder : placeholders(text)) taken += placeholder.back();
-      const auto row = kArguments.find(number);
-      EXPECT_EQ(taken, row == kArguments.end() ? "" : row->second) << number;
-    }
-  }
-}
-
 TEST(Texts, TheLanguageIsTheHostsAtTheTimeOfLoading) {
   struct {
     const wchar_t* language;

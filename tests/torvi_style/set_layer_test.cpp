@@ -81,21 +81,6 @@ TEST_F(CenterLayer, StatusesOfWhatCantBe) {
   EXPECT_EQ(db_->objectCount(), before);
 }
 
-TEST_F(CenterLayer, TheCurrentLayerIsNeverMade) {
-  put(L"CENTERLAYER", L".");
-  const size_t before = db_->objectCount();
-  EXPECT_EQ(centerLayer(), db_->clayer());
-  EXPECT_EQ(db_->objectCount(), before);
-}
-
-TEST_F(CenterLayer, AnErasedOneCountsAsMissing) {
-  const ZnDbObjectId first = centerLayer();
-  erase(first);
-  const ZnDbObjectId second = centerLayer();
-  EXPECT_NE(second, first);
-  EXPECT_FALSE(second.isErased());
-}
-
 TEST_F(CenterLayer, EntitiesMoveToItEvenFromALockedLayer) {
   const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 1.0);
   const ZnDbObjectId locked = addLayer(L"Locked");

@@ -2,7 +2,8 @@
 
 #include "torvi/centerline/layout.h"
 #include "torvi/core/action_body_utils.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
+#include "torvi/drawing/shapes.h"
 #include "torvi/host/class_registration.h"
 #include "torvi/style/style.h"
 
@@ -99,8 +100,7 @@ ErrorStatus ZnDbCenterLineActionBody::setCachedCenterLineDirection(const ZnGeVec
 
 // What stood in the copy must not outlive an undo of the first storing.
 void ZnDbCenterLineActionBody::refreshEndings() {
-  // Asked in each evaluation: the arrays keep their memory.
-  static ZnArray<ZnString> expressions, evaluatorIds;
+  ZnArray<ZnString> expressions, evaluatorIds;
   if (getValueParamArray(kEdgeRefDirEndings, endings_, expressions, evaluatorIds) != Quorl::eOk)
     endings_ = {kUsualEnding, kUsualEnding};
 }
@@ -148,8 +148,7 @@ ErrorStatus ZnDbCenterLineActionBody::getCenterLineGeometry(ZnGeLineSeg3d& line,
                                                             bool includeOvershoot) const {
   const ZnDbObjectId centerId = centerObjectId();
   ZnArray<ZnDbObjectId> ids;
-  if (ZnTorviLyxUtils::getEntitesIdsFromBlkRef(centerId, ids, false) != Quorl::eOk)
-    return Quorl::eInvalidInput;
+  if (torvi::curvesOfReference(centerId, ids, false) != Quorl::eOk) return Quorl::eInvalidInput;
   ZnArray<ZnGeCurve3d*> curves;
   const ErrorStatus status = getCenterObjGeometry(ids, curves);
   if (curves.isEmpty()) return Quorl::eInvalidInput;
@@ -159,6 +158,6 @@ ErrorStatus ZnDbCenterLineActionBody::getCenterLineGeometry(ZnGeLineSeg3d& line,
   ZnDbTorviActionBodyUtils::deleteCurves(curves);
   ZnDbHolder<ZnDbBlockReference> reference(centerId);
   if (reference.isOpen()) line.transformBy(reference->blockTransform());
-  if (!includeOvershoot) ZnTorviLyxUtils::extendLine(line, -startOvershoot(), -endOvershoot());
+  if (!includeOvershoot) torvi::extendLine(line, -startOvershoot(), -endOvershoot());
   return status;
 }

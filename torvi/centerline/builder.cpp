@@ -5,7 +5,7 @@
 #include "torvi/centerline/action_body.h"
 #include "torvi/centerline/layout.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/edge_curves.h"
 
 using Quorl::ErrorStatus;
 
@@ -16,12 +16,6 @@ namespace {
 constexpr int kEdges = 2;
 constexpr int kStartEnding = 0;
 constexpr int kEndEnding = 1;
-
-ZnRxClass* bodyClass() {
-  if (!ZnCenterLineBuilder::gpDesc)
-    ZnCenterLineBuilder::gpDesc = znrxFindZnRxClass(L"ZnDbCenterLineActionBody");
-  return ZnCenterLineBuilder::gpDesc;
-}
 
 // An edge that lies on one side of the crossing points away from it; on one that is crossed the pick chooses
 // the half. Parameters of places off the edge are those of its nearest end.
@@ -53,13 +47,13 @@ ErrorStatus edgeRefDirEndings(const ZnGeLineSeg3d (&edges)[kEdges], const ZnArra
 
 ZnCenterLineBuilder::ZnCenterLineBuilder(const ZnArray<ZnDbEdgeRef>& edges, const ZnGePoint3d* pickPoints,
                                          ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbCenterLineActionBody", gpDesc), database) {
   setInputEdges(edges);
   if (pickPoints) setPickPoints({pickPoints[0], pickPoints[1]});
 }
 
 ZnCenterLineBuilder::ZnCenterLineBuilder(ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {}
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbCenterLineActionBody", gpDesc), database) {}
 
 ZnDbTorviLayout* ZnCenterLineBuilder::getLayout() const { return new ZnDbCenterLineLayout(ZnDbObjectId()); }
 
@@ -81,8 +75,7 @@ ErrorStatus ZnCenterLineBuilder::initEdgeRefDir(ZnDbObjectId bodyId) const {
   if (pickPoints().length() < kEdges) return Quorl::eInvalidInput;
   ZnGeLineSeg3d edges[kEdges];
   for (int i = 0; i < kEdges; ++i) {
-    const std::unique_ptr<ZnGeCurve3d> curve(
-        ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(body->getInputEdge(i), false));
+    const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(body->getInputEdge(i), false));
     if (!curve || !curve->isKindOf(ZnGe::kLineSeg3d)) return Quorl::eInvalidInput;
     edges[i] = static_cast<const ZnGeLineSeg3d&>(*curve);
   }

@@ -1,12 +1,6 @@
 #include "torvi/centerline/geometry_handler_manager.h"
 
-#include "torvi/centerline/colinear_handler.h"
-#include "torvi/centerline/geometry_error_handler.h"
-#include "torvi/centerline/intersect_handler.h"
-#include "torvi/centerline/one_point_and_colinear_handler.h"
-#include "torvi/centerline/one_point_handler.h"
-#include "torvi/centerline/parallel_handler.h"
-#include "torvi/centerline/two_point_handler.h"
+#include "torvi/centerline/handlers.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "torvi/centerline/intersect_handler.h"
+#include "torvi/centerline/handlers.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,10 +2,11 @@
 
 #include <cmath>
 
+#include "torvi/centerline/direction_marks.h"
 #include "torvi/centerline/geometry_generator.h"
 #include "torvi/core/action_body.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
 
 using Quorl::ErrorStatus;
 
@@ -84,10 +85,10 @@ ZnGeLineSeg3d ZnDbCenterLineLayout::unassociatedGeometry(ZnGeLineSeg3d drawn) co
 // comes from the order and sense of the edges, which a user may change. At a right angle nothing tells which
 // way was meant.
 void ZnDbCenterLineLayout::keepDirection(ZnGeLineSeg3d& line) const {
-  if (ZnTorviLyxUtils::isCenterLineNotToKeepDirection(centerObject())) return;
+  if (torvi::isNotToKeepDirection(centerObject())) return;
   ZnGeVector3d before = wrapper()->cachedCenterLineDirection();
   if (before.isZeroLength(ZnGeContext::gTol)) return;
-  if (ZnTorviLyxUtils::isCenterMirrored(centerObject())) before = wrapper()->blockTransform() * before;
+  if (torvi::isMirrored(centerObject())) before = wrapper()->blockTransform() * before;
   const ZnGeVector3d now = (line.endPoint() - line.startPoint()).normal(ZnGeContext::gTol);
   if (before.dotProduct(now) < -ZnGeContext::gTol.equalPoint()) line.reverseParam();
 }

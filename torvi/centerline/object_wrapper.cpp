@@ -2,58 +2,43 @@
 
 #include "torvi/centerline/action_body.h"
 #include "torvi/core/action_body_utils.h"
+#include "torvi/drawing/ask.h"
 
 using Quorl::ErrorStatus;
-
-namespace {
-
 using Body = ZnDbCenterLineActionBody;
-
-// The body's answer, or the neutral one when it can't be opened. Reading endings renews a working copy, so
-// the body is no constant.
-template<class Result, class Ask> Result ask(ZnDbObjectId bodyId, const Result& absent, Ask&& question) {
-  ZnDbHolder<Body> body(bodyId);
-  return body.isOpen() ? question(*body) : absent;
-}
-
-template<class Change> ErrorStatus change(ZnDbObjectId bodyId, Change&& doIt) {
-  ZnDbHolder<Body> body;
-  const ErrorStatus status = body.openForWrite(bodyId);
-  return status == Quorl::eOk ? doIt(*body) : status;
-}
-
-} // namespace
+using torvi::ask;
+using torvi::change;
 
 double ZnDbCenterLineObjectWrapper::startExtension() const {
-  return ask(actionBody(), 0.0, [](const Body& body) { return body.startExtension(); });
+  return ask<Body>(actionBody(), 0.0, &Body::startExtension);
 }
 
 double ZnDbCenterLineObjectWrapper::endExtension() const {
-  return ask(actionBody(), 0.0, [](const Body& body) { return body.endExtension(); });
+  return ask<Body>(actionBody(), 0.0, &Body::endExtension);
 }
 
 double ZnDbCenterLineObjectWrapper::startOvershoot() const {
-  return ask(actionBody(), 0.0, [](const Body& body) { return body.startOvershoot(); });
+  return ask<Body>(actionBody(), 0.0, &Body::startOvershoot);
 }
 
 double ZnDbCenterLineObjectWrapper::endOvershoot() const {
-  return ask(actionBody(), 0.0, [](const Body& body) { return body.endOvershoot(); });
+  return ask<Body>(actionBody(), 0.0, &Body::endOvershoot);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setStartExtension(double value) {
-  return change(actionBody(), [value](Body& body) { return body.setStartExtension(value); });
+  return change<Body>(actionBody(), &Body::setStartExtension, value);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setEndExtension(double value) {
-  return change(actionBody(), [value](Body& body) { return body.setEndExtension(value); });
+  return change<Body>(actionBody(), &Body::setEndExtension, value);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setStartOvershoot(double value) {
-  return change(actionBody(), [value](Body& body) { return body.setStartOvershoot(value); });
+  return change<Body>(actionBody(), &Body::setStartOvershoot, value);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setEndOvershoot(double value) {
-  return change(actionBody(), [value](Body& body) { return body.setEndOvershoot(value); });
+  return change<Body>(actionBody(), &Body::setEndOvershoot, value);
 }
 
 int ZnDbCenterLineObjectWrapper::edgeRefDirEnding(int index) const {
@@ -62,39 +47,36 @@ int ZnDbCenterLineObjectWrapper::edgeRefDirEnding(int index) const {
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::edgeRefDirEndingArray(ZnArray<int>& endings) const {
-  ZnDbHolder<Body> body(actionBody());
-  return body.isOpen() ? body->edgeRefDirEndingArray(endings) : body.status();
+  return torvi::askStatus<Body>(actionBody(), &Body::edgeRefDirEndingArray, endings);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setEdgeRefDirEnding(int index, int value) {
-  return change(actionBody(), [&](Body& body) { return body.setEdgeRefDirEnding(index, value); });
+  return change<Body>(actionBody(), &Body::setEdgeRefDirEnding, index, value);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setEdgeRefDirEndingArray(const ZnArray<int>& endings) {
-  return change(actionBody(), [&](Body& body) { return body.setEdgeRefDirEndingArray(endings); });
+  return change<Body>(actionBody(), &Body::setEdgeRefDirEndingArray, endings);
 }
 
 double ZnDbCenterLineObjectWrapper::cachedCenterLineLength() const {
-  return ask(actionBody(), 0.0, [](const Body& body) { return body.cachedCenterLineLength(); });
+  return ask<Body>(actionBody(), 0.0, &Body::cachedCenterLineLength);
 }
 
 ZnGeVector3d ZnDbCenterLineObjectWrapper::cachedCenterLineDirection() const {
-  return ask(actionBody(), ZnGeVector3d::kXAxis,
-             [](const Body& body) { return body.cachedCenterLineDirection(); });
+  return ask<Body>(actionBody(), ZnGeVector3d::kXAxis, &Body::cachedCenterLineDirection);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setCachedCenterLineLength(double length) {
-  return change(actionBody(), [length](Body& body) { return body.setCachedCenterLineLength(length); });
+  return change<Body>(actionBody(), &Body::setCachedCenterLineLength, length);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::setCachedCenterLineDirection(const ZnGeVector3d& direction) {
-  return change(actionBody(), [&](Body& body) { return body.setCachedCenterLineDirection(direction); });
+  return change<Body>(actionBody(), &Body::setCachedCenterLineDirection, direction);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::getCenterLineGeometry(ZnGeLineSeg3d& line,
                                                                bool includeOvershoot) const {
-  ZnDbHolder<Body> body(actionBody());
-  return body.isOpen() ? body->getCenterLineGeometry(line, includeOvershoot) : body.status();
+  return torvi::askStatus<Body>(actionBody(), &Body::getCenterLineGeometry, line, includeOvershoot);
 }
 
 ErrorStatus ZnDbCenterLineObjectWrapper::getCenterPoint(ZnGePoint3d& point) const {

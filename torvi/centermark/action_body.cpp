@@ -28,10 +28,8 @@ const ZnString kCrossHairGapExpression(L"CrossHairGapExpression");
 const ZnString kCachedCircleRadius(L"CachedCircleRadius");
 const ZnString kCachedRotation(L"CachedRotation");
 
-constexpr ZnCenterMarkSubEntType kExtensionLines[] = {eLeftLine, eRightLine, eBottomLine, eTopLine};
-
 const ZnString& ofSide(const ZnString (&names)[4], ZnCenterMarkSubEntType type) {
-  return type >= eLeftLine && type <= eTopLine ? names[type - eLeftLine] : kNoName;
+  return torvi::isExtensionLine(type) ? names[type - eLeftLine] : kNoName;
 }
 
 const ZnString& visibilityName(ZnCenterMarkSubEntType type) {
@@ -69,7 +67,7 @@ ErrorStatus ZnDbCenterMarkActionBody::setExtension(ZnCenterMarkSubEntType type, 
 }
 
 ErrorStatus ZnDbCenterMarkActionBody::resetExtensions() {
-  for (const ZnCenterMarkSubEntType line : kExtensionLines) setExtension(line, kAutoMatchExtension);
+  for (const ZnCenterMarkSubEntType line : torvi::kExtensionLines) setExtension(line, kAutoMatchExtension);
   return Quorl::eOk;
 }
 
@@ -98,7 +96,7 @@ ErrorStatus ZnDbCenterMarkActionBody::setOvershoot(const ZnString& key, double v
 
 ErrorStatus ZnDbCenterMarkActionBody::resetOvershoots() {
   const double overshoot = ZnTorviStyle::getCenterOvershoot();
-  for (const ZnCenterMarkSubEntType line : kExtensionLines) setOvershoot(line, overshoot);
+  for (const ZnCenterMarkSubEntType line : torvi::kExtensionLines) setOvershoot(line, overshoot);
   return Quorl::eOk;
 }
 
@@ -148,12 +146,13 @@ bool ZnDbCenterMarkActionBody::getSubEntVisibility(ZnCenterMarkSubEntType type) 
 
 ErrorStatus ZnDbCenterMarkActionBody::setExtensionLinesVisibility(bool visible) {
   ErrorStatus status = Quorl::eOk;
-  for (const ZnCenterMarkSubEntType line : kExtensionLines) status = setSubEntVisibility(line, visible);
+  for (const ZnCenterMarkSubEntType line : torvi::kExtensionLines)
+    status = setSubEntVisibility(line, visible);
   return status;
 }
 
 bool ZnDbCenterMarkActionBody::getExtensionLinesVisibility() const {
-  for (const ZnCenterMarkSubEntType line : kExtensionLines)
+  for (const ZnCenterMarkSubEntType line : torvi::kExtensionLines)
     if (!getSubEntVisibility(line)) return false;
   return true;
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "torvi/core/action_body.h"
-#include "torvi/dbutils/types.h"
+#include "torvi/drawing/types.h"
 
 class TORVI_EXPORT ZnDbCenterMarkActionBody : public ZnDbTorviActionBody {
   ZNRX_DECLARE_MEMBERS(ZnDbCenterMarkActionBody)

@@ -5,7 +5,9 @@
 #include "torvi/centermark/props_provider.h"
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/core/action_body_utils.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
+#include "torvi/drawing/edge_curves.h"
+#include "torvi/drawing/shapes.h"
 
 using Quorl::ErrorStatus;
 
@@ -15,7 +17,7 @@ ErrorStatus ZnDbCenterMarkActionBody::getRefCircle(ZnGeCircArc3d& circle) const 
     return Quorl::eOk;
   }
   if (edgeRefCount() != 1) return Quorl::eInvalidInput;
-  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(getInputEdge(0), true));
+  const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(getInputEdge(0), true));
   if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return Quorl::eInvalidInput;
   circle = static_cast<const ZnGeCircArc3d&>(*curve);
   return Quorl::eOk;
@@ -55,8 +57,7 @@ ZnGeLineSeg3d ZnDbCenterMarkActionBody::getSubentLineGeometry(ZnCenterMarkSubEnt
                                                               bool includeOvershoot) const {
   ZnArray<ZnDbObjectId> ids;
   ZnArray<ZnGeCurve3d*> curves;
-  if (ZnTorviLyxUtils::getEntitesIdsFromBlkRef(centerObjectId(), ids, false) == Quorl::eOk)
-    getCenterObjGeometry(ids, curves);
+  if (torvi::curvesOfReference(centerObjectId(), ids, false) == Quorl::eOk) getCenterObjGeometry(ids, curves);
   const ZnGeLineSeg3d line = getSubentLineGeometry(curves, type, includeOvershoot);
   ZnDbTorviActionBodyUtils::deleteCurves(curves);
   return line;
@@ -76,5 +77,6 @@ ZnGeLineSeg3d ZnDbCenterMarkActionBody::getSubentLineGeometry(const ZnArray<ZnGe
   if (includeOvershoot) return line;
   const bool farEndIsStart = type == eLeftLine || type == eBottomLine;
   const double cut = -overshoot(type);
-  return ZnTorviLyxUtils::getExtendedLine(line, farEndIsStart ? cut : 0.0, farEndIsStart ? 0.0 : cut);
+  torvi::extendLine(line, farEndIsStart ? cut : 0.0, farEndIsStart ? 0.0 : cut);
+  return line;
 }

@@ -2,8 +2,11 @@
 
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/object_wrapper.h"
+#include "torvi/core/navigation.h"
 #include "torvi/core/object_pointer.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
+#include "torvi/drawing/shapes.h"
+#include "torvi/drawing/views.h"
 
 using Quorl::ErrorStatus;
 
@@ -33,7 +36,7 @@ void swapVerticalSides(ZnDbCenterMarkObjectWrapper& mark) {
 
 ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform,
                                        ZnGeCircArc3d* referenceCircle) {
-  ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject));
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(torvi::bodyOfReference(centerObject));
   if (!body.isOpen()) return body.status();
   ZnGeCircArc3d circle;
   const ErrorStatus status = body->getRefCircle(circle);
@@ -42,7 +45,7 @@ ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& 
   if (hostDocumentKindQuery())
     base.setToTranslation(circle.center().asVector());
   else
-    ZnTorviLyxUtils::calcCircleEcs(circle, base);
+    base = torvi::circleCoordinates(circle);
   transform =
       base * ZnGeMatrix3d::rotation(body->cachedRotation(), ZnGeVector3d::kZAxis, ZnGePoint3d::kOrigin);
   return status;
@@ -67,7 +70,7 @@ void undoCenterMarkMirror(ZnDbObjectId centerObject) {
   ZnDbHolder<ZnDbBlockReference> reference;
   if (reference.openForWrite(centerObject) != Quorl::eOk) return;
   const MarkPointer mark(centerObject);
-  if (mark.openStatus() != Quorl::eOk || !ZnTorviLyxUtils::isCenterMirrored(centerObject)) return;
+  if (mark.openStatus() != Quorl::eOk || !torvi::isMirrored(centerObject)) return;
   ZnGePoint3d origin;
   ZnGeVector3d x, y, z;
   reference->blockTransform().getCoordSystem(origin, x, y, z);
@@ -83,17 +86,15 @@ void undoCenterMarkMirror(ZnDbObjectId centerObject) {
 void updateCachedRotationFromBlock(ZnDbObjectId centerObject) {
   ZnDbHolder<ZnDbBlockReference> reference(centerObject);
   ZnDbHolder<ZnDbCenterMarkActionBody> body;
-  if (!reference.isOpen() ||
-      body.openForWrite(ZnTorviLyxUtils::getTorviActionBodyId(centerObject)) != Quorl::eOk)
-    return;
+  if (!reference.isOpen() || body.openForWrite(torvi::bodyOfReference(centerObject)) != Quorl::eOk) return;
   const ZnDbObjectId viewport = body->getDependentViewportId();
   double rotation = reference->rotation();
   if (!viewport.isNull()) {
     // A reference of its own tells the rotation in the edge's space: the stored one is not touched.
     ZnDbBlockReference turned;
-    turned.setBlockTransform(ZnTorviLyxUtils::msWcsToPsWcs(viewport).inverse() * reference->blockTransform());
+    turned.setBlockTransform(torvi::modelToPaper(viewport).inverse() * reference->blockTransform());
     rotation = turned.rotation();
   }
-  if (!viewport.isNull() && viewport == ZnTorviLyxUtils::activeViewportId()) return;
+  if (!viewport.isNull() && viewport == torvi::activeViewportId()) return;
   if (rotation != body->cachedRotation()) body->setCachedRotation(rotation);
 }

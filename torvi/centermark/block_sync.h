@@ -6,7 +6,7 @@
 #include "torvi/host/export.h"
 
 // Where the reference has to stand: on the circle's center, in its plane, turned by the remembered rotation.
-// In a document of the alternate kind the plane is the world's. The status is that of finding the circle; the
+// In a document of drawing views the plane is the world's. The status is that of finding the circle; the
 // transform is written even when that fails, but not when there is no mark. The circle itself goes to whoever
 // wants it.
 TORVI_EXPORT Quorl::ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& transform,

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <numbers>
 
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/layout.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/edge_curves.h"
+#include "torvi/drawing/shapes.h"
 #include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
@@ -17,14 +17,7 @@ ZnRxClass* ZnCenterMarkBuilder::gpDesc = nullptr;
 
 namespace {
 
-// Two thirds of a turn.
-constexpr double kLeastSpanWithLines = 4.0 * std::numbers::pi / 3.0;
-
-ZnRxClass* bodyClass() {
-  if (!ZnCenterMarkBuilder::gpDesc)
-    ZnCenterMarkBuilder::gpDesc = znrxFindZnRxClass(L"ZnDbCenterMarkActionBody");
-  return ZnCenterMarkBuilder::gpDesc;
-}
+constexpr double kLeastSpanWithLines = torvi::kFullTurn * 2.0 / 3.0;
 
 bool spanHasLines(double span) {
   if (span >= kLeastSpanWithLines) return true;
@@ -35,12 +28,12 @@ bool spanHasLines(double span) {
 } // namespace
 
 ZnCenterMarkBuilder::ZnCenterMarkBuilder(const ZnArray<ZnDbEdgeRef>& edges, ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbCenterMarkActionBody", gpDesc), database) {
   setInputEdges(edges);
 }
 
 ZnCenterMarkBuilder::ZnCenterMarkBuilder(ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {}
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbCenterMarkActionBody", gpDesc), database) {}
 
 ZnDbTorviLayout* ZnCenterMarkBuilder::getLayout() const { return new ZnDbCenterMarkLayout(ZnDbObjectId()); }
 
@@ -59,8 +52,8 @@ ErrorStatus ZnCenterMarkBuilder::subAddInputEdgeToBody(ZnDbTorviActionBody* body
   auto* mark = ZnDbCenterMarkActionBody::cast(body);
   if (!mark) return Quorl::eInvalidInput;
   if (!ZnTorviStyle::isCentermarkExeVisible()) return mark->setExtensionLinesVisibility(false);
-  if (!ZnTorviLyxUtils::checkForArc()) return Quorl::eOk;
-  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
+  if (!torvi::isArcSpanChecked()) return Quorl::eOk;
+  const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(edge, false));
   if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return Quorl::eInvalidInput;
   const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
   return mark->setExtensionLinesVisibility(spanHasLines(arc.endAng() - arc.startAng()));

@@ -5,8 +5,8 @@
 #include "torvi/centermark/mark_curves.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/centermark/props_provider.h"
+#include "torvi/core/navigation.h"
 #include "torvi/core/object_pointer.h"
-#include "torvi/dbutils/lyx_utils.h"
 #include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
@@ -41,7 +41,7 @@ ErrorStatus ZnDbCenterMarkLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves
   compareGeometry(curves, keys);
   if (curves.isEmpty()) return Quorl::eInvalidInput;
   // A radius that is remembered already is not written again: a write keeps the body's state for undo.
-  ZnDbHolder<ZnDbCenterMarkActionBody> body(ZnTorviLyxUtils::getTorviActionBodyId(centerObject()));
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(torvi::bodyOfReference(centerObject()));
   if (body.isOpen() && body->cachedCircleRadius() != referenceCircle_.radius() &&
       body->isAssociative(false) && body.upgrade() == Quorl::eOk)
     body->setCachedCircleRadius(referenceCircle_.radius());

@@ -8,17 +8,16 @@
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/core/object_pointer.h"
+#include "torvi/drawing/shapes.h"
 #include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
 
 namespace {
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
-
 double toFullTurn(double angle) {
-  const double turned = std::fmod(angle, kTwoPi);
-  return turned < 0.0 ? turned + kTwoPi : turned;
+  const double turned = std::fmod(angle, torvi::kFullTurn);
+  return turned < 0.0 ? turned + torvi::kFullTurn : turned;
 }
 
 // Where a mark's center lies on the circle around its pattern's center.

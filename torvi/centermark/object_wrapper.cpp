@@ -5,27 +5,17 @@
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/props_provider.h"
 #include "torvi/centermark/size_calculator.h"
+#include "torvi/drawing/ask.h"
 #include "torvi/style/length_expression.h"
 
 using Quorl::ErrorStatus;
+using Body = ZnDbCenterMarkActionBody;
+using torvi::ask;
+using torvi::change;
 
 namespace {
 
 constexpr ZnCenterMarkSubEntType kPointOrder[] = {eLeftLine, eBottomLine, eRightLine, eTopLine};
-
-bool isExtensionLine(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
-
-// The body's answer, or the neutral one when it can't be opened.
-template<class Result, class Ask> Result ask(ZnDbObjectId bodyId, const Result& absent, Ask&& question) {
-  ZnDbHolder<ZnDbCenterMarkActionBody> body(bodyId);
-  return body.isOpen() ? question(*body) : absent;
-}
-
-template<class Change> ErrorStatus change(ZnDbObjectId bodyId, Change&& doIt) {
-  ZnDbHolder<ZnDbCenterMarkActionBody> body;
-  const ErrorStatus status = body.openForWrite(bodyId);
-  return status == Quorl::eOk ? doIt(*body) : status;
-}
 
 // A number that no double holds is as bad as any other invalid text to the one who set it.
 template<class Check> bool isValid(Check&& check) {
@@ -47,29 +37,28 @@ void takeFour(const ZnArray<ZnGePoint3d>& points, ZnGePoint3d& left, ZnGePoint3d
 } // namespace
 
 double ZnDbCenterMarkObjectWrapper::getExtensionLineLength(ZnCenterMarkSubEntType type) const {
-  return ask(actionBody(), 0.0, [&](const auto& body) { return body.extension(type); });
+  return ask<Body>(actionBody(), 0.0, &Body::extension, type);
 }
 
 double ZnDbCenterMarkObjectWrapper::getOvershoot(ZnCenterMarkSubEntType type) const {
-  return ask(actionBody(), 0.0, [&](const auto& body) { return body.overshoot(type); });
+  return ask<Body>(actionBody(), 0.0, &Body::overshoot, type);
 }
 
 double ZnDbCenterMarkObjectWrapper::getMinExtension(ZnCenterMarkSubEntType type) const {
-  return ask(actionBody(), 0.0, [&](const auto& body) { return body.getMinExtension(type); });
+  return ask<Body>(actionBody(), 0.0, &Body::getMinExtension, type);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setExtension(ZnCenterMarkSubEntType type, double value) {
-  return change(actionBody(), [&](auto& body) { return body.setExtension(type, value); });
+  return change<Body>(actionBody(), &Body::setExtension, type, value);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setOvershoot(ZnCenterMarkSubEntType type, double value) {
-  return change(actionBody(), [&](auto& body) { return body.setOvershoot(type, value); });
+  return change<Body>(actionBody(), [&](Body& body) { return body.setOvershoot(type, value); });
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setAllOvershoots(double value) {
-  return change(actionBody(), [&](auto& body) {
-    for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
-      body.setOvershoot(line, value);
+  return change<Body>(actionBody(), [&](Body& body) {
+    for (const ZnCenterMarkSubEntType line : torvi::kExtensionLines) body.setOvershoot(line, value);
     return Quorl::eOk;
   });
 }
@@ -110,19 +99,18 @@ ErrorStatus ZnDbCenterMarkObjectWrapper::getAllOvershootPoints(ZnGePoint3d& left
 }
 
 ZnString ZnDbCenterMarkObjectWrapper::crossHairLengthExpression() const {
-  return ask(actionBody(), ZnString(L"0.0"),
-             [](const auto& body) { return body.crossHairLengthExpression(); });
+  return ask<Body>(actionBody(), ZnString(L"0.0"), &Body::crossHairLengthExpression);
 }
 
 ZnString ZnDbCenterMarkObjectWrapper::crossHairGapExpression() const {
-  return ask(actionBody(), ZnString(L"0.0"), [](const auto& body) { return body.crossHairGapExpression(); });
+  return ask<Body>(actionBody(), ZnString(L"0.0"), &Body::crossHairGapExpression);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setCrossHairLengthExpression(const ZnString& expression) {
   ZnString normalised;
   if (!isValid([&] { return isValidCrossSizeExpression(expression, normalised); }))
     return Quorl::eInvalidInput;
-  return change(actionBody(), [&](auto& body) { return body.setCrossHairLengthExpression(normalised); });
+  return change<Body>(actionBody(), &Body::setCrossHairLengthExpression, normalised);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setCrossHairGapExpression(const ZnString& expression) {
@@ -130,7 +118,7 @@ ErrorStatus ZnDbCenterMarkObjectWrapper::setCrossHairGapExpression(const ZnStrin
   double number = 0.0;
   if (!isValid([&] { return parseLengthExpression(expression, normalised, number); }))
     return Quorl::eInvalidInput;
-  return change(actionBody(), [&](auto& body) { return body.setCrossHairGapExpression(normalised); });
+  return change<Body>(actionBody(), &Body::setCrossHairGapExpression, normalised);
 }
 
 double ZnDbCenterMarkObjectWrapper::crossHairLength() const {
@@ -148,19 +136,18 @@ ErrorStatus ZnDbCenterMarkObjectWrapper::getCrossLengthAndGap(double& length, do
 }
 
 bool ZnDbCenterMarkObjectWrapper::isCenterCrossTooLarge(ZnCenterMarkSubEntType type) const {
-  if (!isExtensionLine(type)) return false;
+  if (!torvi::isExtensionLine(type)) return false;
   double length = 0.0, gap = 0.0;
   if (getCrossLengthAndGap(length, gap) != Quorl::eOk) return false;
   return length + gap > getExtensionLineLength(type);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::getRefCircle(ZnGeCircArc3d& circle) const {
-  ZnDbHolder<ZnDbCenterMarkActionBody> body(actionBody());
-  return body.isOpen() ? body->getRefCircle(circle) : body.status();
+  return torvi::askStatus<Body>(actionBody(), &Body::getRefCircle, circle);
 }
 
 double ZnDbCenterMarkObjectWrapper::getRefCircleRadius() const {
-  return ask(actionBody(), 0.0, [](const auto& body) { return body.getRefCircleRadius(); });
+  return ask<Body>(actionBody(), 0.0, &Body::getRefCircleRadius);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::getCenterPoint(ZnGePoint3d& point) const {
@@ -171,7 +158,7 @@ ErrorStatus ZnDbCenterMarkObjectWrapper::getCenterPoint(ZnGePoint3d& point) cons
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setCachedCircleRadius(double radius) {
-  return change(actionBody(), [&](auto& body) { return body.setCachedCircleRadius(radius); });
+  return change<Body>(actionBody(), &Body::setCachedCircleRadius, radius);
 }
 
 // Opened for read: an evaluation that holds the body calls this.
@@ -192,29 +179,28 @@ ErrorStatus ZnDbCenterMarkObjectWrapper::setRotation(double angle) {
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setSubEntVisibility(ZnCenterMarkSubEntType type, bool visible) {
-  return change(actionBody(), [&](auto& body) { return body.setSubEntVisibility(type, visible); });
+  return change<Body>(actionBody(), &Body::setSubEntVisibility, type, visible);
 }
 
 bool ZnDbCenterMarkObjectWrapper::getSubEntVisibility(ZnCenterMarkSubEntType type) const {
-  return ask(actionBody(), true, [&](const auto& body) { return body.getSubEntVisibility(type); });
+  return ask<Body>(actionBody(), true, &Body::getSubEntVisibility, type);
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::setExtensionLinesVisibility(bool visible) {
-  return change(actionBody(), [&](auto& body) { return body.setExtensionLinesVisibility(visible); });
+  return change<Body>(actionBody(), &Body::setExtensionLinesVisibility, visible);
 }
 
 bool ZnDbCenterMarkObjectWrapper::getExtensionLinesVisibility() const {
-  return ask(actionBody(), true, [](const auto& body) { return body.getExtensionLinesVisibility(); });
+  return ask<Body>(actionBody(), true, &Body::getExtensionLinesVisibility);
 }
 
 ZnGeVector3d ZnDbCenterMarkObjectWrapper::getSubentDirection(ZnCenterMarkSubEntType type) const {
-  return ask(actionBody(), ZnGeVector3d::kXAxis,
-             [&](const auto& body) { return body.getSubentDirection(type); });
+  return ask<Body>(actionBody(), ZnGeVector3d::kXAxis, &Body::getSubentDirection, type);
 }
 
 ZnGeLineSeg3d ZnDbCenterMarkObjectWrapper::getSubentLineGeometry(ZnCenterMarkSubEntType type,
                                                                  bool includeOvershoot) const {
   const ZnGeLineSeg3d absent(ZnGePoint3d::kOrigin, ZnGePoint3d(1.0, 0.0, 0.0));
-  return ask(actionBody(), absent,
-             [&](const auto& body) { return body.getSubentLineGeometry(type, includeOvershoot); });
+  return ask<Body>(actionBody(), absent,
+                   [&](const Body& body) { return body.getSubentLineGeometry(type, includeOvershoot); });
 }

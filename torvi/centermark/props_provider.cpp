@@ -3,13 +3,13 @@
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/core/object_pointer.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/linetypes.h"
 #include "torvi/style/set_layer.h"
 #include "torvi/style/style.h"
 
-namespace {
+using torvi::isExtensionLine;
 
-bool isExtensionLine(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
+namespace {
 
 // Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
 double storedLength(const ZnDbCenterMarkActionBody& body, ZnCenterMarkSubEntType type, double radius) {
@@ -35,7 +35,7 @@ const ZnDbCenterMarkObjectWrapper* ZnDbCenterMarkPropsProvider::mark() const {
 
 ZnDbObjectId ZnDbCenterMarkPropsProvider::linetypeId() const {
   ZnDbHolder<ZnDbBlockReference> reference(centerObject_);
-  return reference.isOpen() ? reference->linetypeId() : ZnTorviLyxUtils::getCenterLineTypeId(database_);
+  return reference.isOpen() ? reference->linetypeId() : torvi::centerLinetypeId(database_);
 }
 
 double ZnDbCenterMarkPropsProvider::linetypeScale() const {

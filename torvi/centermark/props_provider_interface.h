@@ -2,7 +2,7 @@
 // so work for a mark that does not exist yet, or with another one's properties.
 #pragma once
 
-#include "torvi/dbutils/types.h"
+#include "torvi/drawing/types.h"
 #include "torvi/host/database.h"
 #include "torvi/host/export.h"
 

@@ -26,10 +26,9 @@ double repeatsFor(double rest, double total) {
 }
 
 double averageFit(const IZnDbCenterMarkPropsProvider& provider, double cross, double gap, double total) {
-  constexpr ZnCenterMarkSubEntType kLines[] = {eLeftLine, eRightLine, eBottomLine, eTopLine};
   const double radius = provider.refCircleRadius();
   double sum = 0.0;
-  for (const ZnCenterMarkSubEntType line : kLines) {
+  for (const ZnCenterMarkSubEntType line : torvi::kExtensionLines) {
     const double length = provider.extension(line) + provider.overshoot(line) + radius;
     sum += fitPatternRepeat(length, total, cross * 0.5, gap);
   }

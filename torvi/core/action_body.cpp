@@ -6,7 +6,10 @@
 
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/layout.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/ask.h"
+#include "torvi/drawing/blocks.h"
+#include "torvi/drawing/dependencies.h"
+#include "torvi/drawing/views.h"
 #include "torvi/host/class_registration.h"
 #include "torvi/style/style.h"
 
@@ -42,9 +45,8 @@ ErrorStatus ZnDbTorviActionBody::setDimStyleDepId(ZnDbObjectId id) {
 }
 
 ZnDbObjectId ZnDbTorviActionBody::objectOfDependency(ZnDbObjectId dependencyId) const {
-  if (dependencyId.isNull()) return {};
-  ZnDbHolder<ZnDbAssocDependency> dependency(dependencyId);
-  return dependency.isOpen() ? dependency->dependentOnObject() : ZnDbObjectId();
+  return torvi::ask<ZnDbAssocDependency>(dependencyId, ZnDbObjectId(),
+                                         &ZnDbAssocDependency::dependentOnObject);
 }
 
 ZnDbObjectId ZnDbTorviActionBody::centerObjectId() const { return objectOfDependency(centerDepId()); }
@@ -53,7 +55,7 @@ ZnDbObjectId ZnDbTorviActionBody::getStyleId() const { return objectOfDependency
 
 ErrorStatus ZnDbTorviActionBody::addDependencyToStyle(ZnDbObjectId styleId) {
   ZnDbObjectId dependencyId;
-  if (styleId.isValid()) ZnTorviLyxUtils::addReadOnlyDependencyToObject(this, styleId, dependencyId);
+  if (styleId.isValid()) torvi::addDependencyTo(*this, styleId, torvi::DependencyAccess::kRead, dependencyId);
   return setStyleDepId(dependencyId);
 }
 
@@ -66,7 +68,7 @@ ErrorStatus ZnDbTorviActionBody::createCenterEntity(ZnDbDatabase* database) {
   ZnDbTorviActionBodyUtils::createCenterBlockRef(entity.object(), btrId, refId, database);
   if (!refId.isValid()) return Quorl::eInvalidInput;
   ZnDbObjectId dependencyId;
-  if (ZnTorviLyxUtils::addReadWriteDependencyToObject(this, refId, dependencyId) != Quorl::eOk)
+  if (torvi::addDependencyTo(*this, refId, torvi::DependencyAccess::kReadWrite, dependencyId) != Quorl::eOk)
     return Quorl::eInvalidInput;
   setCenterDepId(dependencyId);
   return addEntitiesIntoCenterAnonymousBTR(entity->database(), btrId) == Quorl::eOk ? Quorl::eOk
@@ -160,7 +162,7 @@ ErrorStatus ZnDbTorviActionBody::eraseCenterEntity() {
 }
 
 ErrorStatus ZnDbTorviActionBody::getCenterEntitesIds(ZnArray<ZnDbObjectId>& ids) const {
-  return ZnTorviLyxUtils::getEntitesIdsFromBlkRef(centerObjectId(), ids, false);
+  return torvi::curvesOfReference(centerObjectId(), ids, false);
 }
 
 ErrorStatus ZnDbTorviActionBody::getCenterObjGeometry(ZnArray<ZnGeCurve3d*>& curves) const {
@@ -195,7 +197,7 @@ ErrorStatus ZnDbTorviActionBody::getAssociatedEntitiesIds(ZnArray<ZnDbObjectId>&
 
 ZnDbObjectId ZnDbTorviActionBody::getDependentViewportId() const {
   if (edgeRefCount() == 0) return {};
-  return ZnTorviLyxUtils::getViewportIdFromEdgeRef(getInputEdge(0));
+  return torvi::viewportOfEdge(getInputEdge(0));
 }
 
 ZnString ZnDbTorviActionBody::subentLineType() const {

@@ -70,7 +70,6 @@ public:
 
 protected:
   friend class ZnDbTorviObjectWrapper;
-  friend class ZnTorviLyxUtils; // the database-wide updates ask for single traits
 
   virtual ZnDbTorviLayout* getLayout() const { return nullptr; } // new, owned by the caller
   virtual bool rotationToBeChecked() const { return true; }

@@ -2,9 +2,10 @@
 
 #include "torvi/core/action_body.h"
 #include "torvi/core/action_body_utils.h"
+#include "torvi/core/evaluation.h"
+#include "torvi/core/kind.h"
 #include "torvi/core/layout.h"
-#include "torvi/core/object_wrapper.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
 
 using Quorl::ErrorStatus;
 
@@ -54,8 +55,7 @@ void ZnDbTorviActionBody::regenerate(ZnDbTorviLayout& layout) {
   setSubentLinetypeScale(reference->linetypeScale());
   layout.updateEntities(generated.curves, generated.keys, isAssociative(false));
   cacheViewportScale();
-  if (cacheAssociateStatus() && !isAssociative(false) && !isDragging())
-    ZnTorviLyxUtils::printCenterDisassociatedMessage(objectId());
+  if (cacheAssociateStatus() && !isAssociative(false) && !isDragging()) torvi::printDisassociated(objectId());
   setStatus(kIsUpToDateAssocStatus, true, false);
 }
 
@@ -66,11 +66,9 @@ void ZnDbTorviActionBody::reportFailedOpen(ErrorStatus status) {
   setStatus(kFailedToEvaluateAssocStatus, true, false);
 }
 
-// In a document of the alternate kind a center mark keeps its own rotation and follows by its place alone.
 void ZnDbTorviActionBody::writeTransform(ZnDbBlockReference& reference, const ZnGeMatrix3d& transform) const {
-  const bool placeOnly =
-      hostDocumentKindQuery() && ZnDbTorviObjectWrapper::getCenterType(centerObjectId()) == kCenterMark;
-  if (placeOnly)
+  const torvi::Kind* kind = torvi::kindOfClass(isA());
+  if (kind && kind->keepsRotationAmongViews && hostDocumentKindQuery())
     reference.setPosition(ZnGePoint3d::kOrigin + transform.translation());
   else
     reference.setBlockTransform(transform);
@@ -94,8 +92,7 @@ bool ZnDbTorviActionBody::doesActionMatchCurrentGeometry() const {
   if (!layout) return false;
   GeneratedCurves generated;
   if (layout->compareGeometry(generated.curves, generated.keys) != Quorl::eOk) return false;
-  const ZnDbObjectId refId = centerObjectId();
-  ZnDbEvalPointer<ZnDbBlockReference> reference(refId);
+  ZnDbEvalPointer<ZnDbBlockReference> reference(centerObjectId());
   if (!reference.isOpen()) return false;
   ZnGeMatrix3d expected = layout->transform();
   const ZnGeMatrix3d actual = reference->blockTransform();
@@ -104,9 +101,9 @@ bool ZnDbTorviActionBody::doesActionMatchCurrentGeometry() const {
   if (!ZnDbTorviActionBodyUtils::areTwoCoordinatesEqual(expected, actual)) return false;
   GeneratedCurves present;
   if (getPresentGeometry(generated.keys, present.curves) != Quorl::eOk) return false;
-  // Only a pattern's block may hold more than was generated: outputs that wait to be purged.
-  const bool allowMore = ZnDbTorviObjectWrapper::getCenterType(refId) == kCenterMarkPattern;
-  return ZnDbTorviActionBodyUtils::geCurvesAreEqual(generated.curves, present.curves, allowMore);
+  const torvi::Kind* kind = torvi::kindOfClass(isA());
+  return ZnDbTorviActionBodyUtils::geCurvesAreEqual(generated.curves, present.curves,
+                                                    kind && kind->keepsSpareOutputs);
 }
 
 // What stands in the block in the order in which it would be generated. Keyed outputs come and go one by one,
@@ -121,8 +118,7 @@ ErrorStatus ZnDbTorviActionBody::getPresentGeometry(const ZnArray<ZnString>& key
     if (id.isNull() || id.isErased()) return Quorl::eInvalidInput;
     if (!id.isDerivedFrom(ZnDbBlockReference::desc()))
       ids.append(id);
-    else if (const ErrorStatus status = ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, ids, false);
-             status != Quorl::eOk)
+    else if (const ErrorStatus status = torvi::curvesOfReference(id, ids, false); status != Quorl::eOk)
       return status;
   }
   return getCenterObjGeometry(ids, curves);

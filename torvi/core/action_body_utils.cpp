@@ -2,7 +2,9 @@
 
 #include <memory>
 
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/ask.h"
+#include "torvi/drawing/blocks.h"
+#include "torvi/drawing/linetypes.h"
 #include "torvi/style/set_layer.h"
 #include "torvi/style/style.h"
 
@@ -31,7 +33,7 @@ ErrorStatus ZnDbTorviActionBodyUtils::createCenterBlockRef(const ZnDbEntity* ent
   ZnDbObjectId id;
   if (space->appendZnDbEntity(id, reference.object()) != Quorl::eOk) return Quorl::eInvalidInput;
   reference->setDatabaseDefaults();
-  reference->setLinetype(ZnTorviLyxUtils::getCenterLineTypeId(reference->database()), true);
+  reference->setLinetype(torvi::centerLinetypeId(reference->database()), true);
   reference->setLinetypeScale(ZnTorviStyle::getCenterLinetypeScale(), true);
   ZnTorviSetLayer::setCenterLayer(reference.object());
   refId = id;
@@ -79,8 +81,7 @@ ErrorStatus ZnDbTorviActionBodyUtils::createSubBlockForEntities(ZnDbBlockTableRe
 }
 
 ZnDbObjectId ZnDbTorviActionBodyUtils::getBTRIdFromBlockRef(ZnDbObjectId refId) {
-  ZnDbHolder<ZnDbBlockReference> reference(refId);
-  return reference.isOpen() ? reference->blockTableRecord() : ZnDbObjectId();
+  return torvi::blockOfReference(refId);
 }
 
 ErrorStatus ZnDbTorviActionBodyUtils::setBTRIdForBlockRef(ZnDbObjectId refId, ZnDbObjectId btrId) {
@@ -90,8 +91,7 @@ ErrorStatus ZnDbTorviActionBodyUtils::setBTRIdForBlockRef(ZnDbObjectId refId, Zn
 }
 
 ZnDbObjectId ZnDbTorviActionBodyUtils::getBtrOfEntity(ZnDbObjectId entityId) {
-  ZnDbHolder<ZnDbEntity> entity(entityId);
-  return entity.isOpen() ? entity->ownerId() : ZnDbObjectId();
+  return torvi::ask<ZnDbEntity>(entityId, ZnDbObjectId(), &ZnDbEntity::ownerId);
 }
 
 bool ZnDbTorviActionBodyUtils::isEdgeFromBlockRef(const ZnDbEdgeRef& edge) {

@@ -2,7 +2,9 @@
 
 #include <memory>
 
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/core/evaluation.h"
+#include "torvi/core/navigation.h"
+#include "torvi/drawing/linetypes.h"
 #include "torvi/style/set_layer.h"
 #include "torvi/style/style.h"
 
@@ -11,6 +13,11 @@ using Quorl::ErrorStatus;
 ZnTorviBuilder::ZnTorviBuilder(ZnRxClass* bodyClass, ZnDbDatabase* database)
     : bodyClass_(bodyClass)
     , database_(database ? database : zndbHostApplicationServices()->workingDatabase()) {}
+
+ZnRxClass* ZnTorviBuilder::bodyClassNamed(const wchar_t* name, ZnRxClass*& stored) {
+  if (!stored) stored = znrxFindZnRxClass(name);
+  return stored;
+}
 
 ErrorStatus ZnTorviBuilder::subAddInputEdgeToBody(ZnDbTorviActionBody*, const ZnDbEdgeRef&) const {
   return Quorl::eOk;
@@ -25,7 +32,7 @@ ErrorStatus ZnTorviBuilder::createTorvi(ZnDbObjectId& centerId) const {
   if (const ErrorStatus status = createActionAndActionBody(bodyId); status != Quorl::eOk) return status;
   if (const ErrorStatus status = createEntitiesInBTR(bodyId, centerId, database_); status != Quorl::eOk)
     return status;
-  return ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyId);
+  return torvi::evaluateNetworkFor(bodyId);
 }
 
 ErrorStatus ZnTorviBuilder::createActionAndActionBody(ZnDbObjectId& bodyId) const {
@@ -85,10 +92,10 @@ ErrorStatus ZnTorviBuilder::reassociateActionBodyToInputEdge(ZnDbObjectId bodyId
 }
 
 ErrorStatus ZnTorviBuilder::reassociateTorvi(ZnDbObjectId centerId) const {
-  const ZnDbObjectId bodyId = ZnTorviLyxUtils::getTorviActionBodyId(centerId);
+  const ZnDbObjectId bodyId = torvi::bodyOfReference(centerId);
   if (const ErrorStatus status = reassociateActionBodyToInputEdge(bodyId); status != Quorl::eOk)
     return status;
-  return ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyId);
+  return torvi::evaluateNetworkFor(bodyId);
 }
 
 ErrorStatus ZnTorviBuilder::createTorviTransients(const ZnGePoint3d* pickPoint,
@@ -102,9 +109,8 @@ ErrorStatus ZnTorviBuilder::createTorviTransients(const ZnGePoint3d* pickPoint,
   if (status == Quorl::eOk) {
     ZnDbObjectId layerId;
     ZnTorviSetLayer::getCenterLayerId(database_, layerId);
-    ZnTorviLyxUtils::ensureCenterLinetypeLoaded(database_);
-    const ZnDbObjectId linetypeId =
-        ZnTorviLyxUtils::getLineTypeByName(database_, ZnTorviStyle::getCenterLineTypeName());
+    torvi::ensureCenterLinetypeLoaded(database_);
+    const ZnDbObjectId linetypeId = torvi::linetypeByName(database_, ZnTorviStyle::getCenterLineTypeName());
     const double scale = ZnTorviStyle::getCenterLinetypeScale();
     for (int i = 0; i < shapes.length(); ++i) {
       ZnDbCurve* curve = nullptr;

@@ -10,6 +10,7 @@ class TORVI_EXPORT ZnTorviBuilder {
 public:
   ZnTorviBuilder(const ZnTorviBuilder&) = default;
   ZnTorviBuilder& operator=(const ZnTorviBuilder&) = default;
+  virtual ~ZnTorviBuilder() = default;
 
   // Edges. While an object is loaded, additions and removals are remembered as the difference that
   // modifyTorvi writes; setInputEdges remembers none and is for creation or before reassociateTorvi.
@@ -32,7 +33,8 @@ public:
 
 protected:
   ZnTorviBuilder(ZnRxClass* bodyClass, ZnDbDatabase* database);
-  virtual ~ZnTorviBuilder() = default;
+  // Looked up once and then kept in stored, which the module clears when the class goes.
+  static ZnRxClass* bodyClassNamed(const wchar_t* name, ZnRxClass*& stored);
 
   virtual ZnDbTorviLayout* getLayout() const = 0; // new, for the null object, owned by the caller
   virtual Quorl::ErrorStatus initValuesInBody(ZnDbObjectId bodyId) const = 0;
@@ -60,8 +62,6 @@ protected:
   static Quorl::ErrorStatus convertEdgeRefToOriginalForm(ZnDbEdgeRef& edge);
 
 private:
-  friend class ZnTorviLyxUtils; // the entry points drive the same sequences step by step
-
   ZnRxClass* bodyClass_ = nullptr;
   ZnDbDatabase* database_ = nullptr;
   ZnArray<ZnDbEdgeRef> inputEdges_;

@@ -1,6 +1,7 @@
 #include "torvi/core/builder.h"
+#include "torvi/core/evaluation.h"
+#include "torvi/core/navigation.h"
 #include "torvi/core/object_pointer.h"
-#include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
 
@@ -49,12 +50,12 @@ ErrorStatus ZnTorviBuilder::loadTorvi(ZnDbObjectId centerId) {
 
 ErrorStatus ZnTorviBuilder::modifyTorvi() const {
   if (!objectLoaded()) return Quorl::eNothingToDo;
-  const ZnDbObjectId bodyId = ZnTorviLyxUtils::getTorviActionBodyId(loadedObject_);
+  const ZnDbObjectId bodyId = torvi::bodyOfReference(loadedObject_);
   ErrorStatus status = removeEmptyEdges_ ? removeLoadedEmptyEdgesFromBody(bodyId) : Quorl::eOk;
   if (status == Quorl::eOk) status = removeInputEdgesFromBody(bodyId, removedEdges_);
   if (status == Quorl::eOk) status = addInputEdgesToBody(bodyId, addedEdges_);
   if (status == Quorl::eOk) status = subModifyTorvi(bodyId);
-  return status == Quorl::eOk ? ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyId) : status;
+  return status == Quorl::eOk ? torvi::evaluateNetworkFor(bodyId) : status;
 }
 
 ErrorStatus ZnTorviBuilder::removeLoadedEmptyEdgesFromBody(ZnDbObjectId bodyId) const {

@@ -3,7 +3,8 @@
 #include <memory>
 
 #include "torvi/core/object_pointer.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/edge_curves.h"
+#include "torvi/drawing/linetypes.h"
 
 using Quorl::ErrorStatus;
 
@@ -70,14 +71,13 @@ void ZnDbTorviLayout::applyTraits(ZnDbTorviObjectWrapper& wrapper,
   ZnDbHolder<ZnDbEntity> reference(centerObject_);
   if (reference.isOpen()) layerId = reference->layerId();
   // One look-up for all: a name that the drawing has not leaves each linetype as it is.
-  const ZnDbObjectId linetypeId =
-      ZnTorviLyxUtils::getLineTypeByName(centerObject_.database(), wrapper.subentLineType());
+  const ZnDbObjectId linetypeId = torvi::linetypeByName(centerObject_.database(), wrapper.subentLineType());
   const auto lineWeight = static_cast<ZnDb::LineWeight>(wrapper.subentLineWeight());
   const double linetypeScale = wrapper.subentLinetypeScale();
   for (ZnDbEntity* entity : entities) {
     if (!linetypeId.isNull()) entity->setLinetype(linetypeId, true);
     entity->setColorIndex(kByBlockColor, true);
-    entity->setTransparency(ZnTorviLyxUtils::getByBlockTransparency(), true);
+    entity->setTransparency(torvi::byBlockTransparency(), true);
     entity->setLineWeight(lineWeight, true);
     entity->setLinetypeScale(linetypeScale, true);
     entity->setLayer(layerId, true, true);
@@ -123,7 +123,7 @@ int shapesOf(const ZnArray<ZnDbEdgeRef>& edges, ZnGe::EntityId kind, const Shape
   int count = 0;
   shapes.removeAll();
   for (const ZnDbEdgeRef& edge : edges) {
-    const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
+    const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(edge, false));
     if (curve && curve->isKindOf(kind)) {
       shapes.append(make(static_cast<const Shape&>(*curve)));
       ++count;

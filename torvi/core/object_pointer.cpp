@@ -1,23 +1,9 @@
 #include "torvi/core/object_pointer.h"
 
-#include "torvi/dbutils/lyx_utils.h"
-
-namespace {
-TorviWrapperMaker makers[kTorviAny] = {};
-}
-
-void registerTorviWrapper(ZnDbTorviType kind, TorviWrapperMaker maker) {
-  if (kind > kTorviNone && kind < kTorviAny) makers[kind] = maker;
-}
+#include "torvi/core/navigation.h"
 
 ZnDbTorviObjectWrapper* makeTorviWrapper(ZnDbObjectId centerObject) {
-  ZnDbTorviObjectWrapper::Found found;
-  found.bodyId = ZnTorviLyxUtils::getTorviActionBodyId(centerObject);
-  found.kind = ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(found.bodyId);
-  const TorviWrapperMaker maker = makers[found.kind];
-  if (!maker) return nullptr;
-  ZnDbTorviObjectWrapper::found_ = &found;
-  ZnDbTorviObjectWrapper* wrapper = maker(centerObject);
-  ZnDbTorviObjectWrapper::found_ = nullptr;
-  return wrapper;
+  const torvi::CenterObject found = torvi::centerObjectOf(centerObject);
+  const torvi::Kind* kind = torvi::kindOfType(found.kind);
+  return kind ? kind->makeWrapper(found) : nullptr;
 }

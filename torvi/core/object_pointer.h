@@ -5,9 +5,6 @@
 
 #include "torvi/core/object_wrapper.h"
 
-// How the wrapper of a kind is made; each kind registers its own, so that the core knows none of them.
-using TorviWrapperMaker = ZnDbTorviObjectWrapper* (*)(ZnDbObjectId centerObject);
-TORVI_EXPORT void registerTorviWrapper(ZnDbTorviType kind, TorviWrapperMaker maker);
 // A new wrapper of the object's own kind, owned by the caller; null for what is no center object.
 TORVI_EXPORT ZnDbTorviObjectWrapper* makeTorviWrapper(ZnDbObjectId centerObject);
 

@@ -3,19 +3,13 @@
 // gives neutral values, writing the status of the failed opening.
 #pragma once
 
-#include "torvi/dbutils/types.h"
-#include "torvi/host/association.h"
-#include "torvi/host/export.h"
-
-class ZnDbTorviActionBody;
-
-class ZnDbTorviObjectWrapper;
-// See object_pointer.h.
-TORVI_EXPORT ZnDbTorviObjectWrapper* makeTorviWrapper(ZnDbObjectId centerObject);
+#include "torvi/core/kind.h"
 
 class TORVI_EXPORT ZnDbTorviObjectWrapper {
 public:
   explicit ZnDbTorviObjectWrapper(ZnDbObjectId centerObject);
+  explicit ZnDbTorviObjectWrapper(const torvi::CenterObject& found)
+      : found_(found) {}
   ZnDbTorviObjectWrapper(const ZnDbTorviObjectWrapper&) = default;
   ZnDbTorviObjectWrapper(ZnDbTorviObjectWrapper&&) = default;
   ZnDbTorviObjectWrapper& operator=(const ZnDbTorviObjectWrapper&) = default;
@@ -28,10 +22,10 @@ public:
   static ZnDbTorviType wrapperCenterType() { return kTorviAny; }
 
   // Identity, fixed at construction
-  ZnDbObjectId centerObjId() const { return centerObject_; }
-  ZnDbObjectId actionBody() const { return bodyId_; }
-  ZnDbTorviType centerType() const { return getCenterTypeFromActionBody(bodyId_); }
-  bool isCenterObject() const { return centerKind_ != kTorviNone; }
+  ZnDbObjectId centerObjId() const { return found_.reference; }
+  ZnDbObjectId actionBody() const { return found_.body; }
+  ZnDbTorviType centerType() const { return getCenterTypeFromActionBody(found_.body); }
+  bool isCenterObject() const { return found_.kind != kTorviNone; }
 
   // Association
   bool isAssociative() const;
@@ -90,15 +84,5 @@ public:
   ZnGeMatrix3d blockTransform() const;
 
 private:
-  // What makeTorviWrapper has found out already and hands to the wrapper that it makes.
-  friend ZnDbTorviObjectWrapper* makeTorviWrapper(ZnDbObjectId centerObject);
-  struct Found {
-    ZnDbObjectId bodyId;
-    ZnDbTorviType kind = kTorviNone;
-  };
-  static const Found* found_;
-
-  ZnDbObjectId centerObject_;
-  ZnDbTorviType centerKind_ = kTorviNone;
-  ZnDbObjectId bodyId_;
+  torvi::CenterObject found_;
 };

@@ -1,7 +1,7 @@
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/layout.h"
 #include "torvi/core/object_wrapper.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
 
 using Quorl::ErrorStatus;
 
@@ -35,11 +35,11 @@ ErrorStatus ZnDbTorviLayout::wantedOutput(const ZnString& key, ZnDbTorviObjectWr
   const ZnDbObjectId id = wrapper.getOutputEdge(key);
   if (id.isNull()) return createOutput(key, wrapper, ids, subBlocks);
   // An undo may have erased it; it is the same output all the same.
-  ZnTorviLyxUtils::uneraseObject(id);
+  torvi::uneraseObject(id);
   if (id.isDerivedFrom(ZnDbBlockReference::desc())) {
     subBlocks.append(id);
     // What was purged went with its members.
-    ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, ids, true);
+    torvi::curvesOfReference(id, ids, true);
   } else if (id.isDerivedFrom(ZnDbLine::desc()) || id.isDerivedFrom(ZnDbArc::desc())) {
     ids.append(id);
   }
@@ -87,13 +87,13 @@ ErrorStatus ZnDbTorviLayout::staleOutput(const ZnString& key, ZnDbTorviObjectWra
       return Quorl::eOk;
     }
     subBlocks.append(id);
-    return ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, ids, false);
+    return torvi::curvesOfReference(id, ids, false);
   }
   ZnArray<ZnDbObjectId> toErase;
   if (nested) {
     ZnDbHolder<ZnDbBlockReference> reference;
     if (const ErrorStatus status = reference.open(id); status != Quorl::eOk) return status;
-    ZnTorviLyxUtils::getEntitesIdsFromBlkRef(id, toErase, false);
+    torvi::curvesOfReference(id, toErase, false);
     toErase.append(id);
     toErase.append(reference->blockTableRecord());
   } else {

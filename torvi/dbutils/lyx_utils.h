@@ -1,9 +1,10 @@
-// The module's static utility class: what is a center object, how to get from one of its parts to another,
-// what an edge looks like now, and the doors for creation, reassociation and evaluation. Declared here below
-// everything; defined above the kinds, one source a group.
+// The module's static utility class, as callers outside know it: what is a center object, how to get from one
+// of its parts to another, what an edge looks like now, and how to create, reassociate and evaluate. It
+// stands above the kinds; inside the module the folders drawing and core are asked, in front of which most of
+// it is.
 #pragma once
 
-#include "torvi/dbutils/types.h"
+#include "torvi/drawing/types.h"
 #include "torvi/host/association.h"
 #include "torvi/host/export.h"
 

@@ -82,8 +82,7 @@ ErrorStatus ZnDbEdgeExtensionActionBody::getAnchorVertex(int index, ZnDbVertexRe
     return status;
   ZnDbObjectId topId;
   if (!param->dependentTopId(topId) || !topId.isValid() || topId.isErased()) return Quorl::eNothingToDo;
-  // Asked in each evaluation: the array keeps its memory.
-  static ZnArray<ZnDbVertexRef> vertices;
+  ZnArray<ZnDbVertexRef> vertices;
   if (param->vertexRefs(vertices) != Quorl::eOk || vertices.isEmpty()) return Quorl::eNothingToDo;
   vertex = std::move(vertices[0]);
   return Quorl::eOk;

@@ -7,23 +7,13 @@ using Quorl::ErrorStatus;
 
 ZnRxClass* ZnEdgeExtensionBuilder::gpDesc = nullptr;
 
-namespace {
-
-ZnRxClass* bodyClass() {
-  if (!ZnEdgeExtensionBuilder::gpDesc)
-    ZnEdgeExtensionBuilder::gpDesc = znrxFindZnRxClass(L"ZnDbEdgeExtensionActionBody");
-  return ZnEdgeExtensionBuilder::gpDesc;
-}
-
-} // namespace
-
 ZnEdgeExtensionBuilder::ZnEdgeExtensionBuilder(const ZnArray<ZnDbEdgeRef>& edges, ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbEdgeExtensionActionBody", gpDesc), database) {
   setInputEdges(edges);
 }
 
 ZnEdgeExtensionBuilder::ZnEdgeExtensionBuilder(ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {}
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbEdgeExtensionActionBody", gpDesc), database) {}
 
 ZnDbTorviLayout* ZnEdgeExtensionBuilder::getLayout() const {
   return new ZnDbEdgeExtensionLayout(ZnDbObjectId());

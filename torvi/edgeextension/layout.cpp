@@ -1,7 +1,7 @@
 #include "torvi/edgeextension/layout.h"
 
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/views.h"
 #include "torvi/edgeextension/action_body.h"
 
 using Quorl::ErrorStatus;
@@ -116,7 +116,7 @@ ErrorStatus ZnDbEdgeExtensionLayout::checkAnchors() const {
     if (body->getAnchorVertex(i, anchor) != Quorl::eOk || anchor.evaluatePoint(point) != Quorl::eOk)
       return Quorl::eNothingToDo;
     const ZnDbObjectId top = anchor.entity().topId();
-    if (top.isDerivedFrom(ZnDbViewport::desc())) point.transformBy(ZnTorviLyxUtils::msWcsToPsWcs(top));
+    if (top.isDerivedFrom(ZnDbViewport::desc())) point.transformBy(torvi::modelToPaper(top));
     if (!point.isEqualTo(edges_[i].startPoint(), ZnGeContext::gTol) &&
         !point.isEqualTo(edges_[i].endPoint(), ZnGeContext::gTol))
       return Quorl::eNothingToDo;
@@ -177,7 +177,7 @@ ZnDbVertexRef ZnDbEdgeExtensionLayout::vertexAtNearEnd(const ZnDbEdgeRef& edge, 
   ZnArray<ZnDbSubentId> ids;
   if (!naming || naming->getAllSubentities(entity.object(), ZnDb::kVertexSubentType, ids) != Quorl::eOk)
     return {};
-  const ZnGeMatrix3d toSpace = ZnTorviLyxUtils::msWcsToPsWcs(edge.entity().topId());
+  const ZnGeMatrix3d toSpace = torvi::modelToPaper(edge.entity().topId());
   ZnDbVertexRef vertex;
   for (const ZnDbSubentId& id : ids) {
     vertex = ZnDbVertexRef(edge.entity(), id);

@@ -1,21 +1,17 @@
 #include "torvi/edgeextension/object_wrapper.h"
 
+#include "torvi/drawing/ask.h"
 #include "torvi/edgeextension/action_body.h"
 
 using Quorl::ErrorStatus;
-
-ZnDbEdgeExtensionObjectWrapper::ZnDbEdgeExtensionObjectWrapper(ZnDbObjectId id)
-    : ZnDbTorviObjectWrapper(id) {}
+using Body = ZnDbEdgeExtensionActionBody;
 
 ErrorStatus ZnDbEdgeExtensionObjectWrapper::getCachedRefEdgePoints(int index,
                                                                    ZnArray<ZnGePoint3d>& points) const {
-  ZnDbHolder<ZnDbEdgeExtensionActionBody> body(actionBody());
-  return body.isOpen() ? body->getCachedRefEdgePoints(index, points) : body.status();
+  return torvi::askStatus<Body>(actionBody(), &Body::getCachedRefEdgePoints, index, points);
 }
 
 ErrorStatus ZnDbEdgeExtensionObjectWrapper::setCachedRefEdgePoints(int index,
                                                                    const ZnArray<ZnGePoint3d>& points) {
-  ZnDbHolder<ZnDbEdgeExtensionActionBody> body;
-  const ErrorStatus status = body.openForWrite(actionBody());
-  return status == Quorl::eOk ? body->setCachedRefEdgePoints(index, points) : status;
+  return torvi::change<Body>(actionBody(), &Body::setCachedRefEdgePoints, index, points);
 }

@@ -5,7 +5,7 @@
 
 class TORVI_EXPORT ZnDbEdgeExtensionObjectWrapper : public ZnDbTorviObjectWrapper {
 public:
-  explicit ZnDbEdgeExtensionObjectWrapper(ZnDbObjectId id);
+  using ZnDbTorviObjectWrapper::ZnDbTorviObjectWrapper;
   static constexpr ZnDbTorviType wrapperCenterType() { return kEdgeExtension; }
 
   // See ZnDbEdgeExtensionActionBody; the status of the opening for a dead object.

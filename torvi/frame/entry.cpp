@@ -1,9 +1,6 @@
 #include "torvi/frame/entry.h"
 
-#include "torvi/frame/class_table.h"
-#include "torvi/frame/extension_table.h"
-#include "torvi/frame/overrule_table.h"
-#include "torvi/frame/reactor_table.h"
+#include "torvi/frame/registration.h"
 #include "torvi/host/database.h"
 #include "torvi/style/resources.h"
 #include "torvi/style/set_layer.h"
@@ -39,21 +36,15 @@ void start(void* applicationId) {
   module.applicationId = applicationId;
   module.service = znrxRegisterService(kService);
   ZnTorviResources::load();
-  registerTorviClasses();
-  addTorviExtensions();
-  attachTorviReactors();
-  addTorviOverrules();
+  registerTorvi();
   loadCompanion();
 }
 
-// Classes go after everything that is hung on them or made of them, texts go last.
+// Texts go last: what goes before may still want to say something.
 void stop() {
   if (auto* services = fromRegistry<ZnRxDictionary>(L"ServiceDictionary")) delete services->remove(kService);
   module.service = nullptr;
-  detachTorviReactors();
-  removeTorviOverrules();
-  removeTorviExtensions();
-  deleteTorviClasses();
+  withdrawTorvi();
   forgetTorviLayerOverrides();
   ZnTorviResources::release();
   module.applicationId = nullptr;

@@ -1,8 +1,7 @@
 #include "torvi/integration/query_overrule_curve.h"
 
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/core/navigation.h"
 #include "torvi/host/class_registration.h"
-#include "torvi/pattern/dependency_extension.h"
 
 ZnRxClass* ZnRxQueryXOverruleTorviCurve::gpDesc = nullptr;
 
@@ -23,11 +22,7 @@ ZnRxObject* ZnRxQueryXOverruleTorviCurve::queryX(const ZnRxObject* object, const
   // Asking where a curve stands is dear, so only the one question is let through to it.
   if (!ZnRxClass::isDerivedFrom(protocol, ZnDbAssocDependencyPE::desc()))
     return ZnRxQueryXOverrule::queryX(object, protocol);
-  ZnDbObjectId centerId;
-  ZnDbTorviType type = kTorviNone;
-  if (!ZnTorviLyxUtils::isCenterObjectCurve(ZnDbCurve::cast(object), centerId, type) ||
-      type != kCenterMarkPattern)
-    return ZnRxQueryXOverrule::queryX(object, protocol);
-  static ZnDbCenterMarkPatternAssocDependencyPE extension;
-  return &extension;
+  const torvi::Kind* kind = torvi::kindOfType(torvi::centerObjectWithCurve(ZnDbCurve::cast(object)).kind);
+  return kind && kind->dependencyExtension ? kind->dependencyExtension()
+                                           : ZnRxQueryXOverrule::queryX(object, protocol);
 }

@@ -9,7 +9,7 @@
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
 #include "torvi/host/class_registration.h"
 #include "torvi/pattern/layout.h"
 #include "torvi/style/style.h"
@@ -32,8 +32,6 @@ const ZnString kAxisRadii[] = {L"InputEdgeRadiusOnMajorAxis-0", L"InputEdgeRadiu
 
 constexpr double kNoPick = -1.0;
 constexpr int kNoMember = -1;
-
-bool isArm(ZnCenterMarkSubEntType type) { return type >= eLeftLine && type <= eTopLine; }
 
 } // namespace
 
@@ -138,7 +136,7 @@ bool ZnDbCenterMarkPatternActionBody::clearReferenceEdge() {
 
 bool ZnDbCenterMarkPatternActionBody::getCachedInputEdgeOnMajorAxis(ZnCenterMarkSubEntType type, int& index,
                                                                     double& radius) const {
-  if (!isArm(type)) return false;
+  if (!torvi::isExtensionLine(type)) return false;
   const int heldIndex = getIntParam(kAxisIndices[type - eLeftLine], kNoMember);
   const double heldRadius = valueOf(kAxisRadii[type - eLeftLine], 0.0);
   if (heldIndex < 0 || !(heldRadius > 0.0)) return false;
@@ -230,7 +228,7 @@ ZnGeLineSeg3d ZnDbCenterMarkPatternActionBody::getSubentLineGeometry(ZnCenterMar
   ZnArray<ZnDbObjectId> ids;
   ZnArray<ZnGeCurve3d*> curves;
   ZnGeLineSeg3d line;
-  if (ZnTorviLyxUtils::getEntitesIdsFromBlkRef(outputId, ids, false) == Quorl::eOk &&
+  if (torvi::curvesOfReference(outputId, ids, false) == Quorl::eOk &&
       getCenterObjGeometry(ids, curves) == Quorl::eOk)
     line = ZnDbCenterMarkActionBody::getSubentLineGeometry(curves, arm, includeOvershoot);
   ZnDbTorviActionBodyUtils::deleteCurves(curves);

@@ -1,7 +1,7 @@
 #include "torvi/pattern/builder.h"
 
 #include "torvi/core/object_pointer.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/edge_curves.h"
 #include "torvi/pattern/object_wrapper.h"
 #include "torvi/pattern/transient_layout.h"
 #include "torvi/style/style.h"
@@ -17,12 +17,6 @@ namespace {
 // Up to here circles alone say nothing: any two lie on one line.
 constexpr int kMostUndecidedCircles = 2;
 constexpr double kNoPick = -1.0;
-
-ZnRxClass* bodyClass() {
-  if (!ZnCenterMarkPatternBuilder::gpDesc)
-    ZnCenterMarkPatternBuilder::gpDesc = znrxFindZnRxClass(L"ZnDbCenterMarkPatternActionBody");
-  return ZnCenterMarkPatternBuilder::gpDesc;
-}
 
 // Kinds of reference edge have the numbers of the types that they decide.
 bool isDecidedByReference(const ZnDbCenterMarkPatternLayout& layout) {
@@ -41,7 +35,7 @@ bool pickOnArc(const ZnGeCircArc3d& arc, const ZnGePoint3d& pick, double& param)
 } // namespace
 
 ZnCenterMarkPatternBuilder::ZnCenterMarkPatternBuilder(ZnDbDatabase* database)
-    : ZnTorviBuilder(bodyClass(), database) {
+    : ZnTorviBuilder(bodyClassNamed(L"ZnDbCenterMarkPatternActionBody", gpDesc), database) {
   instances_.append(this);
   ZnCenterMarkPatternBuilder::clearInput();
 }
@@ -100,7 +94,7 @@ void ZnCenterMarkPatternBuilder::setReferenceEdge(const ZnDbEdgeRef& edge, doubl
 }
 
 bool ZnCenterMarkPatternBuilder::setReferenceEdge(const ZnDbEdgeRef& edge, const ZnGePoint3d& pick) {
-  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
+  const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(edge, false));
   if (!curve) return false;
   double param = kNoPick;
   if (curve->isKindOf(ZnGe::kCircularArc3d) &&

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "torvi/core/builder.h"
-#include "torvi/dbutils/types.h"
+#include "torvi/drawing/types.h"
 
 class ZnDbCenterMarkPatternTransientLayout;
 

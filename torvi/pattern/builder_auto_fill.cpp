@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/edge_curves.h"
+#include "torvi/drawing/views.h"
 #include "torvi/pattern/builder.h"
 #include "torvi/pattern/transient_layout.h"
 
@@ -14,7 +15,7 @@ using Quorl::ErrorStatus;
 namespace {
 
 std::optional<ZnGeCircArc3d> roundCurveOf(const ZnDbEdgeRef& edge) {
-  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
+  const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(edge, false));
   if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return std::nullopt;
   return static_cast<const ZnGeCircArc3d&>(*curve);
 }
@@ -38,7 +39,7 @@ double largestHole(const ZnArray<ZnDbObjectId>& path) {
   constexpr double kBoundaryShare = 1.0 / 3.0;
   constexpr double kRadiusOfSize = 0.5;
   const double unlimited = std::numeric_limits<double>::max();
-  if (!ZnTorviLyxUtils::isInBrevixView(ZnDbFullSubentPath(path, ZnDbSubentId()))) return unlimited;
+  if (!torvi::isInDrawingView(ZnDbFullSubentPath(path, ZnDbSubentId()))) return unlimited;
   ZnDbHolder<ZnDbViewport> viewport(path.first());
   ZnGeBoundBlock3d box;
   if (!viewport.isOpen() || viewport->getGeomExtents(box) != Quorl::eOk) return unlimited;
@@ -190,7 +191,7 @@ bool ZnCenterMarkPatternBuilder::getEdgeRefsInBlock(const ZnArray<ZnDbObjectId>&
     const ZnDbFullSubentPath subentPath(entityPath, ZnDbSubentId(ZnDb::kEdgeSubentType, 0));
     entityPath.removeLast();
     ZnDbEdgeRef edge;
-    if (ZnTorviLyxUtils::createEdgeRef(subentPath, edge) != Quorl::eOk) continue;
+    if (torvi::createEdgeRef(subentPath, edge) != Quorl::eOk) continue;
     const std::optional<ZnGeCircArc3d> arc = roundCurveOf(edge);
     if (arc && !arc->isDegenerate(candidateTolerance()) && arc->radius() <= limit)
       arcs.add(*arc, edge, edges);

@@ -1,9 +1,9 @@
 #include "torvi/pattern/dependency_extension.h"
 
 #include "torvi/core/action_body.h"
+#include "torvi/core/navigation.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
 #include "torvi/host/class_registration.h"
 #include "torvi/pattern/object_wrapper.h"
 
@@ -65,10 +65,8 @@ ErrorStatus ZnDbCenterMarkPatternAssocDependencyPE::redirectDependency(
 bool ZnDbCenterMarkPatternAssocDependencyPE::findCoveringCenterLine(const ZnDbCurve* curve,
                                                                     ZnDbObjectId& id) {
   id.setNull();
-  ZnDbObjectId centerId;
-  ZnDbTorviType type = kTorviNone;
-  if (!ZnTorviLyxUtils::isCenterObjectCurve(curve, centerId, type)) return false;
-  const ZnDbTorviObjectPointer<ZnDbCenterMarkPatternObjectWrapper> pattern(centerId);
+  const ZnDbTorviObjectPointer<ZnDbCenterMarkPatternObjectWrapper> pattern(
+      torvi::centerObjectWithCurve(curve).reference);
   const std::unique_ptr<ZnGeCurve3d> piece = shapeOf(curve);
   ZnArray<ZnString> keys;
   if (pattern.openStatus() != Quorl::eOk || pattern->getCenterLineDependencyKeys(keys) != Quorl::eOk ||

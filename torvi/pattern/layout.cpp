@@ -3,7 +3,7 @@
 
 #include "torvi/centermark/block_sync.h"
 #include "torvi/core/action_body_utils.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/linetypes.h"
 #include "torvi/pattern/object_wrapper.h"
 
 using Quorl::ErrorStatus;
@@ -167,7 +167,7 @@ ErrorStatus ZnDbCenterMarkPatternLayout::adjustEntities(const ZnArray<ZnDbEntity
   constexpr int kCrossLines = 2;
   ZnDbDatabase* database =
       centerObject_.isNull() ? zndbHostApplicationServices()->workingDatabase() : centerObject_.database();
-  const ZnDbObjectId continuous = ZnTorviLyxUtils::getContinuousLineTypeId(database);
+  const ZnDbObjectId continuous = torvi::crossHairLinetypeId(database);
   const ZnString* previous = nullptr;
   int run = 0, first = 0;
   for (int i = 0; i < keys.length() && i < entities.length(); ++i) {

@@ -7,7 +7,7 @@
 
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/edge_curves.h"
 #include "torvi/pattern/object_wrapper.h"
 
 namespace {
@@ -90,7 +90,7 @@ bool ZnDbCenterMarkPatternLayout::resolveReferenceEdge() {
     referenceKind_ = 0;
     return true;
   }
-  const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(referenceEdge_, false));
+  const std::unique_ptr<ZnGeCurve3d> curve(torvi::evaluatedEdgeCurve(referenceEdge_, false));
   if (curve && curve->isKindOf(ZnGe::kLinearEnt3d) && patternType_ != kCenterPatternPolar) {
     const auto& line = static_cast<const ZnGeLinearEnt3d&>(*curve);
     if (line.isOn(patternPlane_)) {

@@ -10,7 +10,7 @@
 #include "torvi/centermark/props_provider.h"
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/core/tolerance.h"
-#include "torvi/dbutils/lyx_utils.h"
+#include "torvi/drawing/blocks.h"
 #include "torvi/pattern/object_wrapper.h"
 #include "torvi/style/style.h"
 
@@ -238,7 +238,7 @@ void ZnDbCenterMarkPatternLayout::extendMajorCurve(ZnGeCurve3d& curve, const ZnS
 // shape.
 bool ZnDbCenterMarkPatternLayout::isFlatInBlock() const {
   ZnArray<ZnDbObjectId> ids;
-  ZnTorviLyxUtils::getEntitesIdsFromBlkRef(wrapper()->getOutputEdge(Body::majorAxisKey()), ids, false);
+  torvi::curvesOfReference(wrapper()->getOutputEdge(Body::majorAxisKey()), ids, false);
   const auto isFlat = [](const ZnGePoint3d& point) { return std::fabs(point.z) <= kPatternTolerance; };
   return std::all_of(ids.begin(), ids.end(), [&](ZnDbObjectId id) {
     ZnDbHolder<ZnDbLine> line(id);

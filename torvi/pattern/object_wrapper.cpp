@@ -1,81 +1,68 @@
 #include "torvi/pattern/object_wrapper.h"
 
+#include "torvi/drawing/ask.h"
+
 using Quorl::ErrorStatus;
-
-namespace {
-
-// The body's answer, or the neutral one when it can't be opened.
-template<class Result, class Ask> Result ask(ZnDbObjectId bodyId, const Result& absent, Ask&& question) {
-  ZnDbHolder<ZnDbCenterMarkPatternActionBody> body(bodyId);
-  return body.isOpen() ? question(*body) : absent;
-}
-
-// The status is that of the opening, or of the change.
-template<class Change> ErrorStatus change(ZnDbObjectId bodyId, Change&& doIt) {
-  ZnDbHolder<ZnDbCenterMarkPatternActionBody> body;
-  const ErrorStatus status = body.openForWrite(bodyId);
-  return status == Quorl::eOk ? doIt(*body) : status;
-}
-
-} // namespace
+using Body = ZnDbCenterMarkPatternActionBody;
+using torvi::ask;
+using torvi::change;
 
 CenterMarkPatternType ZnDbCenterMarkPatternObjectWrapper::getCenterPatternType() const {
-  return ask(actionBody(), kCenterPatternNone, [](const auto& body) { return body.getCenterPatternType(); });
+  return ask<Body>(actionBody(), kCenterPatternNone, &Body::getCenterPatternType);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::setCenterPatternType(CenterMarkPatternType type) {
-  return change(actionBody(), [=](auto& body) { return body.setCenterPatternType(type); });
+  return change<Body>(actionBody(), &Body::setCenterPatternType, type);
 }
 
 bool ZnDbCenterMarkPatternObjectWrapper::isFullPCD() const {
-  return ask(actionBody(), false, [](const auto& body) { return body.isFullPCD(); });
+  return ask<Body>(actionBody(), false, &Body::isFullPCD);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::setIsFullPCD(bool full) {
-  return change(actionBody(), [=](auto& body) { return body.setIsFullPCD(full); });
+  return change<Body>(actionBody(), &Body::setIsFullPCD, full);
 }
 
 bool ZnDbCenterMarkPatternObjectWrapper::showCenterMark() const {
-  return ask(actionBody(), false, [](const auto& body) { return body.showCenterMark(); });
+  return ask<Body>(actionBody(), false, &Body::showCenterMark);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::setShowCenterMark(bool show) {
-  return change(actionBody(), [=](auto& body) { return body.setShowCenterMark(show); });
+  return change<Body>(actionBody(), &Body::setShowCenterMark, show);
 }
 
 bool ZnDbCenterMarkPatternObjectWrapper::getReferenceEdge(ZnDbEdgeRef& edge, double& pickParam) const {
-  return ask(actionBody(), false, [&](const auto& body) { return body.getReferenceEdge(edge, pickParam); });
+  return ask<Body>(actionBody(), false, &Body::getReferenceEdge, edge, pickParam);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::setReferenceEdge(const ZnDbEdgeRef& edge, double pickParam) {
-  return change(actionBody(), [&](auto& body) { return body.setReferenceEdge(edge, pickParam); });
+  return change<Body>(actionBody(), &Body::setReferenceEdge, edge, pickParam);
 }
 
 bool ZnDbCenterMarkPatternObjectWrapper::getCachedInputEdgeOnMajorAxis(ZnCenterMarkSubEntType type,
                                                                        int& index, double& radius) const {
-  return ask(actionBody(), false,
-             [&](const auto& body) { return body.getCachedInputEdgeOnMajorAxis(type, index, radius); });
+  return ask<Body>(actionBody(), false, &Body::getCachedInputEdgeOnMajorAxis, type, index, radius);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::cacheInputEdgesOnMajorAxis(const int (&indices)[4],
                                                                            const double (&radii)[4]) {
-  return change(actionBody(), [&](auto& body) { return body.cacheInputEdgesOnMajorAxis(indices, radii); });
+  return change<Body>(actionBody(), &Body::cacheInputEdgesOnMajorAxis, indices, radii);
 }
 
 double ZnDbCenterMarkPatternObjectWrapper::startOvershoot(const ZnString& key) const {
-  return ask(actionBody(), 0.0, [&](const auto& body) { return body.startOvershoot(key); });
+  return ask<Body>(actionBody(), 0.0, &Body::startOvershoot, key);
 }
 
 double ZnDbCenterMarkPatternObjectWrapper::endOvershoot(const ZnString& key) const {
-  return ask(actionBody(), 0.0, [&](const auto& body) { return body.endOvershoot(key); });
+  return ask<Body>(actionBody(), 0.0, &Body::endOvershoot, key);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::setStartOvershoot(const ZnString& key, double value) {
-  return change(actionBody(), [&](auto& body) { return body.setStartOvershoot(key, value, true); });
+  return change<Body>(actionBody(), &Body::setStartOvershoot, key, value, true);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::setEndOvershoot(const ZnString& key, double value) {
-  return change(actionBody(), [&](auto& body) { return body.setEndOvershoot(key, value, true); });
+  return change<Body>(actionBody(), &Body::setEndOvershoot, key, value, true);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::getCenterLineDependencyKeys(ZnArray<ZnString>& keys) const {
@@ -86,7 +73,7 @@ ErrorStatus ZnDbCenterMarkPatternObjectWrapper::getCenterLineDependencyKeys(ZnAr
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::renameCenterLineKey(const ZnString& oldKey,
                                                                     const ZnString& newKey) {
-  return change(actionBody(), [&](auto& body) { return body.renameCenterLineKey(oldKey, newKey); });
+  return change<Body>(actionBody(), &Body::renameCenterLineKey, oldKey, newKey);
 }
 
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::getCenterLineEndPoints(const ZnString& key,

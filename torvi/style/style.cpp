@@ -81,3 +81,7 @@ double ZnTorviStyle::getLengthFromExpression(double base, const ZnString& expres
   getLengthExpressionInfo(expression, isRelative, factor, length);
   return isRelative ? factor * base : length;
 }
+
+bool torvi::isArcSpanChecked() {
+  return ZnRxVariablesDictionary::get()->getInt16(L"CENTERMARKCHECKARC", 0) == 1;
+}

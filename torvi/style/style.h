@@ -31,3 +31,10 @@ public:
   // A relative expression's factor times the base; "ByLinetype" is no length and gives 0.
   static double getLengthFromExpression(double base, const ZnString& expression);
 };
+
+namespace torvi {
+
+// Whether new marks on arcs of a short span go without extension lines.
+bool isArcSpanChecked();
+
+} // namespace torvi

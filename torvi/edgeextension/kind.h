@@ -1,0 +1,8 @@
+// What the rest of the module has to know of edge extensions; see core/kind.h.
+#pragma once
+
+#include "torvi/core/kind.h"
+
+namespace torvi {
+extern const Kind kEdgeExtensionKind;
+}
