@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "exchange/json.h"
 #include "quorl/rx/command_registry.h"
 
 namespace app {
@@ -25,6 +26,17 @@ public:
 
 // Runs the command on the working drawing. False, with the reason: what is missing, or what the command says.
 bool runCommand(const wchar_t* name, CommandCall& call, std::string& why);
+// The same with what the command takes and tells, see exchange/. A result of another kind is a failure too.
+template<class Wish, class Outcome>
+bool runCommand(const wchar_t* name, const Wish& wish, CommandCall& call, Outcome& outcome,
+                std::string& why) {
+  call.arguments() = exchange::toJson(wish);
+  if (!runCommand(name, call, why)) return false;
+  std::string wrong;
+  if (exchange::fromJson(call.result(), outcome, wrong)) return true;
+  why = "the command tells \"" + wrong + "\" in another way than this program reads it";
+  return false;
+}
 bool hasCommand(const wchar_t* name);
 // What is missing for a command that is not there, in one sentence.
 std::string missingCommand(const wchar_t* name);

@@ -43,7 +43,7 @@ void Drawing::take(std::unique_ptr<ZnDbDatabase> database) {
 bool Drawing::open(const std::string& path, const interchange::ReadOptions& options, Failure& failure) {
   const std::optional<Format> format = formatOf(path);
   if (!format || !isReadable(*format))
-    return failure.set(path, 0, "can't be read by its ending", "one of " + readableEndings());
+    return failure.set(path, 0, "can't be read by its ending", "one of " + listOfEndings(isReadable));
   path_ = path;
   if (*format == Format::kSvg) {
     take(std::make_unique<ZnDbDatabase>());
@@ -64,8 +64,9 @@ bool Drawing::open(const std::string& path, const interchange::ReadOptions& opti
 bool Drawing::write(const std::string& file, const std::string& target, Failure& failure,
                     const std::vector<const ZnDbEntity*>& extra) const {
   const std::optional<Format> format = formatOf(target);
-  if (!format) return failure.set(target, 0, "can't be written by its ending", "one of " + allEndings());
-  if (*format == Format::kBdoc || *format == Format::kTdoc) {
+  if (!format)
+    return failure.set(target, 0, "can't be written by its ending", "one of " + listOfEndings(isAny));
+  if (isOwn(*format)) {
     ZnFileError error;
     return zndbSaveDrawing(*database_, file, error) == Quorl::eOk || setFrom(failure, error, target);
   }

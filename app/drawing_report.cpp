@@ -6,6 +6,7 @@
 
 #include "app/center_module.h"
 #include "app/number_text.h"
+#include "exchange/report.h"
 #include "quorl/db/table/block_table.h"
 
 namespace app {
@@ -89,66 +90,53 @@ Json circlesOf(const Drawing& drawing) {
   return json;
 }
 
-std::string pointOf(const Json& coordinates) {
-  if (!coordinates.is_array()) return "-";
-  return pointText(
-      {coordinates[0].get<double>(), coordinates[1].get<double>(), coordinates[2].get<double>()});
+std::string pointOf(const std::optional<exchange::Point>& point) {
+  return point ? pointText({(*point)[0], (*point)[1], (*point)[2]}) : "-";
 }
 
-std::string numberOf(const Json& number) {
-  return number.is_number() ? numberText(number.get<double>()) : "-";
-}
+std::string numberOf(const std::optional<double>& number) { return number ? numberText(*number) : "-"; }
 
-std::string curveLine(const Json& curve) {
+std::string curveLine(const exchange::ReportedCurve& curve) {
+  const exchange::Shape& shape = curve.shape;
   std::string line =
-      fmt::format("    {} {} {} to {}", curve["index"].get<int>(), curve["type"].get<std::string>(),
-                  pointOf(curve["start"]), pointOf(curve["end"]));
-  if (!curve["radius"].is_null())
-    line += fmt::format(" round {} radius {}", pointOf(curve["center"]), numberOf(curve["radius"]));
-  line += fmt::format("  {}{}", curve["linetype"].get<std::string>(),
-                      curve["visible"].get<bool>() ? "" : "  hidden");
+      fmt::format("    {} {} {} to {}", curve.index, shape.type, pointOf(shape.start), pointOf(shape.end));
+  if (shape.radius) line += fmt::format(" round {} radius {}", pointOf(shape.center), numberOf(shape.radius));
+  line += fmt::format("  {}{}", curve.linetype, curve.visible ? "" : "  hidden");
   // Where an object draws several things, the key says of which the curve is a part.
-  if (const std::string key = curve["key"].get<std::string>(); !key.empty()) line += "  [" + key + "]";
+  if (!curve.key.empty()) line += "  [" + curve.key + "]";
   return line + "\n";
 }
 
-// What only center lines tell.
-std::string lengthLine(const Json& center) {
-  if (!center.contains("startExtension")) return {};
+std::string lengthLine(const exchange::ReportedLengths& lengths) {
   return fmt::format("    from its middle {} and {}, overshoots {} and {}\n",
-                     numberOf(center["startExtension"]), numberOf(center["endExtension"]),
-                     numberOf(center["startOvershoot"]), numberOf(center["endOvershoot"]));
+                     numberOf(lengths.startExtension), numberOf(lengths.endExtension),
+                     numberOf(lengths.startOvershoot), numberOf(lengths.endOvershoot));
 }
 
-// What only objects with members tell.
-std::string memberLines(const Json& center) {
-  if (!center.contains("members")) return {};
-  std::string lines = "    " + center["type"].get<std::string>();
-  if (center["fullPCD"].get<bool>()) lines += ", closed";
-  if (center["showCenterMark"].get<bool>()) lines += ", center marked";
-  if (!center["referenceEdge"].is_null())
-    lines += ", reference #" + center["referenceEdge"].get<std::string>();
+std::string patternLines(const exchange::ReportedPattern& pattern) {
+  std::string lines = "    " + pattern.type;
+  if (pattern.fullPCD) lines += ", closed";
+  if (pattern.showCenterMark) lines += ", center marked";
+  if (pattern.referenceEdge) lines += ", reference #" + *pattern.referenceEdge;
   lines += "\n    members";
-  for (const Json& member : center["members"])
-    lines += fmt::format(" [{}] #{}", member["key"].get<std::string>(), member["edge"].get<std::string>());
-  for (const Json& overshoot : center["overshoots"])
-    lines += fmt::format("\n    [{}] overshoots by {} and {}", overshoot["key"].get<std::string>(),
-                         numberOf(overshoot["start"]), numberOf(overshoot["end"]));
+  for (const exchange::PatternMember& member : pattern.members)
+    lines += fmt::format(" [{}] #{}", member.key, member.edge);
+  for (const exchange::Overshoot& overshoot : pattern.overshoots)
+    lines += fmt::format("\n    [{}] overshoots by {} and {}", overshoot.key, numberOf(overshoot.start),
+                         numberOf(overshoot.end));
   return lines + "\n";
 }
 
-std::string centerLines(const Json& center) {
+std::string centerLines(const exchange::ReportedCenter& center) {
   std::string edges;
-  for (const Json& edge : center["edges"]) edges += " #" + edge.get<std::string>();
+  for (const std::string& edge : center.edges) edges += " #" + edge;
   std::string lines =
-      fmt::format("  #{} {} {}  layer \"{}\"  linetype {}\n    center {}  radius {}\n",
-                  center["handle"].get<std::string>(), center["kind"].get<std::string>(),
-                  center["associative"].get<bool>() ? "follows" + edges : std::string("follows nothing"),
-                  center["layer"].get<std::string>(), center["linetype"].get<std::string>(),
-                  pointOf(center["center"]), numberOf(center["radius"]));
-  lines += lengthLine(center);
-  lines += memberLines(center);
-  for (const Json& curve : center["curves"]) lines += curveLine(curve);
+      fmt::format("  #{} {} {}  layer \"{}\"  linetype {}\n    center {}  radius {}\n", center.handle,
+                  center.kind, center.associative ? "follows" + edges : std::string("follows nothing"),
+                  center.layer, center.linetype, pointOf(center.center), numberOf(center.radius));
+  if (center.lengths) lines += lengthLine(*center.lengths);
+  if (center.pattern) lines += patternLines(*center.pattern);
+  for (const exchange::ReportedCurve& curve : center.curves) lines += curveLine(curve);
   return lines;
 }
 
@@ -163,7 +151,7 @@ Json drawingReport(const Drawing& drawing, std::string& missing, Progress& progr
   json["centers"] = nullptr;
   CommandCall call;
   call.onProgress = [&progress](size_t done, size_t total) { progress.update(done, total); };
-  if (runCommand(L"TORVI.REPORT", call, missing)) json["centers"] = toJson(call.result().at(L"centers"));
+  if (runCommand(L"TORVI.REPORT", call, missing)) json["centers"] = call.result()["centers"];
   return json;
 }
 
@@ -178,7 +166,9 @@ std::string reportText(const Json& report) {
                         skipped["what"].get<std::string>(), skipped["why"].get<std::string>());
   if (report["centers"].is_null()) return text + "center objects: not known\n";
   text += fmt::format("center objects: {}\n", report["centers"].size());
-  for (const Json& center : report["centers"]) text += centerLines(center);
+  std::vector<exchange::ReportedCenter> centers;
+  if (exchange::fromJson(report["centers"], centers))
+    for (const exchange::ReportedCenter& center : centers) text += centerLines(center);
   return text;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
+#include <vector>
 
 namespace app {
 
@@ -11,22 +12,25 @@ namespace {
 struct FormatRow {
   const char* ending;
   Format format;
-  bool isReadable;
+  bool isReadable, isOwn, isPicture;
 };
 
 constexpr FormatRow kFormats[] = {
-    {"bdoc", Format::kBdoc, true}, {"tdoc", Format::kTdoc, true}, {"svg", Format::kSvg, true},
-    {"pdf", Format::kPdf, false},  {"png", Format::kPng, false},
+    {"bdoc", Format::kBdoc, true, true, false}, {"tdoc", Format::kTdoc, true, true, false},
+    {"svg", Format::kSvg, true, false, true},   {"pdf", Format::kPdf, false, false, true},
+    {"png", Format::kPng, false, false, true},
 };
 
-std::string listed(bool readableOnly) {
-  std::string list;
-  for (const FormatRow& row : kFormats) {
-    if (readableOnly && !row.isReadable) continue;
-    if (!list.empty()) list += ", ";
-    list += row.ending;
-  }
-  return list;
+const FormatRow& rowOf(Format format) {
+  return *std::find_if(std::begin(kFormats), std::end(kFormats),
+                       [format](const FormatRow& row) { return row.format == format; });
+}
+
+std::vector<std::string> endings(FormatTest which) {
+  std::vector<std::string> found;
+  for (const FormatRow& row : kFormats)
+    if (which(row.format)) found.push_back(row.ending);
+  return found;
 }
 
 } // namespace
@@ -43,13 +47,23 @@ std::optional<Format> formatOf(const std::string& path) {
   return std::nullopt;
 }
 
-bool isReadable(Format format) {
-  for (const FormatRow& row : kFormats)
-    if (row.format == format) return row.isReadable;
-  return false;
+bool isAny(Format) { return true; }
+bool isReadable(Format format) { return rowOf(format).isReadable; }
+bool isOwn(Format format) { return rowOf(format).isOwn; }
+bool isPicture(Format format) { return rowOf(format).isPicture; }
+
+std::string listOfEndings(FormatTest which) {
+  std::string list;
+  for (const std::string& ending : endings(which)) list += (list.empty() ? "" : ", ") + ending;
+  return list;
 }
 
-std::string allEndings() { return listed(false); }
-std::string readableEndings() { return listed(true); }
+std::string namesOfEndings(FormatTest which) {
+  const std::vector<std::string> found = endings(which);
+  std::string names;
+  for (size_t i = 0; i < found.size(); ++i)
+    names += (i == 0 ? "." : i + 1 == found.size() ? " or ." : ", .") + found[i];
+  return names;
+}
 
 } // namespace app

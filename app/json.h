@@ -1,17 +1,15 @@
-// The program's JSON: made from the plain values that commands give, and written in one way.
+// The program's JSON, written in one way.
 #pragma once
 
-#include <nlohmann/json.hpp>
+#include <string>
 
-#include "quorl/rx/command_data.h"
+#include "exchange/json.h"
 
 namespace app {
 
-using Json = nlohmann::ordered_json;
+using exchange::Json;
+using exchange::toJson;
 
-// Numbers that JSON has not become null.
-Json toJson(const ZnRxCommandValue& value);
-Json toJson(double number);
 // Indented, with a line end; text that is no UTF-8 is repaired, so that writing can't fail.
 std::string jsonText(const Json& json);
 

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "companion/centers.h"
+#include "companion/command_arguments.h"
 #include "companion/commands.h"
 #include "companion/corner_relief.h"
 #include "companion/line_finds.h"
@@ -31,30 +32,18 @@ struct Limits {
   }
 };
 
-ErrorStatus readLimits(ZnRxCommandContext& context, Limits& limits) {
-  const ZnRxCommandValue& arguments = context.arguments();
-  limits.minRadius = arguments.at(L"minRadius").asDouble(limits.minRadius);
-  limits.maxRadius = arguments.at(L"maxRadius").asDouble(limits.maxRadius);
-  const double degrees = arguments.at(L"arcs").asDouble(180.0);
+ErrorStatus readLimits(ZnRxCommandContext& context, const exchange::AnnotateWish& wish, Limits& limits) {
+  limits.minRadius = wish.minRadius.value_or(limits.minRadius);
+  limits.maxRadius = wish.maxRadius.value_or(limits.maxRadius);
   if (!(limits.minRadius >= 0.0) || !(limits.maxRadius >= limits.minRadius))
     return context.fail(Quorl::eInvalidInput, L"the radius limits admit no circle");
-  if (!(degrees >= 0.0 && degrees <= 360.0))
+  if (!(wish.arcs >= 0.0 && wish.arcs <= 360.0))
     return context.fail(Quorl::eInvalidInput, L"the least span of an arc is from 0 to 360 degrees");
-  limits.minSpan = degrees / 180.0 * ZnGe::kPi;
+  limits.minSpan = wish.arcs / 180.0 * ZnGe::kPi;
   return Quorl::eOk;
 }
 
-void passOver(const RoundEdge& edge, const wchar_t* why, ZnRxCommandValue& passedOver) {
-  ZnRxCommandValue& entry = passedOver.append(ZnRxCommandValue::object());
-  entry[L"edge"] = pathText(ZnDbCompoundObjectId(edge.path));
-  entry[L"why"] = ZnString(why);
-}
-
-void tellHole(const ZnDbFullSubentPath& path, ZnDbObjectId owner, ZnRxCommandValue& holes) {
-  ZnRxCommandValue& entry = holes.append(ZnRxCommandValue::object());
-  entry[L"edge"] = pathText(ZnDbCompoundObjectId(path));
-  entry[L"belongsTo"] = handleText(owner.handle());
-}
+std::string edgeName(const RoundEdge& edge) { return pathText(ZnDbCompoundObjectId(edge.path)); }
 
 // Turns a mark on a slot's end into the slot's direction; one that lies straight needs nothing.
 void turnToSlot(ZnDbObjectId markId, double direction) {
@@ -69,52 +58,56 @@ void turnToSlot(ZnDbObjectId markId, double direction) {
 }
 
 void createMarks(ZnRxCommandContext& context, ZnDbDatabase& database, const std::vector<Center>& centers,
-                 const std::vector<bool>& isTaken, const LineFinds& lines) {
+                 const std::vector<bool>& isTaken, const LineFinds& lines,
+                 exchange::AnnotateOutcome& outcome) {
   for (size_t i = 0; i < centers.size(); ++i) {
     context.progress(i + 1, centers.size());
     if (isTaken[i] || centers[i].isMarked) continue;
-    const ZnDbFullSubentPath& path = centers[i].outermost().path;
+    const RoundEdge& edge = centers[i].outermost();
     ZnDbObjectId markId;
     ZnString why;
-    if (createMark(database, path, markId, why) == Quorl::eOk) {
-      turnToSlot(markId, lines.slotDirection(centers[i].outermost()));
-      context.result()[L"created"].append(handleText(markId.handle()));
-      tellHole(path, markId, context.result()[L"holes"]);
+    if (createMark(database, edge.path, markId, why) == Quorl::eOk) {
+      turnToSlot(markId, lines.slotDirection(edge));
+      outcome.created.push_back(nameOf(markId));
+      outcome.holes.push_back({edgeName(edge), nameOf(markId)});
     } else {
-      ZnRxCommandValue& failure = context.result()[L"failures"].append(ZnRxCommandValue::object());
-      failure[L"what"] = L"center mark";
-      failure[L"edge"] = pathText(ZnDbCompoundObjectId(path));
-      failure[L"why"] = why;
+      outcome.failures.push_back({"center mark", edgeName(edge), why.utf8()});
     }
   }
 }
 
 // The patterns, and which centers they have taken.
-std::vector<bool> createPatterns(ZnRxCommandContext& context, ZnDbDatabase& database,
-                                 const std::vector<RoundEdge>& edges, const std::vector<Center>& centers) {
+std::vector<bool> createPatterns(ZnDbDatabase& database, const exchange::AnnotateWish& wish,
+                                 const std::vector<RoundEdge>& edges, const std::vector<Center>& centers,
+                                 exchange::AnnotateOutcome& outcome) {
   std::vector<bool> isTaken(centers.size(), false);
-  ZnRxCommandValue patterns = ZnRxCommandValue::array();
-  const ZnRxCommandValue& arguments = context.arguments();
-  if (arguments.at(L"patterns").asBool(true)) {
-    const PatternSettings settings{arguments.at(L"align").asDouble(0.0)};
-    int refused = 0;
-    for (const MadePattern& made : makePatterns(database, edges, centers, settings, refused)) {
-      ZnRxCommandValue& entry = patterns.append(ZnRxCommandValue::object());
-      entry[L"handle"] = handleText(made.id.handle());
-      entry[L"type"] = made.found.isRing ? L"ring" : L"row";
-      entry[L"evidence"] = evidenceText(made.found, edges);
-      entry[L"showsCenterMark"] = made.showsCenterMark;
-      entry[L"aligned"] = made.aligned;
-      context.result()[L"created"].append(handleText(made.id.handle()));
-      for (const int hole : made.found.holes) {
-        isTaken[static_cast<size_t>(hole)] = true;
-        tellHole(centers[static_cast<size_t>(hole)].hole().path, made.id, context.result()[L"holes"]);
-      }
+  if (!wish.patterns) return isTaken;
+  for (const MadePattern& made :
+       makePatterns(database, edges, centers, PatternSettings{wish.align}, outcome.inexactPatterns)) {
+    const std::string handle = nameOf(made.id);
+    outcome.patterns.push_back({handle, made.found.isRing ? "ring" : "row", evidenceText(made.found, edges),
+                                made.showsCenterMark, made.aligned});
+    outcome.created.push_back(handle);
+    for (const int hole : made.found.holes) {
+      isTaken[static_cast<size_t>(hole)] = true;
+      outcome.holes.push_back({edgeName(centers[static_cast<size_t>(hole)].hole()), handle});
     }
-    context.result()[L"inexactPatterns"] = refused;
   }
-  context.result()[L"patterns"] = patterns;
   return isTaken;
+}
+
+// What is to have a mark; what only looks as if it were is told.
+std::vector<const RoundEdge*> admittedEdges(const std::vector<RoundEdge>& edges, const Limits& limits,
+                                            const LineFinds& lines, exchange::AnnotateOutcome& outcome) {
+  std::vector<const RoundEdge*> admitted;
+  for (const RoundEdge& edge : edges) {
+    if (!limits.admit(edge) && !lines.isSlotEnd(edge)) continue;
+    if (isCornerRelief(edge))
+      outcome.passedOver.push_back({edgeName(edge), "a relief at a corner of its outline"});
+    else
+      admitted.push_back(&edge);
+  }
+  return admitted;
 }
 
 } // namespace
@@ -122,35 +115,21 @@ std::vector<bool> createPatterns(ZnRxCommandContext& context, ZnDbDatabase& data
 ErrorStatus annotate(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::AnnotateWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   Limits limits;
-  if (const ErrorStatus status = readLimits(context, limits); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = readLimits(context, wish, limits); status != Quorl::eOk) return status;
 
   const ZnDbObjectId space = database->currentSpaceId();
   const std::vector<RoundEdge> edges = visibleRoundEdges(space);
-  const LineFinds lines(context, space, edges, limits.minRadius, limits.maxRadius);
-  std::vector<const RoundEdge*> admitted;
-  ZnRxCommandValue passedOver = ZnRxCommandValue::array();
-  for (const RoundEdge& edge : edges) {
-    if (!limits.admit(edge) && !lines.isSlotEnd(edge)) continue;
-    if (isCornerRelief(edge))
-      passOver(edge, L"a relief at a corner of its outline", passedOver);
-    else
-      admitted.push_back(&edge);
-  }
-  const std::vector<Center> centers = centersOf(admitted, markedCircles(space));
-
-  context.result() = ZnRxCommandValue::object();
-  context.result()[L"created"] = ZnRxCommandValue::array();
-  context.result()[L"holes"] = ZnRxCommandValue::array();
-  context.result()[L"failures"] = ZnRxCommandValue::array();
-  const std::vector<bool> isTaken = createPatterns(context, *database, edges, centers);
-  createMarks(context, *database, centers, isTaken, lines);
-  lines.make(context, *database);
-  context.result()[L"marked"] = static_cast<std::int64_t>(
-      std::count_if(centers.begin(), centers.end(), [](const Center& center) { return center.isMarked; }));
-  context.result()[L"skipped"] =
-      static_cast<std::int64_t>(edges.size() - admitted.size() - passedOver.items().size());
-  context.result()[L"passedOver"] = passedOver;
+  const LineFinds lines(wish, space, edges, limits.minRadius, limits.maxRadius);
+  exchange::AnnotateOutcome outcome;
+  const std::vector<Center> centers =
+      centersOf(admittedEdges(edges, limits, lines, outcome), markedCircles(space));
+  const std::vector<bool> isTaken = createPatterns(*database, wish, edges, centers, outcome);
+  createMarks(context, *database, centers, isTaken, lines, outcome);
+  lines.make(*database, outcome);
+  context.result() = exchange::toJson(outcome);
   return Quorl::eOk;
 }
 

@@ -17,23 +17,21 @@ bool isRound(const ZnDbEdgeRef& edge) {
 }
 
 ErrorStatus edgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
-                    std::vector<ZnDbFullSubentPath>& paths, const wchar_t* argument) {
-  const ZnRxCommandValue::Array& edges = context.arguments().at(argument).items();
+                    const std::vector<exchange::Edge>& edges, std::vector<ZnDbFullSubentPath>& paths) {
   if (edges.empty()) return context.fail(Quorl::eNoInputEdges, L"no edge is given");
-  for (const ZnRxCommandValue& edge : edges)
+  for (const exchange::Edge& edge : edges)
     if (!edgeOf(database, edge, paths.emplace_back()))
       return context.fail(Quorl::eInvalidInput, L"an edge is given that the drawing does not have");
   return Quorl::eOk;
 }
 
 ErrorStatus centerObjectsOf(ZnRxCommandContext& context, ZnDbDatabase& database,
-                            std::vector<ZnDbObjectId>& objects) {
-  const ZnRxCommandValue::Array& handles = context.arguments().at(L"objects").items();
+                            const std::vector<std::string>& handles, std::vector<ZnDbObjectId>& objects) {
   if (handles.empty()) return context.fail(Quorl::eNothingToDo, L"no center object is given");
-  for (const ZnRxCommandValue& handle : handles) {
+  for (const std::string& handle : handles) {
     const ZnDbObjectId id = objectOf(database, handle);
     if (id.isNull() || !ZnDbTorviObjectWrapper(id).isCenterObject())
-      return context.fail(Quorl::eInvalidInput, ZnString(L"#") + handle.asString() + L" is no center object");
+      return context.fail(Quorl::eInvalidInput, ZnString::fromUtf8("#" + handle + " is no center object"));
     objects.push_back(id);
   }
   return Quorl::eOk;

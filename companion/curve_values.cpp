@@ -4,34 +4,36 @@
 
 namespace companion {
 
-ZnRxCommandValue pointValue(const ZnGePoint3d& point) {
-  ZnRxCommandValue value = ZnRxCommandValue::array();
-  for (const double coordinate : {point.x, point.y, point.z}) value.append(coordinate);
-  return value;
-}
+namespace {
 
 double degrees(double radians) { return radians / ZnGe::kPi * 180.0; }
 
-void describeShape(const ZnDbEntity& entity, const ZnGeMatrix3d& toWorld, ZnRxCommandValue& curve) {
-  const auto* line = ZnDbLine::cast(&entity);
-  const auto* arc = ZnDbArc::cast(&entity);
-  curve[L"type"] = line ? L"line" : L"arc";
-  if (line) {
-    curve[L"start"] = pointValue(toWorld * line->startPoint());
-    curve[L"end"] = pointValue(toWorld * line->endPoint());
-    for (const wchar_t* absent : {L"center", L"radius", L"startAngle", L"endAngle"}) curve[absent] = {};
-    return;
+} // namespace
+
+exchange::Point pointValue(const ZnGePoint3d& point) { return {point.x, point.y, point.z}; }
+
+ZnGePoint3d pointOf(const exchange::Point& value) { return {value[0], value[1], value[2]}; }
+
+exchange::Shape shapeOf(const ZnDbEntity& entity, const ZnGeMatrix3d& toWorld) {
+  exchange::Shape shape;
+  if (const auto* line = ZnDbLine::cast(&entity)) {
+    shape.type = "line";
+    shape.start = pointValue(toWorld * line->startPoint());
+    shape.end = pointValue(toWorld * line->endPoint());
+    return shape;
   }
   // A copy in world coordinates: angles turn with the reference.
-  const std::unique_ptr<ZnRxObject> copy(arc->clone());
+  const std::unique_ptr<ZnRxObject> copy(ZnDbArc::cast(&entity)->clone());
   auto* world = static_cast<ZnDbArc*>(copy.get());
   world->transformBy(toWorld);
-  curve[L"start"] = pointValue(world->startPoint());
-  curve[L"end"] = pointValue(world->endPoint());
-  curve[L"center"] = pointValue(world->center());
-  curve[L"radius"] = world->radius();
-  curve[L"startAngle"] = degrees(world->startAngle());
-  curve[L"endAngle"] = degrees(world->endAngle());
+  shape.type = "arc";
+  shape.start = pointValue(world->startPoint());
+  shape.end = pointValue(world->endPoint());
+  shape.center = pointValue(world->center());
+  shape.radius = world->radius();
+  shape.startAngle = degrees(world->startAngle());
+  shape.endAngle = degrees(world->endAngle());
+  return shape;
 }
 
 } // namespace companion

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "companion/planar_index.h"
 #include "companion/straight_edges.h"
+#include "torvi/host/place_index.h"
 
 namespace companion {
 
@@ -25,7 +25,7 @@ public:
 
 private:
   const std::vector<StraightEdge>& edges_;
-  PlanarIndex index_;
+  ZnGePlaceIndex2d index_;
 };
 
 } // namespace companion

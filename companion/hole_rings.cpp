@@ -4,8 +4,8 @@
 #include <cmath>
 #include <set>
 
-#include "companion/planar_index.h"
 #include "companion/tolerance.h"
+#include "torvi/host/place_index.h"
 
 namespace companion {
 
@@ -59,7 +59,7 @@ private:
   const ZnGePoint2d& at(int i) const { return q_.places[static_cast<size_t>(i)]; }
 
   const RingQuestion& q_;
-  PlanarIndex index_;
+  ZnGePlaceIndex2d index_;
   std::set<std::vector<int>> known_;
   std::vector<HoleRing> rings_;
 };

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numeric>
 
-#include "companion/planar_index.h"
 #include "companion/tolerance.h"
+#include "torvi/host/place_index.h"
 
 namespace companion {
 
@@ -79,7 +79,7 @@ private:
   const std::vector<ZnGePoint2d>& places_;
   double tolerance_ = 0.0;
   const Separates& separates_;
-  PlanarIndex index_;
+  ZnGePlaceIndex2d index_;
   std::vector<std::vector<int>> near_;
   std::vector<double> nearest_; // distance of the nearest other place
   std::vector<bool> isFree_;

@@ -4,7 +4,9 @@
 
 #include "companion/command_arguments.h"
 #include "companion/commands.h"
+#include "companion/curve_values.h"
 #include "companion/mark_commands.h"
+#include "companion/object_naming.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/core/tolerance.h"
 #include "torvi/dbutils/lyx_utils.h"
@@ -124,28 +126,26 @@ ErrorStatus tie(const Kind& kind, ZnDbDatabase& database, const PickedEdges& pic
   return status;
 }
 
-ErrorStatus pickedEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database, PickedEdges& edges) {
-  if (const ErrorStatus status = edgesOf(context, database, edges.paths); status != Quorl::eOk) return status;
-  for (const ZnRxCommandValue& pick : context.arguments().at(L"picks").items()) {
-    const ZnRxCommandValue::Array& numbers = pick.items();
-    edges.picks.emplace_back();
-    if (numbers.size() == 3)
-      edges.picks.back() = ZnGePoint3d(numbers[0].asDouble(), numbers[1].asDouble(), numbers[2].asDouble());
-  }
-  return Quorl::eOk;
+ErrorStatus pickedEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
+                          const exchange::CenterWish& wish, PickedEdges& edges) {
+  for (const std::optional<exchange::Point>& pick : wish.picks)
+    edges.picks.push_back(pick ? std::optional(pointOf(*pick)) : std::nullopt);
+  return edgesOf(context, database, wish.edges, edges.paths);
 }
 
 ErrorStatus make(const Kind& kind, ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::CenterWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   PickedEdges edges;
-  if (const ErrorStatus status = pickedEdgesOf(context, *database, edges); status != Quorl::eOk)
+  if (const ErrorStatus status = pickedEdgesOf(context, *database, wish, edges); status != Quorl::eOk)
     return status;
   ZnDbObjectId id;
   ZnString why;
   if (const ErrorStatus status = tie(kind, *database, edges, id, why); status != Quorl::eOk)
     return context.fail(status, why);
-  context.result()[L"created"].append(handleText(id.handle()));
+  context.result() = exchange::toJson(exchange::CenterOutcome{{nameOf(id)}});
   return Quorl::eOk;
 }
 
@@ -164,11 +164,12 @@ ErrorStatus edgeExtension(ZnRxCommandContext& context) { return make(kExtensionK
 bool isBetweenEdges(ZnDbObjectId centerObject) { return kindOf(centerObject) != nullptr; }
 
 ErrorStatus reassociateBetweenEdges(ZnRxCommandContext& context, ZnDbDatabase& database,
-                                    ZnDbObjectId centerObject) {
+                                    const exchange::CenterWish& wish, ZnDbObjectId centerObject) {
   const Kind* kind = kindOf(centerObject);
   if (!kind) return context.fail(Quorl::eWrongWrapperKind, L"the object does not stand between two edges");
   PickedEdges edges;
-  if (const ErrorStatus status = pickedEdgesOf(context, database, edges); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = pickedEdgesOf(context, database, wish, edges); status != Quorl::eOk)
+    return status;
   ZnString why;
   const ErrorStatus status = tie(*kind, database, edges, centerObject, why);
   return status == Quorl::eOk ? status : context.fail(status, why);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "exchange/center_commands.h"
 #include "torvi/host/association.h"
 #include "torvi/host/commands.h"
 
@@ -20,16 +21,14 @@ struct PickedEdges {
 Quorl::ErrorStatus createLine(ZnDbDatabase& database, const PickedEdges& edges, ZnDbObjectId& lineId,
                               ZnString& why);
 
-// Arguments: "edges", two of them, see object_naming.h, and "picks", a point [x, y, z] or null for each, or
-// nothing at all. Result: "created", the handle of what was made.
+// What they take and tell stands in exchange/center_commands.h; two edges each.
 Quorl::ErrorStatus centerLine(ZnRxCommandContext& context);
-// Arguments: "edges", two of them. Result: "created".
 Quorl::ErrorStatus edgeExtension(ZnRxCommandContext& context);
 
 // Whether the object stands between two edges.
 bool isBetweenEdges(ZnDbObjectId centerObject);
-// Ties it to the edges of "edges" and "picks", which it follows from now on.
+// Ties it to the edges, which it follows from now on.
 Quorl::ErrorStatus reassociateBetweenEdges(ZnRxCommandContext& context, ZnDbDatabase& database,
-                                           ZnDbObjectId centerObject);
+                                           const exchange::CenterWish& wish, ZnDbObjectId centerObject);
 
 } // namespace companion

@@ -15,8 +15,8 @@ namespace companion {
 namespace {
 
 // An edge's name, the same for each who refers to it.
-std::wstring keyOf(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent) {
-  return std::wstring(pathText(entity).view()) + L':' + std::to_wstring(subent.index());
+std::string keyOf(const ZnDbCompoundObjectId& entity, const ZnDbSubentId& subent) {
+  return pathText(entity) + ':' + std::to_string(subent.index());
 }
 
 // The center lines of a space, by the edges that they stand between.
@@ -47,36 +47,29 @@ private:
     return found == lines_.end() ? std::vector<ZnDbObjectId>() : found->second;
   }
 
-  std::unordered_map<std::wstring, std::vector<ZnDbObjectId>> lines_;
+  std::unordered_map<std::string, std::vector<ZnDbObjectId>> lines_;
 };
 
-ZnRxCommandValue edgeEntry(const ZnDbFullSubentPath& path) {
-  ZnRxCommandValue entry = ZnRxCommandValue::object();
-  entry[L"edge"] = pathText(ZnDbCompoundObjectId(path));
-  entry[L"index"] = path.subentId().index();
-  return entry;
+exchange::NumberedEdge edgeEntry(const ZnDbFullSubentPath& path) {
+  return {pathText(ZnDbCompoundObjectId(path)), static_cast<int>(path.subentId().index())};
 }
 
-// The entry of a find, with its line, which is made where it is not there.
-ZnRxCommandValue entryOf(ZnRxCommandContext& context, ZnDbDatabase& database, const LinesThere& there,
-                         const ZnDbFullSubentPath& one, const ZnDbFullSubentPath& other) {
-  ZnRxCommandValue entry = ZnRxCommandValue::object();
+// What a find tells, with its line, which is made where it is not there.
+exchange::AnnotatedLine lineOf(ZnDbDatabase& database, const LinesThere& there, const ZnDbFullSubentPath& one,
+                               const ZnDbFullSubentPath& other, exchange::AnnotateOutcome& outcome) {
+  exchange::AnnotatedLine told;
   ZnDbObjectId line = there.between(one, other);
-  entry[L"isNew"] = line.isNull();
+  told.isNew = line.isNull();
   ZnString why;
-  if (line.isNull()) {
-    if (createLine(database, {{one, other}, {}}, line, why) == Quorl::eOk) {
-      context.result()[L"created"].append(handleText(line.handle()));
-    } else {
-      ZnRxCommandValue& failure = context.result()[L"failures"].append(ZnRxCommandValue::object());
-      failure[L"what"] = L"center line";
-      failure[L"edge"] = pathText(ZnDbCompoundObjectId(one));
-      failure[L"why"] = why;
-    }
+  if (told.isNew) {
+    if (createLine(database, {{one, other}, {}}, line, why) == Quorl::eOk)
+      outcome.created.push_back(nameOf(line));
+    else
+      outcome.failures.push_back({"center line", pathText(ZnDbCompoundObjectId(one)), why.utf8()});
   }
-  entry[L"handle"] = line.isNull() ? ZnRxCommandValue() : ZnRxCommandValue(handleText(line.handle()));
-  for (const ZnDbFullSubentPath& path : {one, other}) entry[L"edges"].append(edgeEntry(path));
-  return entry;
+  if (!line.isNull()) told.handle = nameOf(line);
+  told.edges = {edgeEntry(one), edgeEntry(other)};
+  return told;
 }
 
 // The middles of texts and of all else that has no edges of its own.
@@ -100,15 +93,13 @@ double directionOf(const Slot& slot) {
 
 } // namespace
 
-LineFinds::LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space,
+LineFinds::LineFinds(const exchange::AnnotateWish& wish, ZnDbObjectId space,
                      const std::vector<RoundEdge>& round, double minRadius, double maxRadius)
     : space_(space)
     , round_(round) {
-  const bool wantsSlots = context.arguments().at(L"centerLines").asBool();
-  const bool wantsStrips = context.arguments().at(L"strips").asBool();
-  if (wantsSlots || wantsStrips) straight_ = visibleStraightEdges(space);
-  if (wantsStrips) strips_ = findStrips(straight_, round, contentWithoutEdges(space));
-  if (wantsSlots) slots_ = findSlots(straight_, round);
+  if (wish.centerLines || wish.strips) straight_ = visibleStraightEdges(space);
+  if (wish.strips) strips_ = findStrips(straight_, round, contentWithoutEdges(space));
+  if (wish.centerLines) slots_ = findSlots(straight_, round);
   std::erase_if(slots_, [&](const Slot& slot) { return slot.radius < minRadius || slot.radius > maxRadius; });
   for (const Slot& slot : slots_)
     for (const SlotEnd& end : slot.ends)
@@ -120,26 +111,28 @@ double LineFinds::slotDirection(const RoundEdge& edge) const {
   return found == slotEnds_.end() ? 0.0 : found->second;
 }
 
-void LineFinds::make(ZnRxCommandContext& context, ZnDbDatabase& database) const {
+void LineFinds::make(ZnDbDatabase& database, exchange::AnnotateOutcome& outcome) const {
   const LinesThere there(space_);
-  const auto sideOf = [this](int side) -> const ZnDbFullSubentPath& {
-    return straight_[static_cast<size_t>(side)].path;
+  const auto between = [&](const int(&sides)[2]) {
+    return lineOf(database, there, straight_[static_cast<size_t>(sides[0])].path,
+                  straight_[static_cast<size_t>(sides[1])].path, outcome);
   };
-  context.result()[L"slots"] = ZnRxCommandValue::array();
   for (const Slot& slot : slots_) {
-    ZnRxCommandValue entry = entryOf(context, database, there, sideOf(slot.sides[0]), sideOf(slot.sides[1]));
+    exchange::AnnotatedLine told = between(slot.sides);
+    told.ends.emplace();
     for (const SlotEnd& end : slot.ends)
-      for (const int arc : end.arcs) entry[L"ends"].append(edgeEntry(round_[static_cast<size_t>(arc)].path));
-    entry[L"evidence"] = ZnString().format(L"two sides of %.6g joined by half circles of radius %.6g",
-                                           slot.length, slot.radius);
-    context.result()[L"slots"].append(entry);
+      for (const int arc : end.arcs)
+        told.ends->ends.push_back(edgeEntry(round_[static_cast<size_t>(arc)].path));
+    told.evidence =
+        ZnString()
+            .format(L"two sides of %.6g joined by half circles of radius %.6g", slot.length, slot.radius)
+            .utf8();
+    outcome.slots.push_back(std::move(told));
   }
-  context.result()[L"strips"] = ZnRxCommandValue::array();
   for (const Strip& strip : strips_) {
-    ZnRxCommandValue entry =
-        entryOf(context, database, there, sideOf(strip.sides[0]), sideOf(strip.sides[1]));
-    entry[L"evidence"] = ZnString().format(L"a bare rectangle of %.6g by %.6g", strip.length, strip.width);
-    context.result()[L"strips"].append(entry);
+    exchange::AnnotatedLine told = between(strip.sides);
+    told.evidence = ZnString().format(L"a bare rectangle of %.6g by %.6g", strip.length, strip.width).utf8();
+    outcome.strips.push_back(std::move(told));
   }
 }
 

@@ -5,15 +5,15 @@
 
 #include "companion/slots.h"
 #include "companion/strips.h"
-#include "torvi/host/commands.h"
+#include "exchange/annotate.h"
 
 namespace companion {
 
 class LineFinds {
 public:
-  // Looks for what the arguments "centerLines" (slots) and "strips" ask for; for nothing without them. Slots
-  // whose ends are outside the limits of radius are passed over. The round edges outlive this.
-  LineFinds(const ZnRxCommandContext& context, ZnDbObjectId space, const std::vector<RoundEdge>& round,
+  // Looks for the slots and strips that are asked for. Slots whose ends are outside the limits of radius are
+  // passed over. The round edges outlive this.
+  LineFinds(const exchange::AnnotateWish& wish, ZnDbObjectId space, const std::vector<RoundEdge>& round,
             double minRadius, double maxRadius);
 
   // Whether the edge, one of the given ones, stands for the end of a slot: it is to have a mark whatever its
@@ -22,10 +22,8 @@ public:
   // The direction of that slot in radians, from minus to plus a quarter turn; 0 for any other edge.
   double slotDirection(const RoundEdge& edge) const;
 
-  // Makes the center lines that are not there yet. Adds to the results "created" and "failures", and sets
-  // "slots" and "strips", each with "handle" of its line, "isNew", "edges", each with "edge" and "index", and
-  // "evidence"; slots also "ends".
-  void make(ZnRxCommandContext& context, ZnDbDatabase& database) const;
+  // Makes the center lines that are not there yet, and tells slots, strips and what failed.
+  void make(ZnDbDatabase& database, exchange::AnnotateOutcome& outcome) const;
 
 private:
   ZnDbObjectId space_;

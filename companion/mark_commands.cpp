@@ -39,34 +39,41 @@ ErrorStatus createMark(ZnDbDatabase& database, const ZnDbFullSubentPath& path, Z
 ErrorStatus centerMark(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::CenterWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   std::vector<ZnDbFullSubentPath> edges;
-  if (const ErrorStatus status = edgesOf(context, *database, edges); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = edgesOf(context, *database, wish.edges, edges); status != Quorl::eOk)
+    return status;
 
   ZnDbTransaction all(*database);
-  ZnRxCommandValue created = ZnRxCommandValue::array();
+  exchange::CenterOutcome outcome;
   for (const ZnDbFullSubentPath& edge : edges) {
     ZnDbObjectId markId;
     ZnString why;
     if (const ErrorStatus status = createMark(*database, edge, markId, why); status != Quorl::eOk)
       return context.fail(status, why);
-    created.append(handleText(markId.handle()));
+    outcome.created.push_back(nameOf(markId));
   }
-  context.result()[L"created"] = created;
+  context.result() = exchange::toJson(outcome);
   return all.end();
 }
 
 ErrorStatus reassociate(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::CenterWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   std::vector<ZnDbObjectId> marks;
-  if (const ErrorStatus status = centerObjectsOf(context, *database, marks); status != Quorl::eOk)
+  if (const ErrorStatus status = centerObjectsOf(context, *database, wish.objects, marks);
+      status != Quorl::eOk)
     return status;
   if (ZnDbTorviObjectWrapper::getCenterType(marks.front()) == kCenterMarkPattern)
     return context.fail(Quorl::eWrongWrapperKind, L"a pattern gets its edges by CENTERPATTERN EDIT");
   if (marks.size() == 1 && isBetweenEdges(marks.front()))
-    return reassociateBetweenEdges(context, *database, marks.front());
+    return reassociateBetweenEdges(context, *database, wish, marks.front());
   std::vector<ZnDbFullSubentPath> paths;
-  if (const ErrorStatus status = edgesOf(context, *database, paths); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = edgesOf(context, *database, wish.edges, paths); status != Quorl::eOk)
+    return status;
   if (marks.size() != 1 || paths.size() != 1)
     return context.fail(Quorl::eInvalidInput, L"one mark and one edge are wanted");
   if (ZnDbTorviObjectWrapper::getCenterType(marks.front()) != kCenterMark)
@@ -90,8 +97,11 @@ ErrorStatus reassociate(ZnRxCommandContext& context) {
 ErrorStatus disassociate(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::CenterWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   std::vector<ZnDbObjectId> objects;
-  if (const ErrorStatus status = centerObjectsOf(context, *database, objects); status != Quorl::eOk)
+  if (const ErrorStatus status = centerObjectsOf(context, *database, wish.objects, objects);
+      status != Quorl::eOk)
     return status;
   ZnDbTransaction transaction(*database);
   for (const ZnDbObjectId id : objects) {

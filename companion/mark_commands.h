@@ -14,16 +14,14 @@ Quorl::ErrorStatus createMark(ZnDbDatabase& database, const ZnDbFullSubentPath& 
 // Whether the last evaluation of the center object came to nothing.
 bool hasEvaluationFailed(ZnDbObjectId centerObject);
 
-// Arguments: "edges", see object_naming.h. Result: "created", the handles of the marks in the edges' order.
-// All of them are made, or none.
+// What they take and tell stands in exchange/center_commands.h. All marks of a call are made, or none.
 Quorl::ErrorStatus centerMark(ZnRxCommandContext& context);
 
-// Arguments: "objects", one handle of a center object, and "edges", what it follows from now on: one edge for
-// a mark, two, with "picks", for what stands between edges; see line_commands.h.
+// One center object and what it follows from now on: one edge for a mark, two, with picks, for what stands
+// between edges.
 Quorl::ErrorStatus reassociate(ZnRxCommandContext& context);
 
-// Arguments: "objects", handles of center objects. They keep their shape and follow nothing any more. All let
-// go of their edges, or none.
+// The objects keep their shape and follow nothing any more. All let go of their edges, or none.
 Quorl::ErrorStatus disassociate(ZnRxCommandContext& context);
 
 } // namespace companion

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numeric>
 
-#include "companion/planar_index.h"
 #include "companion/tolerance.h"
+#include "torvi/host/place_index.h"
 
 namespace companion {
 
@@ -55,7 +55,7 @@ public:
       ends.push_back(chain.front());
       ends.push_back(chain.back());
     }
-    const PlanarIndex index(ends);
+    const ZnGePlaceIndex2d index(ends);
     nodes_.assign(ends.size(), -1);
     for (size_t i = 0; i < ends.size(); ++i) {
       if (nodes_[i] >= 0) continue;
@@ -160,7 +160,7 @@ std::vector<Outline> joinOutlines(std::vector<Chain> chains) {
 std::vector<PartOfDisc> partsOf(const std::vector<Disc>& discs, const std::vector<Outline>& outlines) {
   std::vector<ZnGePoint2d> centers;
   for (const Disc& disc : discs) centers.push_back(disc.center);
-  const PlanarIndex index(centers);
+  const ZnGePlaceIndex2d index(centers);
   ZnGePoint2d lower, upper;
   for (size_t i = 0; i < outlines.size(); ++i) {
     const Outline& o = outlines[i];
@@ -178,7 +178,7 @@ std::vector<PartOfDisc> partsOf(const std::vector<Disc>& discs, const std::vecto
     const Outline& outline = outlines[number];
     std::vector<int> inside;
     int self = -1; // the disc that draws this outline
-    for (const int i : index.inBox(outline.lower, outline.upper)) {
+    for (const int i : index.meeting({outline.lower, outline.upper})) {
       const Disc& disc = discs[static_cast<size_t>(i)];
       const double area = ZnGe::kPi * disc.radius * disc.radius;
       if (std::fabs(area - outline.area) <= kSameDiscShare * area &&

@@ -17,12 +17,12 @@ namespace {
 
 using Pattern = ZnDbCenterMarkPatternObjectWrapper;
 
-ZnString edgeName(const ZnDbEdgeRef& edge) { return ZnString(L"#") + pathText(edge.entity()); }
+ZnString edgeName(const ZnDbEdgeRef& edge) { return ZnString::fromUtf8("#" + pathText(edge.entity())); }
 
 // Tells which edges stand beside the center line. A ring of one hole is refused: a reference about another
 // center leaves no more of it.
-ErrorStatus tellOutside(ZnRxCommandContext& context, const Pattern& pattern) {
-  ZnRxCommandValue outside = ZnRxCommandValue::array();
+ErrorStatus tellOutside(ZnRxCommandContext& context, const Pattern& pattern,
+                        exchange::PatternOutcome& outcome) {
   ZnArray<ZnDbEdgeRef> edges;
   ZnArray<ZnString> keys;
   ZnArray<int> members;
@@ -31,20 +31,19 @@ ErrorStatus tellOutside(ZnRxCommandContext& context, const Pattern& pattern) {
   if (!keys.isEmpty()) ZnDbCenterMarkPatternActionBody::getEdgeIndicesOnCenterLine(keys.first(), members);
   for (int i = 0; i < edges.length() && !members.isEmpty(); ++i) {
     if (edges[i].isEmpty() || members.contains(i)) continue;
-    outside.append(pathText(edges[i].entity()));
+    outcome.outside.push_back(pathText(edges[i].entity()));
   }
-  context.result()[L"outside"] = outside;
-  const bool isRing = pattern.getCenterPatternType() == kCenterPatternPolar;
-  context.result()[L"ring"] = isRing;
-  return isRing && members.length() < 2
+  outcome.ring = pattern.getCenterPatternType() == kCenterPatternPolar;
+  return outcome.ring && members.length() < 2
              ? context.fail(Quorl::eInvalidInput, L"the circles do not lie on one ring")
              : Quorl::eOk;
 }
 
-// One pattern, and nothing else, in "objects".
-ErrorStatus patternOf(ZnRxCommandContext& context, ZnDbDatabase& database, ZnDbObjectId& id) {
+// One pattern, and nothing else.
+ErrorStatus patternOf(ZnRxCommandContext& context, ZnDbDatabase& database,
+                      const std::vector<std::string>& handles, ZnDbObjectId& id) {
   std::vector<ZnDbObjectId> objects;
-  if (const ErrorStatus status = centerObjectsOf(context, database, objects); status != Quorl::eOk)
+  if (const ErrorStatus status = centerObjectsOf(context, database, handles, objects); status != Quorl::eOk)
     return status;
   if (objects.size() != 1) return context.fail(Quorl::eInvalidInput, L"one pattern is wanted");
   id = objects.front();
@@ -52,16 +51,14 @@ ErrorStatus patternOf(ZnRxCommandContext& context, ZnDbDatabase& database, ZnDbO
   return context.fail(Quorl::eWrongWrapperKind, L"the object is no center mark pattern");
 }
 
-bool isGiven(const ZnRxCommandContext& context, const wchar_t* argument) {
-  return !context.arguments().at(argument).items().empty();
-}
-
 // Steps of an edit, in the order in which they are done.
 class PatternEdit {
 public:
-  PatternEdit(ZnRxCommandContext& context, ZnDbDatabase& database, ZnDbObjectId id)
+  PatternEdit(ZnRxCommandContext& context, ZnDbDatabase& database, const exchange::PatternWish& wish,
+              ZnDbObjectId id)
       : context_(context)
       , database_(database)
+      , wish_(wish)
       , id_(id)
       , pattern_(id)
       , builder_(&database) {}
@@ -77,28 +74,28 @@ private:
 
   ZnRxCommandContext& context_;
   ZnDbDatabase& database_;
+  const exchange::PatternWish& wish_;
   ZnDbObjectId id_;
   Pattern pattern_;
   ZnCenterMarkPatternBuilder builder_;
   PatternOptions options_;
   ZnArray<ZnDbEdgeRef> removed_, added_;
+  exchange::PatternOutcome outcome_;
 };
 
 ErrorStatus PatternEdit::readEdges() {
-  if (!context_.arguments().at(L"type").isNull())
-    return context_.fail(Quorl::eInvalidInput, L"a pattern keeps its type");
-  ErrorStatus status = readPatternOptions(context_, database_, options_);
-  if (status == Quorl::eOk && isGiven(context_, L"remove"))
-    status = roundEdgesOf(context_, database_, L"remove", removed_);
-  if (status == Quorl::eOk && isGiven(context_, L"add"))
-    status = roundEdgesOf(context_, database_, L"add", added_);
+  if (wish_.type) return context_.fail(Quorl::eInvalidInput, L"a pattern keeps its type");
+  ErrorStatus status = readPatternOptions(context_, database_, wish_, options_);
+  if (status == Quorl::eOk && !wish_.remove.empty())
+    status = roundEdgesOf(context_, database_, wish_.remove, removed_);
+  if (status == Quorl::eOk && !wish_.add.empty())
+    status = roundEdgesOf(context_, database_, wish_.add, added_);
   return status;
 }
 
 ErrorStatus PatternEdit::changeEdges() {
-  const bool clears = context_.arguments().at(L"clear").asBool();
-  if (clears || !removed_.isEmpty()) builder_.suppressAutoFill(true);
-  if (clears) {
+  if (wish_.clear || !removed_.isEmpty()) builder_.suppressAutoFill(true);
+  if (wish_.clear) {
     // New edges decide whether the ring is closed; its center mark is the user's.
     const bool isRing = builder_.patternType() == kCenterPatternPolar;
     if (!options_.centerMark) options_.centerMark = isRing && builder_.showCenterMark();
@@ -132,10 +129,10 @@ ErrorStatus PatternEdit::changeReference() {
 
 // Before the edges are written: the keys are those that the user sees now, and values move on with them.
 ErrorStatus PatternEdit::changeOvershoots() {
-  for (const ZnRxCommandValue& entry : context_.arguments().at(L"overshoots").items()) {
-    const ZnString key = entry.at(L"key").asString();
-    ErrorStatus status = pattern_.setStartOvershoot(key, entry.at(L"start").asDouble());
-    if (status == Quorl::eOk) status = pattern_.setEndOvershoot(key, entry.at(L"end").asDouble());
+  for (const exchange::Overshoot& wanted : wish_.overshoots) {
+    const ZnString key = ZnString::fromUtf8(wanted.key);
+    ErrorStatus status = pattern_.setStartOvershoot(key, wanted.start);
+    if (status == Quorl::eOk) status = pattern_.setEndOvershoot(key, wanted.end);
     if (status != Quorl::eOk)
       return context_.fail(status, ZnString(L"no center line \"") + key + L"\" takes these overshoots");
   }
@@ -150,7 +147,7 @@ ErrorStatus PatternEdit::write() {
   if (status != Quorl::eOk)
     return context_.fail(status, ZnString(L"the circles make no such pattern any more (") +
                                      statusText(status) + L")");
-  return tellOutside(context_, pattern_);
+  return tellOutside(context_, pattern_, outcome_);
 }
 
 ErrorStatus PatternEdit::run() {
@@ -164,7 +161,8 @@ ErrorStatus PatternEdit::run() {
   if (status == Quorl::eOk) status = changeOvershoots();
   if (status == Quorl::eOk) status = write();
   if (status != Quorl::eOk) return status;
-  tellAdded(context_, builder_);
+  outcome_.added = addedEdges(builder_);
+  context_.result() = exchange::toJson(outcome_);
   return transaction.end();
 }
 
@@ -173,11 +171,13 @@ ErrorStatus PatternEdit::run() {
 ErrorStatus centerPattern(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::PatternWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   PatternOptions options;
-  if (const ErrorStatus status = readPatternOptions(context, *database, options); status != Quorl::eOk)
+  if (const ErrorStatus status = readPatternOptions(context, *database, wish, options); status != Quorl::eOk)
     return status;
   ZnArray<ZnDbEdgeRef> edges;
-  if (const ErrorStatus status = roundEdgesOf(context, *database, L"edges", edges); status != Quorl::eOk)
+  if (const ErrorStatus status = roundEdgesOf(context, *database, wish.edges, edges); status != Quorl::eOk)
     return status;
   ZnCenterMarkPatternBuilder builder(database);
   if (const ErrorStatus status = fillBuilder(context, edges, options, builder); status != Quorl::eOk)
@@ -189,19 +189,23 @@ ErrorStatus centerPattern(ZnRxCommandContext& context) {
   if (status == Quorl::eOk && hasEvaluationFailed(id)) status = Quorl::eInvalidInput;
   if (status != Quorl::eOk)
     return context.fail(status, ZnString(L"the pattern could not be made (") + statusText(status) + L")");
-  if (status = tellOutside(context, Pattern(id)); status != Quorl::eOk) return status;
-  ZnRxCommandValue created = ZnRxCommandValue::array();
-  created.append(handleText(id.handle()));
-  context.result()[L"created"] = created;
+  exchange::PatternOutcome outcome;
+  if (status = tellOutside(context, Pattern(id), outcome); status != Quorl::eOk) return status;
+  outcome.created = {nameOf(id)};
+  outcome.added = addedEdges(builder);
+  context.result() = exchange::toJson(outcome);
   return transaction.end();
 }
 
 ErrorStatus centerPatternEdit(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
+  exchange::PatternWish wish;
+  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
   ZnDbObjectId id;
-  if (const ErrorStatus status = patternOf(context, *database, id); status != Quorl::eOk) return status;
-  return PatternEdit(context, *database, id).run();
+  if (const ErrorStatus status = patternOf(context, *database, wish.objects, id); status != Quorl::eOk)
+    return status;
+  return PatternEdit(context, *database, wish, id).run();
 }
 
 } // namespace companion

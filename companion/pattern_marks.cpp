@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
 
 #include "companion/mark_commands.h"
 #include "companion/object_naming.h"
@@ -10,8 +11,8 @@
 #include "companion/visible_entities.h"
 #include "companion/visible_outlines.h"
 #include "torvi/dbutils/lyx_utils.h"
+#include "torvi/pattern/analysis.h"
 #include "torvi/pattern/builder.h"
-#include "torvi/pattern/transient_layout.h"
 
 using Quorl::ErrorStatus;
 
@@ -165,15 +166,22 @@ bool PatternMaker::hasCenterAt(const ZnGePoint2d& point, double reach) const {
 
 bool PatternMaker::build(const FoundPattern& found, MadePattern& made) {
   ZnArray<ZnDbEdgeRef> edges;
+  ZnPatternQuestion question;
   for (const int i : found.holes) {
     ZnDbEdgeRef edge;
     const RoundEdge& hole = centers_[static_cast<size_t>(i)].hole();
     if (ZnTorviLyxUtils::createEdgeRef(hole.path, edge) != Quorl::eOk) return false;
+    // Read again: the hole may have been moved.
+    const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, false));
+    if (!curve || !curve->isKindOf(ZnGe::kCircularArc3d)) return false;
+    question.circles.append(static_cast<const ZnGeCircArc3d&>(*curve));
     edges.append(edge);
   }
   const CenterMarkPatternType type = found.isRing ? kCenterPatternPolar : kCenterPatternLinear;
-  ZnDbCenterMarkPatternTransientLayout layout(type, {}, -1.0, false, false, true);
-  if (!layout.allCirclesOnChains(edges)) return false;
+  question.patternType = type;
+  question.autoFullPcd = true;
+  const ZnPatternAnalysis analysis = analysePattern(question);
+  if (!analysis.isPattern || !analysis.hasAllCircles()) return false;
 
   made.showsCenterMark = found.isRing && !hasCenterAt(found.center, kMiddleShare * found.pitchRadius);
   ZnCenterMarkPatternBuilder builder(&database_);
@@ -181,7 +189,7 @@ bool PatternMaker::build(const FoundPattern& found, MadePattern& made) {
   builder.setPatternType(type);
   builder.setInputEdges(edges);
   builder.setPatternType(type); // the edges of a row may read as a ring to the builder
-  builder.setIsFullPCD(found.isRing && layout.fullPcd());
+  builder.setIsFullPCD(found.isRing && analysis.fullPcd);
   builder.setShowCentermark(made.showsCenterMark);
   return builder.createTorvi(made.id) == Quorl::eOk && !hasEvaluationFailed(made.id);
 }
@@ -214,24 +222,24 @@ std::vector<MadePattern> makePatterns(ZnDbDatabase& database, const std::vector<
   return made;
 }
 
-ZnString evidenceText(const FoundPattern& found, const std::vector<RoundEdge>& edges) {
+std::string evidenceText(const FoundPattern& found, const std::vector<RoundEdge>& edges) {
   const int count = static_cast<int>(found.holes.size());
   ZnString text;
   switch (found.evidence) {
   case PatternEvidence::kConcentric: {
     const ZnDbCompoundObjectId witness(edges[static_cast<size_t>(found.witness)].path);
     text.format(L"%d holes around the center of #", count);
-    return text + pathText(witness);
+    return text.utf8() + pathText(witness);
   }
   case PatternEvidence::kFiveOrMore:
-    return text.format(L"%d holes on one circle", count);
+    return text.format(L"%d holes on one circle", count).utf8();
   case PatternEvidence::kEqualSpacing:
-    return text.format(L"%d holes equally spaced around the middle of the part", count);
+    return text.format(L"%d holes equally spaced around the middle of the part", count).utf8();
   case PatternEvidence::kEqualSteps:
     break;
   }
   text.format(L"%d holes in equal steps of %.6g", count, found.step);
-  return found.hasGap ? text + L", one place empty" : text;
+  return text.utf8() + (found.hasGap ? ", one place empty" : "");
 }
 
 } // namespace companion

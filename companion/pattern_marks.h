@@ -29,6 +29,6 @@ std::vector<MadePattern> makePatterns(ZnDbDatabase& database, const std::vector<
                                       int& refused);
 
 // Why the pattern is one, in words for the report.
-ZnString evidenceText(const FoundPattern& found, const std::vector<RoundEdge>& edges);
+std::string evidenceText(const FoundPattern& found, const std::vector<RoundEdge>& edges);
 
 } // namespace companion

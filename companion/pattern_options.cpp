@@ -1,6 +1,7 @@
 #include "companion/pattern_options.h"
 
 #include "companion/command_arguments.h"
+#include "companion/curve_values.h"
 #include "companion/object_naming.h"
 #include "torvi/dbutils/lyx_utils.h"
 
@@ -14,34 +15,26 @@ namespace {
 constexpr int kMostUndecidedCircles = 2;
 constexpr double kNoPick = -1.0;
 
-std::optional<bool> flagOf(const ZnRxCommandValue& value) {
-  if (value.kind() != ZnRxCommandValue::Kind::kBool) return std::nullopt;
-  return value.asBool();
-}
-
-ErrorStatus readType(ZnRxCommandContext& context, PatternOptions& options) {
-  const ZnString type = context.arguments().at(L"type").asString();
-  if (type == L"polar")
+ErrorStatus readType(ZnRxCommandContext& context, const exchange::PatternWish& wish,
+                     PatternOptions& options) {
+  if (wish.type == "polar")
     options.type = kCenterPatternPolar;
-  else if (type == L"linear")
+  else if (wish.type == "linear")
     options.type = kCenterPatternLinear;
-  else if (!type.isEmpty())
+  else if (wish.type)
     return context.fail(Quorl::eInvalidInput, L"a pattern is \"polar\" or \"linear\"");
   return Quorl::eOk;
 }
 
-ErrorStatus readReference(ZnRxCommandContext& context, ZnDbDatabase& database, PatternOptions& options) {
-  const ZnRxCommandValue& reference = context.arguments().at(L"reference");
-  if (reference.isNull()) return Quorl::eOk;
-  options.clearsReference = reference.asString() == L"none";
-  if (options.clearsReference) return Quorl::eOk;
+ErrorStatus readReference(ZnRxCommandContext& context, ZnDbDatabase& database,
+                          const exchange::PatternWish& wish, PatternOptions& options) {
+  options.clearsReference = wish.clearReference;
+  if (!wish.reference || wish.clearReference) return Quorl::eOk;
   ZnDbFullSubentPath path;
-  if (!edgeOf(database, reference, path) ||
+  if (!edgeOf(database, *wish.reference, path) ||
       ZnTorviLyxUtils::createEdgeRef(path, options.reference) != Quorl::eOk || options.reference.isEmpty())
     return context.fail(Quorl::eInvalidInput, L"the reference is an edge that the drawing does not have");
-  const ZnRxCommandValue::Array& pick = context.arguments().at(L"referencePick").items();
-  if (pick.size() == 3)
-    options.referencePick.emplace(pick[0].asDouble(), pick[1].asDouble(), pick[2].asDouble());
+  if (wish.referencePick) options.referencePick = pointOf(*wish.referencePick);
   return Quorl::eOk;
 }
 
@@ -54,20 +47,21 @@ ErrorStatus failToFit(ZnRxCommandContext& context, CenterMarkPatternType type) {
 
 } // namespace
 
-ErrorStatus readPatternOptions(ZnRxCommandContext& context, ZnDbDatabase& database, PatternOptions& options) {
-  options.full = flagOf(context.arguments().at(L"full"));
-  options.centerMark = flagOf(context.arguments().at(L"centerMark"));
-  const ErrorStatus status = readType(context, options);
-  return status == Quorl::eOk ? readReference(context, database, options) : status;
+ErrorStatus readPatternOptions(ZnRxCommandContext& context, ZnDbDatabase& database,
+                               const exchange::PatternWish& wish, PatternOptions& options) {
+  options.full = wish.full;
+  options.centerMark = wish.centerMark;
+  const ErrorStatus status = readType(context, wish, options);
+  return status == Quorl::eOk ? readReference(context, database, wish, options) : status;
 }
 
-ErrorStatus roundEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database, const wchar_t* argument,
-                         ZnArray<ZnDbEdgeRef>& edges) {
+ErrorStatus roundEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
+                         const std::vector<exchange::Edge>& wanted, ZnArray<ZnDbEdgeRef>& edges) {
   std::vector<ZnDbFullSubentPath> paths;
-  if (const ErrorStatus status = edgesOf(context, database, paths, argument); status != Quorl::eOk)
+  if (const ErrorStatus status = edgesOf(context, database, wanted, paths); status != Quorl::eOk)
     return status;
   for (const ZnDbFullSubentPath& path : paths) {
-    const ZnString name = ZnString(L"#") + pathText(ZnDbCompoundObjectId(path));
+    const ZnString name = ZnString::fromUtf8("#" + pathText(ZnDbCompoundObjectId(path)));
     ZnDbEdgeRef edge;
     if (ZnTorviLyxUtils::createEdgeRef(path, edge) != Quorl::eOk || !isRound(edge))
       return context.fail(Quorl::eInvalidInput, name + L" is no circle or arc");
@@ -99,7 +93,6 @@ ErrorStatus fillBuilder(ZnRxCommandContext& context, const ZnArray<ZnDbEdgeRef>&
     const bool mayStayOpen = edges.length() <= kMostUndecidedCircles && options.type != kCenterPatternPolar;
     if (found == kCenterPatternNone && !mayStayOpen) return failToFit(context, options.type);
   }
-  tellAdded(context, builder);
   return setRingOptions(context, options, builder);
 }
 
@@ -131,8 +124,8 @@ ErrorStatus setRingOptions(ZnRxCommandContext& context, const PatternOptions& op
   return Quorl::eOk;
 }
 
-void tellAdded(ZnRxCommandContext& context, const ZnCenterMarkPatternBuilder& builder) {
-  context.result()[L"added"] = builder.inputEdges().length() - builder.inputEdgeCount();
+int addedEdges(const ZnCenterMarkPatternBuilder& builder) {
+  return builder.inputEdges().length() - builder.inputEdgeCount();
 }
 
 } // namespace companion

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "exchange/center_commands.h"
 #include "torvi/host/association.h"
 #include "torvi/host/commands.h"
 #include "torvi/pattern/builder.h"
@@ -18,17 +19,15 @@ struct PatternOptions {
   std::optional<bool> full, centerMark; // nothing: the edges decide; as it is
 };
 
-// Arguments: "type", "polar" or "linear"; "reference", an edge or the text "none", with "referencePick", a
-// point on it; "full" and "centerMark". What is absent is left open.
 Quorl::ErrorStatus readPatternOptions(ZnRxCommandContext& context, ZnDbDatabase& database,
-                                      PatternOptions& options);
+                                      const exchange::PatternWish& wish, PatternOptions& options);
 
-// The edges of the argument, each a circle or arc and given once.
-Quorl::ErrorStatus roundEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database, const wchar_t* argument,
-                                ZnArray<ZnDbEdgeRef>& edges);
+// At least one, each a circle or arc and given once.
+Quorl::ErrorStatus roundEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
+                                const std::vector<exchange::Edge>& wanted, ZnArray<ZnDbEdgeRef>& edges);
 
-// A builder as the user would have brought it there, auto fill included; result "added", how many edges that
-// gave. Fails, with the reason, when the edges make no such pattern.
+// A builder as the user would have brought it there, auto fill included. Fails, with the reason, when the
+// edges make no such pattern.
 Quorl::ErrorStatus fillBuilder(ZnRxCommandContext& context, const ZnArray<ZnDbEdgeRef>& edges,
                                const PatternOptions& options, ZnCenterMarkPatternBuilder& builder);
 Quorl::ErrorStatus setReference(ZnRxCommandContext& context, const PatternOptions& options,
@@ -36,6 +35,7 @@ Quorl::ErrorStatus setReference(ZnRxCommandContext& context, const PatternOption
 // Last, since the edges have their say on both; only a ring can have them.
 Quorl::ErrorStatus setRingOptions(ZnRxCommandContext& context, const PatternOptions& options,
                                   ZnCenterMarkPatternBuilder& builder);
-void tellAdded(ZnRxCommandContext& context, const ZnCenterMarkPatternBuilder& builder);
+// How many edges auto fill gave.
+int addedEdges(const ZnCenterMarkPatternBuilder& builder);
 
 } // namespace companion

@@ -5,8 +5,8 @@
 #include <map>
 
 #include "companion/hole_rows.h"
-#include "companion/planar_index.h"
 #include "companion/tolerance.h"
+#include "torvi/host/place_index.h"
 
 namespace companion {
 
@@ -65,7 +65,7 @@ bool doCross(const ZnGePoint2d& a, const ZnGePoint2d& b, const ZnGePoint2d& c, c
 // The search within one set of holes.
 class SetSearch {
 public:
-  SetSearch(const PatternQuestion& question, const BoxIndex& outlineIndex, const HoleSet& set)
+  SetSearch(const PatternQuestion& question, const ZnGePlaceIndex2d& outlineIndex, const HoleSet& set)
       : q_(question)
       , outlineIndex_(outlineIndex)
       , set_(set) {
@@ -96,7 +96,7 @@ private:
   void takeMembers(const std::vector<int>& members, FoundPattern& pattern);
 
   const PatternQuestion& q_;
-  const BoxIndex& outlineIndex_;
+  const ZnGePlaceIndex2d& outlineIndex_;
   const HoleSet& set_;
   std::vector<ZnGePoint2d> places_;
   std::vector<RingWitness> witnesses_;
@@ -236,9 +236,9 @@ void SetSearch::search(std::vector<FoundPattern>& found) {
 } // namespace
 
 std::vector<FoundPattern> findPatterns(const PatternQuestion& question) {
-  std::vector<BoxIndex::Box> boxes;
+  std::vector<ZnGePlaceIndex2d::Box> boxes;
   for (const Outline& outline : question.outlines) boxes.push_back({outline.lower, outline.upper});
-  const BoxIndex outlineIndex(boxes);
+  const ZnGePlaceIndex2d outlineIndex(boxes);
   std::vector<FoundPattern> found;
   for (const HoleSet& set : setsOf(question.holes)) SetSearch(question, outlineIndex, set).search(found);
   return found;

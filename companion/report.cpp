@@ -6,9 +6,11 @@
 #include "companion/commands.h"
 #include "companion/curve_values.h"
 #include "companion/object_naming.h"
+#include "exchange/report.h"
 #include "torvi/centerline/object_wrapper.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/core/action_body.h"
+#include "torvi/core/kind.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/dbutils/lyx_utils.h"
 #include "torvi/pattern/layout.h"
@@ -20,12 +22,11 @@ namespace companion {
 
 namespace {
 
-ZnRxCommandValue matrixValue(const ZnGeMatrix3d& matrix) {
-  ZnRxCommandValue rows = ZnRxCommandValue::array();
-  for (int row = 0; row < 4; ++row) {
-    ZnRxCommandValue& values = rows.append(ZnRxCommandValue::array());
-    for (int column = 0; column < 4; ++column) values.append(matrix(row, column));
-  }
+std::array<std::array<double, 4>, 4> rowsOf(const ZnGeMatrix3d& matrix) {
+  std::array<std::array<double, 4>, 4> rows;
+  for (size_t row = 0; row < rows.size(); ++row)
+    for (size_t column = 0; column < rows[row].size(); ++column)
+      rows[row][column] = matrix(static_cast<int>(row), static_cast<int>(column));
   return rows;
 }
 
@@ -46,8 +47,8 @@ std::unordered_map<ZnDbObjectId, ZnString> keysOf(const ZnDbTorviObjectWrapper& 
   return keys;
 }
 
-ZnRxCommandValue curvesOf(const ZnDbTorviObjectWrapper& wrapper) {
-  ZnRxCommandValue curves = ZnRxCommandValue::array();
+std::vector<exchange::ReportedCurve> curvesOf(const ZnDbTorviObjectWrapper& wrapper) {
+  std::vector<exchange::ReportedCurve> curves;
   ZnArray<ZnDbObjectId> ids;
   wrapper.getCenterEntitesIds(ids);
   const auto keys = keysOf(wrapper);
@@ -55,72 +56,42 @@ ZnRxCommandValue curvesOf(const ZnDbTorviObjectWrapper& wrapper) {
   for (int i = 0; i < ids.length(); ++i) {
     ZnDbHolder<ZnDbEntity> entity(ids[i]);
     if (!entity.isOpen()) continue;
-    ZnRxCommandValue& curve = curves.append(ZnRxCommandValue::object());
-    curve[L"index"] = i;
     const auto key = keys.find(ids[i]);
-    curve[L"key"] = key == keys.end() ? ZnString() : key->second;
-    describeShape(*entity, toWorld, curve);
-    curve[L"visible"] = entity->visibility() == ZnDb::kVisible;
-    curve[L"linetype"] = entity->linetype();
+    curves.push_back({i, key == keys.end() ? std::string() : key->second.utf8(), shapeOf(*entity, toWorld),
+                      entity->visibility() == ZnDb::kVisible, entity->linetype().utf8()});
   }
   return curves;
 }
 
-ZnRxCommandValue edgesOf(const ZnDbTorviObjectWrapper& wrapper) {
-  ZnRxCommandValue handles = ZnRxCommandValue::array();
+std::vector<std::string> edgesOf(const ZnDbTorviObjectWrapper& wrapper) {
+  std::vector<std::string> names;
   ZnArray<ZnDbEdgeRef> edges;
   wrapper.getEdgeRefs(edges);
   for (const ZnDbEdgeRef& edge : edges)
-    if (!edge.isEmpty()) handles.append(pathText(edge.entity()));
-  return handles;
+    if (!edge.isEmpty()) names.push_back(pathText(edge.entity()));
+  return names;
 }
 
-// Edges stand at the places that keys name them by; an emptied place is passed over.
-ZnRxCommandValue membersOf(const ZnDbCenterMarkPatternObjectWrapper& pattern) {
-  ZnRxCommandValue members = ZnRxCommandValue::array();
+exchange::ReportedPattern patternOf(const ZnDbCenterMarkPatternObjectWrapper& pattern) {
+  exchange::ReportedPattern told;
+  told.type = pattern.getCenterPatternType() == kCenterPatternPolar ? "polar" : "linear";
+  told.fullPCD = pattern.isFullPCD();
+  told.showCenterMark = pattern.showCenterMark();
   ZnArray<ZnDbEdgeRef> edges;
   pattern.getEdgeRefs(edges);
-  for (int i = 0; i < edges.length(); ++i) {
-    if (edges[i].isEmpty()) continue;
-    ZnRxCommandValue& member = members.append(ZnRxCommandValue::object());
-    member[L"edge"] = pathText(edges[i].entity());
-    member[L"key"] = ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1);
-  }
-  return members;
-}
-
-ZnRxCommandValue overshootsOf(const ZnDbCenterMarkPatternObjectWrapper& pattern) {
-  ZnRxCommandValue overshoots = ZnRxCommandValue::array();
-  ZnArray<ZnString> keys;
-  pattern.getCenterLineDependencyKeys(keys);
-  for (const ZnString& key : keys) {
-    ZnRxCommandValue& entry = overshoots.append(ZnRxCommandValue::object());
-    entry[L"key"] = key;
-    entry[L"start"] = pattern.startOvershoot(key);
-    entry[L"end"] = pattern.endOvershoot(key);
-  }
-  return overshoots;
-}
-
-void describePattern(const ZnDbCenterMarkPatternObjectWrapper& pattern, ZnRxCommandValue& center) {
-  const CenterMarkPatternType type = pattern.getCenterPatternType();
-  center[L"type"] = type == kCenterPatternPolar ? L"polar" : L"linear";
-  center[L"fullPCD"] = pattern.isFullPCD();
-  center[L"showCenterMark"] = pattern.showCenterMark();
-  center[L"members"] = membersOf(pattern);
+  // Edges stand at the places that keys name them by; an emptied place is passed over.
+  for (int i = 0; i < edges.length(); ++i)
+    if (!edges[i].isEmpty())
+      told.members.push_back(
+          {pathText(edges[i].entity()), ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1).utf8()});
   ZnDbEdgeRef reference;
   double pick = 0.0;
-  center[L"referenceEdge"] = {};
-  if (pattern.getReferenceEdge(reference, pick)) center[L"referenceEdge"] = pathText(reference.entity());
-  center[L"overshoots"] = overshootsOf(pattern);
-}
-
-// Lengths as they count now, also of extensions that follow the edges.
-void describeLine(const ZnDbCenterLineObjectWrapper& line, ZnRxCommandValue& center) {
-  center[L"startExtension"] = line.startExtension();
-  center[L"endExtension"] = line.endExtension();
-  center[L"startOvershoot"] = line.startOvershoot();
-  center[L"endOvershoot"] = line.endOvershoot();
+  if (pattern.getReferenceEdge(reference, pick)) told.referenceEdge = pathText(reference.entity());
+  ZnArray<ZnString> keys;
+  pattern.getCenterLineDependencyKeys(keys);
+  for (const ZnString& key : keys)
+    told.overshoots.push_back({key.utf8(), pattern.startOvershoot(key), pattern.endOvershoot(key)});
+  return told;
 }
 
 // A ring has its circle, marked in the middle or not.
@@ -138,30 +109,30 @@ bool pitchCircleOf(const ZnDbTorviObjectWrapper& wrapper, ZnGeCircArc3d& circle)
   return true;
 }
 
-ZnRxCommandValue describe(const ZnDbTorviObjectWrapper& wrapper) {
-  ZnRxCommandValue center = ZnRxCommandValue::object();
-  center[L"handle"] = handleText(wrapper.centerObjId().handle());
+exchange::ReportedCenter describe(const ZnDbTorviObjectWrapper& wrapper) {
+  exchange::ReportedCenter center;
+  center.handle = nameOf(wrapper.centerObjId());
   const torvi::Kind* kind = torvi::kindOfType(wrapper.centerType());
-  center[L"kind"] = kind ? kind->name : L"";
-  center[L"associative"] = wrapper.isAssociative();
+  center.kind = kind ? ZnString(kind->name).utf8() : std::string();
+  center.associative = wrapper.isAssociative();
   ZnDbHolder<ZnDbEntity> reference(wrapper.centerObjId());
-  center[L"layer"] = reference.isOpen() ? reference->layer() : ZnString();
-  center[L"linetype"] = wrapper.linetype();
-  center[L"edges"] = edgesOf(wrapper);
-  center[L"center"] = {};
-  center[L"radius"] = {};
+  if (reference.isOpen()) center.layer = reference->layer().utf8();
+  center.linetype = wrapper.linetype().utf8();
+  center.edges = edgesOf(wrapper);
   ZnGeCircArc3d circle;
   const auto* mark = dynamic_cast<const ZnDbCenterMarkObjectWrapper*>(&wrapper);
   if (mark && (mark->getRefCircle(circle) == Quorl::eOk || pitchCircleOf(wrapper, circle))) {
-    center[L"center"] = pointValue(circle.center());
-    center[L"radius"] = circle.radius();
+    center.center = pointValue(circle.center());
+    center.radius = circle.radius();
   }
+  // Lengths as they count now, also of extensions that follow the edges.
   if (const auto* line = dynamic_cast<const ZnDbCenterLineObjectWrapper*>(&wrapper))
-    describeLine(*line, center);
+    center.lengths = {line->startExtension(), line->endExtension(), line->startOvershoot(),
+                      line->endOvershoot()};
   if (const auto* pattern = dynamic_cast<const ZnDbCenterMarkPatternObjectWrapper*>(&wrapper))
-    describePattern(*pattern, center);
-  center[L"transform"] = matrixValue(wrapper.blockTransform());
-  center[L"curves"] = curvesOf(wrapper);
+    center.pattern = patternOf(*pattern);
+  center.transform = rowsOf(wrapper.blockTransform());
+  center.curves = curvesOf(wrapper);
   return center;
 }
 
@@ -184,14 +155,14 @@ std::vector<ZnDbObjectId> centerObjects(ZnDbDatabase& database) {
 ErrorStatus report(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
-  ZnRxCommandValue centers = ZnRxCommandValue::array();
+  exchange::ReportOutcome outcome;
   const std::vector<ZnDbObjectId> objects = centerObjects(*database);
   for (size_t i = 0; i < objects.size(); ++i) {
     const ZnDbTorviObjectPointer<ZnDbTorviObjectWrapper> wrapper(objects[i]);
-    if (wrapper.openStatus() == Quorl::eOk) centers.append(describe(*wrapper));
+    if (wrapper.openStatus() == Quorl::eOk) outcome.centers.push_back(describe(*wrapper));
     context.progress(i + 1, objects.size());
   }
-  context.result()[L"centers"] = centers;
+  context.result() = exchange::toJson(outcome);
   return Quorl::eOk;
 }
 

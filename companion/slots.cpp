@@ -98,7 +98,7 @@ private:
   }
 
   const std::vector<RoundEdge>& round_;
-  PlanarIndex index_;
+  ZnGePlaceIndex2d index_;
 };
 
 class SlotSearch {
@@ -172,7 +172,7 @@ private:
 
   std::vector<Cap> caps_;
   EdgeEnds ends_;
-  PlanarIndex capTips_;
+  ZnGePlaceIndex2d capTips_;
   std::vector<bool> used_;
 };
 
@@ -193,7 +193,7 @@ bool haveSameCenters(const Slot& larger, const Slot& smaller) {
 std::vector<Slot> outermost(std::vector<Slot> slots) {
   std::vector<ZnGePoint2d> middles;
   for (const Slot& slot : slots) middles.push_back(middleOf(slot));
-  const PlanarIndex index(middles);
+  const ZnGePlaceIndex2d index(middles);
   std::vector<size_t> order(slots.size());
   std::iota(order.begin(), order.end(), size_t{0});
   std::stable_sort(order.begin(), order.end(),

@@ -50,7 +50,7 @@ private:
   static std::vector<Strip> onceEach(const std::vector<Strip>& strips) {
     std::vector<ZnGePoint2d> middles;
     for (const Strip& strip : strips) middles.push_back(flat(strip.middle));
-    const PlanarIndex index(middles);
+    const ZnGePlaceIndex2d index(middles);
     std::vector<bool> isRepeated(strips.size(), false);
     std::vector<Strip> kept;
     for (size_t i = 0; i < strips.size(); ++i) {
@@ -103,7 +103,7 @@ private:
     const ZnGePoint2d lower(std::min({a.x, b.x, c.x, d.x}), std::min({a.y, b.y, c.y, d.y}));
     const ZnGePoint2d upper(std::max({a.x, b.x, c.x, d.x}), std::max({a.y, b.y, c.y, d.y}));
     const double margin = rectangle.across.length() * kSlotJoinShare;
-    return !index_.anyInBox(lower, upper, [&](int place) {
+    return !index_.anyMeeting({lower, upper}, [&](int place) {
       return rectangle.holds(places_[static_cast<size_t>(place)], margin);
     });
   }
@@ -132,7 +132,7 @@ private:
   const std::vector<StraightEdge>& straight_;
   EdgeEnds ends_;
   std::vector<ZnGePoint3d> places_;
-  PlanarIndex index_;
+  ZnGePlaceIndex2d index_;
 };
 
 } // namespace

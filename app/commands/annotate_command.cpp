@@ -16,6 +16,7 @@
 #include "app/progress.h"
 #include "app/same_file.h"
 #include "app/variable_setting.h"
+#include "exchange/annotate.h"
 
 namespace fs = std::filesystem;
 
@@ -48,12 +49,12 @@ bool applySettings(const AnnotateOptions& options, Failure& failure) {
   return true;
 }
 
-std::vector<ZnDbObjectId> createdMarks(const Drawing& drawing, const ZnRxCommandValue& result) {
+std::vector<ZnDbObjectId> createdMarks(const Drawing& drawing, const exchange::AnnotateOutcome& outcome) {
   std::vector<ZnDbObjectId> marks;
-  for (const ZnRxCommandValue& handle : result.at(L"created").items()) {
+  for (const std::string& handle : outcome.created) {
     ZnDbObjectId id;
-    if (drawing.database().getZnDbObjectId(id, false, handle.asString().asZnDbHandle()) == Quorl::eOk)
-      marks.push_back(id);
+    const ZnDbHandle number = ZnString::fromUtf8(handle).asZnDbHandle();
+    if (drawing.database().getZnDbObjectId(id, false, number) == Quorl::eOk) marks.push_back(id);
   }
   return marks;
 }
@@ -71,37 +72,38 @@ bool writeOutputs(const Drawing& drawing, const Job& job, const std::vector<ZnDb
 }
 
 // Center objects that could not be made; the rest of the drawing is done all the same.
-bool tellFailures(const Job& job, const ZnRxCommandValue& result, const Console& console) {
-  for (const ZnRxCommandValue& failed : result.at(L"failures").items())
+bool tellFailures(const Job& job, const exchange::AnnotateOutcome& outcome, const Console& console) {
+  for (const exchange::AnnotateFailure& failed : outcome.failures)
     console.fault(
-        Failure{job.input, 0,
-                fmt::format("no {} on #{}: {}", failed.at(L"what").asString().utf8(),
-                            failed.at(L"edge").asString().utf8(), failed.at(L"why").asString().utf8()),
-                ""});
-  return result.at(L"failures").items().empty();
+        Failure{job.input, 0, fmt::format("no {} on #{}: {}", failed.what, failed.edge, failed.why), ""});
+  return outcome.failures.empty();
 }
 
 // What the command saw and left unmarked, beside what the reader left out.
-void addPassedOver(const Job& job, const ZnRxCommandValue& result, Json& report) {
-  for (const ZnRxCommandValue& passed : result.at(L"passedOver").items())
+void addPassedOver(const Job& job, const exchange::AnnotateOutcome& outcome, Json& report) {
+  for (const exchange::PassedOverEdge& passed : outcome.passedOver)
     report["skipped"].push_back(
-        {{"what", "arc"},
-         {"where", fmt::format("{}: #{}", job.input, passed.at(L"edge").asString().utf8())},
-         {"why", passed.at(L"why").asString().utf8()}});
+        {{"what", "arc"}, {"where", fmt::format("{}: #{}", job.input, passed.edge)}, {"why", passed.why}});
 }
 
-// How many of the finds of that name got a line now.
-size_t newLines(const ZnRxCommandValue& result, const wchar_t* finds) {
-  const ZnRxCommandValue::Array& items = result.at(finds).items();
-  return static_cast<size_t>(std::count_if(items.begin(), items.end(), [](const ZnRxCommandValue& find) {
-    return find.at(L"isNew").asBool() && !find.at(L"handle").isNull();
-  }));
+void addFinds(const exchange::AnnotateOutcome& outcome, Json& report) {
+  report["patterns"] = toJson(outcome.patterns);
+  report["holes"] = toJson(outcome.holes);
+  report["slots"] = toJson(outcome.slots);
+  report["strips"] = toJson(outcome.strips);
 }
 
-std::string madeText(const ZnRxCommandValue& result) {
-  const size_t patterns = result.at(L"patterns").items().size();
-  const size_t lines = newLines(result, L"slots") + newLines(result, L"strips");
-  const size_t marks = result.at(L"created").items().size() - patterns - lines;
+// How many of the finds got a line now.
+size_t newLines(const std::vector<exchange::AnnotatedLine>& finds) {
+  return static_cast<size_t>(
+      std::count_if(finds.begin(), finds.end(),
+                    [](const exchange::AnnotatedLine& find) { return find.isNew && find.handle; }));
+}
+
+std::string madeText(const exchange::AnnotateOutcome& outcome) {
+  const size_t patterns = outcome.patterns.size();
+  const size_t lines = newLines(outcome.slots) + newLines(outcome.strips);
+  const size_t marks = outcome.created.size() - patterns - lines;
   const auto counted = [](size_t count, const char* what) {
     return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
   };
@@ -110,49 +112,60 @@ std::string madeText(const ZnRxCommandValue& result) {
          (lines ? " and " + counted(lines, "center line") : std::string());
 }
 
+// Holes of a drawing of our own are not moved unasked; that they could be is worth a word.
+void tellInexact(const AnnotateOptions& options, const Job& job, const Drawing& drawing, int inexact,
+                 const Console& console) {
+  if (inexact == 0 || options.align || drawing.import()) return;
+  console.note(fmt::format(
+      "{}: {} not exact enough for a pattern; --align 2 would move the holes by up to 2 % of "
+      "their radius",
+      job.input,
+      inexact == 1 ? "1 ring or row of holes is" : fmt::format("{} rings or rows of holes are", inexact)));
+}
+
+exchange::AnnotateWish wishOf(const AnnotateOptions& options, const Drawing& drawing) {
+  exchange::AnnotateWish wish;
+  wish.minRadius = options.minRadius;
+  wish.maxRadius = options.maxRadius;
+  wish.arcs = options.arcs;
+  wish.patterns = !options.noPatterns;
+  wish.centerLines = options.centerLines;
+  wish.strips = options.strips;
+  wish.align = options.align.value_or(drawing.import() ? kAlignImported : 0.0) / 100.0;
+  return wish;
+}
+
 bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& console, Json& report,
                  Failure& failure) {
   Drawing drawing;
   OutputBatch outputs;
-  CommandCall call;
-  call.arguments()[L"arcs"] = options.arcs;
-  if (options.minRadius) call.arguments()[L"minRadius"] = *options.minRadius;
-  if (options.maxRadius) call.arguments()[L"maxRadius"] = *options.maxRadius;
-  call.arguments()[L"patterns"] = !options.noPatterns;
-  call.arguments()[L"centerLines"] = options.centerLines;
-  call.arguments()[L"strips"] = options.strips;
+  exchange::AnnotateOutcome outcome;
   {
     Progress progress(job.input, console.isQuiet());
     progress.stage("reading");
     interchange::ReadOptions reading = options.import.readOptions();
     reading.withoutAnnotation = true;
     if (!drawing.open(job.input, reading, failure) || !applySettings(options, failure)) return false;
-    call.arguments()[L"align"] = options.align.value_or(drawing.import() ? kAlignImported : 0.0) / 100.0;
     progress.stage("marking centers");
+    CommandCall call;
     call.onProgress = [&progress](size_t done, size_t total) { progress.update(done, total); };
     std::string why;
-    if (!runCommand(kCommand, call, why)) return failure.set(job.input, 0, why);
+    if (!runCommand(kCommand, wishOf(options, drawing), call, outcome, why))
+      return failure.set(job.input, 0, why);
     progress.stage("writing");
-    if (!writeOutputs(drawing, job, createdMarks(drawing, call.result()), outputs, failure)) return false;
+    if (!writeOutputs(drawing, job, createdMarks(drawing, outcome), outputs, failure)) return false;
     std::string missing;
     if (!options.report.empty()) {
       report = drawingReport(drawing, missing, progress);
-      addPassedOver(job, call.result(), report);
-      for (const char* part : {"patterns", "holes", "slots", "strips"})
-        report[part] = toJson(call.result().at(ZnString::fromUtf8(part).view()));
+      addPassedOver(job, outcome, report);
+      addFinds(outcome, report);
     }
     if (!outputs.commit(failure)) return false;
   }
   tellImport(drawing, console);
-  console.note(job.input + ": " + madeText(call.result()));
-  const std::int64_t inexact = call.result().at(L"inexactPatterns").asInt();
-  if (inexact > 0 && !options.align && !drawing.import())
-    console.note(fmt::format(
-        "{}: {} not exact enough for a pattern; --align 2 would move the holes by up to 2 % of "
-        "their radius",
-        job.input,
-        inexact == 1 ? "1 ring or row of holes is" : fmt::format("{} rings or rows of holes are", inexact)));
-  if (tellFailures(job, call.result(), console)) return true;
+  console.note(job.input + ": " + madeText(outcome));
+  tellInexact(options, job, drawing, outcome.inexactPatterns, console);
+  if (tellFailures(job, outcome, console)) return true;
   return failure.set(job.input, 0, "some center objects could not be made");
 }
 
@@ -181,7 +194,7 @@ std::vector<std::string> outputsOf(const AnnotateOptions& options, const fs::pat
 bool planOutputs(const AnnotateOptions& options, Job& job, std::set<std::string>& taken, Failure& failure) {
   for (const std::string& output : options.outputs)
     if (!formatOf(output))
-      return failure.set(output, 0, "can't be written by its ending", "one of " + allEndings());
+      return failure.set(output, 0, "can't be written by its ending", "one of " + listOfEndings(isAny));
   job.outputs = outputsOf(options, job.input);
   for (const std::string& target : job.outputs)
     if (!taken.insert(fs::weakly_canonical(target).string()).second)

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "app/formats.h"
 #include "app/number_range.h"
 
 namespace app {
@@ -9,10 +10,10 @@ namespace app {
 void defineAnnotateOptions(CLI::App& command, AnnotateOptions& options) {
   // Larger circles are beyond what a drawing in any unit holds.
   constexpr double kLargestRadius = 1e12, kFullTurn = 360.0, kLargestAlign = 10.0;
-  command.add_option("INPUT", options.inputs, "Drawings: .bdoc, .tdoc or .svg")->required();
+  command.add_option("INPUT", options.inputs, "Drawings: " + namesOfEndings(isReadable))->required();
   command
       .add_option("-o,--output", options.outputs,
-                  "File to write: .bdoc, .tdoc, .svg, .pdf or .png; may be repeated")
+                  "File to write: " + namesOfEndings(isAny) + "; may be repeated")
       ->allow_extra_args(false);
   command.add_option("--out-dir", options.outDir,
                      "Folder for the results of several inputs, under their names");

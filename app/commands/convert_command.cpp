@@ -6,6 +6,7 @@
 #include "app/commands/command.h"
 #include "app/commands/notes.h"
 #include "app/drawing.h"
+#include "app/formats.h"
 #include "app/import_options.h"
 #include "app/output_batch.h"
 #include "app/progress.h"
@@ -55,8 +56,8 @@ constexpr const char* kExamples = "Examples:\n"
 void addConvertCommand(CLI::App& program, Console& console, Action& action) {
   auto options = std::make_shared<ConvertOptions>();
   CLI::App* command = program.add_subcommand("convert", "Write a drawing in another format");
-  command->add_option("INPUT", options->input, "Drawing: .bdoc, .tdoc or .svg")->required();
-  command->add_option("OUTPUT", options->output, "File: .bdoc, .tdoc, .svg, .pdf or .png")->required();
+  command->add_option("INPUT", options->input, "Drawing: " + namesOfEndings(isReadable))->required();
+  command->add_option("OUTPUT", options->output, "File: " + namesOfEndings(isAny))->required();
   addImportOptions(*command, options->import);
   command->footer(kExamples);
   command->callback(

@@ -6,6 +6,7 @@
 #include "app/commands/command.h"
 #include "app/commands/notes.h"
 #include "app/drawing_report.h"
+#include "app/formats.h"
 #include "app/import_options.h"
 #include "app/progress.h"
 
@@ -53,7 +54,7 @@ void addReportCommand(CLI::App& program, Console& console, Action& action) {
   auto options = std::make_shared<ReportOptions>();
   CLI::App* command =
       program.add_subcommand("report", "List a drawing's entities by class and its center objects");
-  command->add_option("DRAWING", options->input, "Drawing: .bdoc, .tdoc or .svg")->required();
+  command->add_option("DRAWING", options->input, "Drawing: " + namesOfEndings(isReadable))->required();
   command->add_flag("--json", options->asJson, "As JSON");
   addImportOptions(*command, options->import);
   command->footer(kExamples);

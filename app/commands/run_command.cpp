@@ -8,6 +8,7 @@
 #include "app/commands/command.h"
 #include "app/commands/notes.h"
 #include "app/drawing.h"
+#include "app/formats.h"
 #include "app/import_options.h"
 #include "app/output_batch.h"
 #include "app/progress.h"
@@ -83,7 +84,7 @@ void addRunCommand(CLI::App& program, Console& console, Action& action) {
   CLI::App* command = program.add_subcommand("run", "Run a script of drawing commands");
   command->add_option("SCRIPT", options->script, "Script")->required();
   command->add_option("DRAWING", options->drawing, "Drawing to work on; a new one without it");
-  command->add_option("-o,--output", options->outputs, "File to write: .bdoc, .tdoc, .svg, .pdf or .png")
+  command->add_option("-o,--output", options->outputs, "File to write: " + namesOfEndings(isAny))
       ->take_all()
       ->allow_extra_args(false);
   addImportOptions(*command, options->import);

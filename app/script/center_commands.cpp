@@ -5,22 +5,23 @@ namespace app {
 
 namespace {
 
-bool takeEdges(ScriptArguments& arguments, CommandCall& call) {
+bool takeEdges(ScriptArguments& arguments, exchange::CenterWish& wish) {
   do {
     ZnDbFullSubentPath path;
     ZnGePoint3d pick;
     bool isPicked = false;
     if (!arguments.pickedEdge(path, pick, isPicked)) return false;
-    call.arguments()[L"edges"].append(edgeValue(path));
-    call.arguments()[L"picks"].append(isPicked ? pointValue(pick) : ZnRxCommandValue());
+    wish.edges.push_back(edgeValue(path));
+    wish.picks.push_back(isPicked ? std::optional(pointValue(pick)) : std::nullopt);
   } while (arguments.left() > 0);
   return true;
 }
 
 bool make(ScriptSession& session, ScriptArguments& arguments, const wchar_t* name) {
-  CommandCall call;
-  if (!takeEdges(arguments, call) || !runFor(arguments, name, call)) return false;
-  noteCreated(session, call);
+  exchange::CenterWish wish;
+  exchange::CenterOutcome outcome;
+  if (!takeEdges(arguments, wish) || !runFor(arguments, name, wish, outcome)) return false;
+  noteCreated(session, outcome.created);
   return true;
 }
 
@@ -37,19 +38,21 @@ bool edgeExtension(ScriptSession& session, ScriptArguments& arguments) {
 }
 
 bool reassociate(ScriptSession&, ScriptArguments& arguments) {
-  CommandCall call;
+  exchange::CenterWish wish;
+  exchange::CenterOutcome outcome;
   ZnDbObjectId mark;
-  if (!arguments.entity(mark, Pick::kGeneratedFirst) || !takeEdges(arguments, call)) return false;
-  call.arguments()[L"objects"].append(handleText(mark.handle()));
-  return runFor(arguments, L"REASSOCIATE", call);
+  if (!arguments.entity(mark, Pick::kGeneratedFirst) || !takeEdges(arguments, wish)) return false;
+  wish.objects = {handleOf(mark)};
+  return runFor(arguments, L"REASSOCIATE", wish, outcome);
 }
 
 bool disassociate(ScriptSession&, ScriptArguments& arguments) {
-  CommandCall call;
+  exchange::CenterWish wish;
+  exchange::CenterOutcome outcome;
   std::vector<ZnDbObjectId> marks;
   if (!arguments.entities(marks, 0, Pick::kGeneratedFirst)) return false;
-  for (const ZnDbObjectId id : marks) call.arguments()[L"objects"].append(handleText(id.handle()));
-  return runFor(arguments, L"DISASSOCIATE", call);
+  for (const ZnDbObjectId id : marks) wish.objects.push_back(handleOf(id));
+  return runFor(arguments, L"DISASSOCIATE", wish, outcome);
 }
 
 constexpr ScriptCommand kCommands[] = {

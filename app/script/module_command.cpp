@@ -2,30 +2,22 @@
 
 namespace app {
 
-ZnRxCommandValue edgeValue(const ZnDbFullSubentPath& path) {
-  ZnRxCommandValue value = ZnRxCommandValue::object();
-  ZnRxCommandValue& handles = value[L"path"] = ZnRxCommandValue::array();
-  for (const ZnDbObjectId id : path.objectIds()) handles.append(handleText(id.handle()));
-  value[L"index"] = path.subentId().index();
-  return value;
+std::string handleOf(ZnDbObjectId object) { return handleText(object.handle()).utf8(); }
+
+exchange::Edge edgeValue(const ZnDbFullSubentPath& path) {
+  exchange::Edge edge;
+  for (const ZnDbObjectId id : path.objectIds()) edge.path.push_back(handleOf(id));
+  edge.index = static_cast<int>(path.subentId().index());
+  return edge;
 }
 
-ZnRxCommandValue pointValue(const ZnGePoint3d& point) {
-  ZnRxCommandValue value = ZnRxCommandValue::array();
-  for (const double coordinate : {point.x, point.y, point.z}) value.append(coordinate);
-  return value;
-}
+exchange::Point pointValue(const ZnGePoint3d& point) { return {point.x, point.y, point.z}; }
 
-bool runFor(ScriptArguments& arguments, const wchar_t* name, CommandCall& call) {
-  std::string why;
-  return runCommand(name, call, why) || arguments.fail(why);
-}
-
-void noteCreated(ScriptSession& session, const CommandCall& call) {
-  for (const ZnRxCommandValue& handle : call.result().at(L"created").items()) {
+void noteCreated(ScriptSession& session, const std::vector<std::string>& handles) {
+  for (const std::string& handle : handles) {
     ZnDbObjectId id;
-    if (session.database().getZnDbObjectId(id, false, handle.asString().asZnDbHandle()) == Quorl::eOk)
-      session.noteMade(id);
+    const ZnDbHandle number = ZnString::fromUtf8(handle).asZnDbHandle();
+    if (session.database().getZnDbObjectId(id, false, number) == Quorl::eOk) session.noteMade(id);
   }
 }
 

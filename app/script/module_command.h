@@ -3,17 +3,23 @@
 
 #include "app/center_module.h"
 #include "app/script/script_command.h"
+#include "exchange/center_commands.h"
 
 namespace app {
 
-// As modules' commands take edges: "path", the handles, and "index".
-ZnRxCommandValue edgeValue(const ZnDbFullSubentPath& path);
-ZnRxCommandValue pointValue(const ZnGePoint3d& point);
+std::string handleOf(ZnDbObjectId object);
+exchange::Edge edgeValue(const ZnDbFullSubentPath& path);
+exchange::Point pointValue(const ZnGePoint3d& point);
 
 // Runs the command; what it says against it is the line's failure.
-bool runFor(ScriptArguments& arguments, const wchar_t* name, CommandCall& call);
+template<class Wish, class Outcome>
+bool runFor(ScriptArguments& arguments, const wchar_t* name, const Wish& wish, Outcome& outcome) {
+  CommandCall call;
+  std::string why;
+  return runCommand(name, wish, call, outcome, why) || arguments.fail(why);
+}
 
-// Notes the handles of the result "created" as made by the line.
-void noteCreated(ScriptSession& session, const CommandCall& call);
+// Notes the objects of these handles as made by the line.
+void noteCreated(ScriptSession& session, const std::vector<std::string>& handles);
 
 } // namespace app

@@ -11,12 +11,10 @@ namespace {
 
 constexpr const char* kOnOrOff = "ON or OFF";
 
-// ON, OFF or, where it is allowed, AUTO, which leaves the argument away.
-bool takeSwitch(ScriptArguments& arguments, ZnRxCommandValue& value, bool autoAllowed) {
-  if (autoAllowed && arguments.keyword("AUTO")) {
-    value = ZnRxCommandValue();
-    return true;
-  }
+// ON, OFF or, where it is allowed, AUTO, which leaves it open.
+bool takeSwitch(ScriptArguments& arguments, std::optional<bool>& value, bool autoAllowed) {
+  value.reset();
+  if (autoAllowed && arguments.keyword("AUTO")) return true;
   const bool on = arguments.keyword("ON");
   if (!on && !arguments.keyword("OFF"))
     return arguments.failAtNext(autoAllowed ? "ON, OFF or AUTO" : kOnOrOff);
@@ -24,113 +22,101 @@ bool takeSwitch(ScriptArguments& arguments, ZnRxCommandValue& value, bool autoAl
   return true;
 }
 
-bool takeType(ScriptArguments& arguments, CommandCall& call) {
+bool takeType(ScriptArguments& arguments, exchange::PatternWish& wish) {
   const bool polar = arguments.keyword("POLAR");
   if (!polar && !arguments.keyword("LINEAR")) return arguments.failAtNext("POLAR or LINEAR");
-  call.arguments()[L"type"] = polar ? L"polar" : L"linear";
+  wish.type = polar ? "polar" : "linear";
   return true;
 }
 
-bool takeReference(ScriptArguments& arguments, CommandCall& call, bool noneAllowed) {
-  if (noneAllowed && arguments.keyword("NONE")) {
-    call.arguments()[L"reference"] = L"none";
-    return true;
-  }
+bool takeReference(ScriptArguments& arguments, exchange::PatternWish& wish, bool noneAllowed) {
+  wish.clearReference = noneAllowed && arguments.keyword("NONE");
+  if (wish.clearReference) return true;
   ZnDbFullSubentPath path;
   if (!arguments.edge(path)) return false;
-  call.arguments()[L"reference"] = edgeValue(path);
+  wish.reference = edgeValue(path);
   ZnGePoint3d pick;
   bool isThere = false;
   if (!arguments.pickPoint(pick, isThere)) return false;
-  if (isThere) call.arguments()[L"referencePick"] = pointValue(pick);
+  if (isThere) wish.referencePick = pointValue(pick);
   return true;
 }
 
-bool takeEdge(ScriptArguments& arguments, ZnRxCommandValue& edges) {
+bool takeEdge(ScriptArguments& arguments, std::vector<exchange::Edge>& edges) {
   ZnDbFullSubentPath path;
   if (!arguments.edge(path)) return false;
-  edges.append(edgeValue(path));
+  edges.push_back(edgeValue(path));
   return true;
 }
 
-// One option of those that making and previewing have; taken is false when the next word is none.
-bool takeOption(ScriptArguments& arguments, CommandCall& call, bool& taken) {
-  taken = true;
-  if (arguments.keyword("TYPE")) return takeType(arguments, call);
-  if (arguments.keyword("REF")) return takeReference(arguments, call, false);
-  if (arguments.keyword("FULL")) return takeSwitch(arguments, call.arguments()[L"full"], true);
-  if (arguments.keyword("MARK")) return takeSwitch(arguments, call.arguments()[L"centerMark"], false);
-  taken = false;
-  return true;
+// One option of those that making and previewing have, or else an edge.
+bool takeOptionOrEdge(ScriptArguments& arguments, exchange::PatternWish& wish) {
+  if (arguments.keyword("TYPE")) return takeType(arguments, wish);
+  if (arguments.keyword("REF")) return takeReference(arguments, wish, false);
+  if (arguments.keyword("FULL")) return takeSwitch(arguments, wish.full, true);
+  if (arguments.keyword("MARK")) return takeSwitch(arguments, wish.centerMark, false);
+  return takeEdge(arguments, wish.edges);
 }
 
-void noteOutcome(ScriptSession& session, const CommandCall& call) {
-  if (const std::int64_t added = call.result().at(L"added").asInt(); added > 0)
-    session.console().note(fmt::format("auto fill added {} {}", added, added == 1 ? "edge" : "edges"));
-  const char* what = call.result().at(L"ring").asBool()
-                         ? "does not lie on the ring: it has no mark in this pattern"
-                         : "stands beside the row: it has a mark, but no center line";
-  for (const ZnRxCommandValue& edge : call.result().at(L"outside").items())
-    session.console().note(fmt::format("#{} {}", edge.asString().utf8(), what));
+void noteOutcome(ScriptSession& session, const exchange::PatternOutcome& outcome) {
+  if (outcome.added > 0)
+    session.console().note(
+        fmt::format("auto fill added {} {}", outcome.added, outcome.added == 1 ? "edge" : "edges"));
+  const char* what = outcome.ring ? "does not lie on the ring: it has no mark in this pattern"
+                                  : "stands beside the row: it has a mark, but no center line";
+  for (const std::string& edge : outcome.outside) session.console().note(fmt::format("#{} {}", edge, what));
 }
 
 bool make(ScriptSession& session, ScriptArguments& arguments) {
-  CommandCall call;
+  exchange::PatternWish wish;
   do {
-    bool taken = false;
-    if (!takeOption(arguments, call, taken)) return false;
-    if (!taken && !takeEdge(arguments, call.arguments()[L"edges"])) return false;
+    if (!takeOptionOrEdge(arguments, wish)) return false;
   } while (arguments.left() > 0);
-  if (!runFor(arguments, L"CENTERPATTERN", call)) return false;
-  noteCreated(session, call);
-  noteOutcome(session, call);
+  exchange::PatternOutcome outcome;
+  if (!runFor(arguments, L"CENTERPATTERN", wish, outcome)) return false;
+  noteCreated(session, outcome.created);
+  noteOutcome(session, outcome);
   return true;
 }
 
-bool takeOvershoot(ScriptArguments& arguments, CommandCall& call) {
-  std::string key;
-  double start = 0.0, end = 0.0;
-  if (!arguments.text(key, "a center line's key, such as CenterLine-0-1-2") ||
-      !arguments.number(start, "an overshoot before the start") ||
-      !arguments.number(end, "an overshoot behind the end"))
-    return false;
-  ZnRxCommandValue& entry = call.arguments()[L"overshoots"].append(ZnRxCommandValue::object());
-  entry[L"key"] = ZnString::fromUtf8(key);
-  entry[L"start"] = start;
-  entry[L"end"] = end;
-  return true;
+bool takeOvershoot(ScriptArguments& arguments, exchange::PatternWish& wish) {
+  exchange::Overshoot& overshoot = wish.overshoots.emplace_back();
+  return arguments.text(overshoot.key, "a center line's key, such as CenterLine-0-1-2") &&
+         arguments.number(overshoot.start, "an overshoot before the start") &&
+         arguments.number(overshoot.end, "an overshoot behind the end");
 }
 
 bool edit(ScriptSession& session, ScriptArguments& arguments) {
-  CommandCall call;
+  exchange::PatternWish wish;
   ZnDbObjectId pattern;
   if (!arguments.entity(pattern, Pick::kGeneratedFirst)) return false;
-  call.arguments()[L"objects"].append(handleText(pattern.handle()));
-  const wchar_t* list = nullptr; // where edges go
+  wish.objects = {handleOf(pattern)};
+  std::vector<exchange::Edge>* edges = nullptr; // where edges go
   do {
     bool ok = true;
     if (arguments.keyword("ADD"))
-      list = L"add";
+      edges = &wish.add;
     else if (arguments.keyword("REMOVE"))
-      list = L"remove";
+      edges = &wish.remove;
     else if (arguments.keyword("CLEAR"))
-      call.arguments()[L"clear"] = true;
+      wish.clear = true;
     else if (arguments.keyword("REF"))
-      ok = takeReference(arguments, call, true);
+      ok = takeReference(arguments, wish, true);
     else if (arguments.keyword("FULL"))
-      ok = takeSwitch(arguments, call.arguments()[L"full"], false);
+      ok = takeSwitch(arguments, wish.full, false);
     else if (arguments.keyword("MARK"))
-      ok = takeSwitch(arguments, call.arguments()[L"centerMark"], false);
+      ok = takeSwitch(arguments, wish.centerMark, false);
     else if (arguments.keyword("OVERSHOOT"))
-      ok = takeOvershoot(arguments, call);
-    else if (list)
-      ok = takeEdge(arguments, call.arguments()[list]);
+      ok = takeOvershoot(arguments, wish);
+    else if (edges)
+      ok = takeEdge(arguments, *edges);
     else
       return arguments.failAtNext("ADD, REMOVE, CLEAR, REF, FULL, MARK or OVERSHOOT");
     if (!ok) return false;
   } while (arguments.left() > 0);
-  if (!runFor(arguments, L"CENTERPATTERN.EDIT", call)) return false;
-  noteOutcome(session, call);
+  exchange::PatternOutcome outcome;
+  if (!runFor(arguments, L"CENTERPATTERN.EDIT", wish, outcome)) return false;
+  noteOutcome(session, outcome);
   return true;
 }
 
@@ -139,26 +125,22 @@ bool centerPattern(ScriptSession& session, ScriptArguments& arguments) {
 }
 
 bool preview(ScriptSession& session, ScriptArguments& arguments) {
-  CommandCall call;
+  exchange::PatternWish wish;
   std::string file;
   if (!arguments.text(file, "a picture's name")) return false;
   const std::optional<Format> format = formatOf(file);
-  if (!format || *format == Format::kBdoc || *format == Format::kTdoc)
-    return arguments.fail(file + " is no picture", "a name that ends in .svg, .pdf or .png");
+  if (!format || !isPicture(*format))
+    return arguments.fail(file + " is no picture", "a name that ends in " + namesOfEndings(isPicture));
   do {
-    bool taken = false;
-    if (arguments.keyword("CURSOR")) {
-      ZnGePoint3d cursor;
-      if (!arguments.point(cursor)) return false;
-      call.arguments()[L"cursor"] = pointValue(cursor);
-      continue;
-    }
-    if (!takeOption(arguments, call, taken)) return false;
-    if (!taken && !takeEdge(arguments, call.arguments()[L"edges"])) return false;
+    ZnGePoint3d cursor;
+    const bool isCursor = arguments.keyword("CURSOR");
+    if (isCursor ? !arguments.point(cursor) : !takeOptionOrEdge(arguments, wish)) return false;
+    if (isCursor) wish.cursor = pointValue(cursor);
   } while (arguments.left() > 0);
-  if (!runFor(arguments, L"CENTERPATTERN.PREVIEW", call)) return false;
-  noteOutcome(session, call);
-  const PreviewEntities shown(session.database(), call.result());
+  exchange::PreviewOutcome outcome;
+  if (!runFor(arguments, L"CENTERPATTERN.PREVIEW", wish, outcome)) return false;
+  noteOutcome(session, outcome.pattern);
+  const PreviewEntities shown(session.database(), outcome);
   Failure failure;
   return session.savePicture(file, shown.entities(), failure) || arguments.fail(failure.text());
 }

@@ -9,55 +9,53 @@ namespace app {
 
 namespace {
 
-ZnGePoint3d pointOf(const ZnRxCommandValue& value) {
-  const ZnRxCommandValue::Array& items = value.items();
-  return items.size() == 3 ? ZnGePoint3d(items[0].asDouble(), items[1].asDouble(), items[2].asDouble())
-                           : ZnGePoint3d();
+ZnGePoint3d pointOf(const exchange::Point& value) { return {value[0], value[1], value[2]}; }
+
+std::unique_ptr<ZnDbEntity> entityOf(const exchange::PreviewCurve& curve) {
+  const exchange::Shape& shape = curve.shape;
+  if (shape.type == "line") return std::make_unique<ZnDbLine>(pointOf(shape.start), pointOf(shape.end));
+  const auto radians = [](const std::optional<double>& degrees) {
+    return degrees.value_or(0.0) * ZnGe::kPi / 180.0;
+  };
+  return std::make_unique<ZnDbArc>(pointOf(shape.center.value_or(exchange::Point{})),
+                                   pointOf(curve.normal.value_or(exchange::Point{})).asVector(),
+                                   shape.radius.value_or(0.0), radians(shape.startAngle),
+                                   radians(shape.endAngle));
 }
 
-std::unique_ptr<ZnDbEntity> entityOf(const ZnRxCommandValue& curve) {
-  const auto radians = [&](const wchar_t* name) { return curve.at(name).asDouble() * ZnGe::kPi / 180.0; };
-  if (curve.at(L"type").asString() == L"line")
-    return std::make_unique<ZnDbLine>(pointOf(curve.at(L"start")), pointOf(curve.at(L"end")));
-  return std::make_unique<ZnDbArc>(pointOf(curve.at(L"center")), pointOf(curve.at(L"normal")).asVector(),
-                                   curve.at(L"radius").asDouble(), radians(L"startAngle"),
-                                   radians(L"endAngle"));
-}
-
-ZnDbObjectId recordNamed(ZnDbObjectId tableId, const ZnString& name) {
+ZnDbObjectId recordNamed(ZnDbObjectId tableId, const std::string& name) {
   ZnDbHolder<ZnDbSymbolTable> table(tableId);
   ZnDbObjectId id;
-  if (table.isOpen()) table->getIdAt(name, id);
+  if (table.isOpen()) table->getIdAt(ZnString::fromUtf8(name), id);
   return id;
 }
 
 } // namespace
 
-PreviewEntities::PreviewEntities(const ZnDbDatabase& drawing, const ZnRxCommandValue& preview) {
-  for (const ZnRxCommandValue& curve : preview.at(L"curves").items()) {
+PreviewEntities::PreviewEntities(const ZnDbDatabase& drawing, const exchange::PreviewOutcome& preview) {
+  for (const exchange::PreviewCurve& curve : preview.curves) {
     ZnDbEntity& entity = *held_.emplace_back(entityOf(curve));
-    const ZnDbObjectId layer = recordNamed(drawing.layerTableId(), curve.at(L"layer").asString());
+    const ZnDbObjectId layer = recordNamed(drawing.layerTableId(), curve.layer);
     entity.setLayer(layer.isNull() ? scratch_.layerZero() : layer, true);
-    const ZnDbObjectId dashes = linetype(drawing, preview, curve.at(L"linetype").asString());
+    const ZnDbObjectId dashes = linetype(drawing, preview, curve.linetype);
     if (!dashes.isNull()) entity.setLinetype(dashes, true);
-    entity.setLinetypeScale(curve.at(L"linetypeScale").asDouble(1.0), true);
+    entity.setLinetypeScale(curve.linetypeScale, true);
   }
 }
 
-ZnDbObjectId PreviewEntities::linetype(const ZnDbDatabase& drawing, const ZnRxCommandValue& preview,
-                                       const ZnString& name) {
+ZnDbObjectId PreviewEntities::linetype(const ZnDbDatabase& drawing, const exchange::PreviewOutcome& preview,
+                                       const std::string& name) {
   ZnDbObjectId id = recordNamed(drawing.linetypeTableId(), name);
   if (id.isNull()) id = recordNamed(scratch_.linetypeTableId(), name);
   if (!id.isNull()) return id;
-  for (const ZnRxCommandValue& told : preview.at(L"linetypes").items()) {
-    if (!(told.at(L"name").asString() == name)) continue;
+  for (const exchange::PreviewLinetype& told : preview.linetypes) {
+    if (told.name != name) continue;
     ZnDbHolder<ZnDbLinetypeTableRecord> record(new ZnDbLinetypeTableRecord);
-    const ZnRxCommandValue::Array& dashes = told.at(L"dashes").items();
-    record->setName(name);
-    record->setDashCount(static_cast<int>(dashes.size()));
-    for (size_t i = 0; i < dashes.size(); ++i)
-      record->setDashLengthAt(static_cast<int>(i), dashes[i].asDouble());
-    record->setIsScaledToFit(told.at(L"scaledToFit").asBool());
+    record->setName(ZnString::fromUtf8(name));
+    record->setDashCount(static_cast<int>(told.dashes.size()));
+    for (size_t i = 0; i < told.dashes.size(); ++i)
+      record->setDashLengthAt(static_cast<int>(i), told.dashes[i]);
+    record->setIsScaledToFit(told.scaledToFit);
     ZnDbHolder<ZnDbLinetypeTable> table;
     if (table.openForWrite(scratch_.linetypeTableId()) == Quorl::eOk) table->add(id, record.object());
   }

@@ -4,9 +4,9 @@
 #include <memory>
 #include <vector>
 
+#include "exchange/center_commands.h"
 #include "quorl/db/core/database.h"
 #include "quorl/db/entity/entity.h"
-#include "quorl/rx/command_data.h"
 
 namespace app {
 
@@ -14,11 +14,12 @@ namespace app {
 // would be made with the object only, stands in a drawing of its own.
 class PreviewEntities {
 public:
-  PreviewEntities(const ZnDbDatabase& drawing, const ZnRxCommandValue& preview);
+  PreviewEntities(const ZnDbDatabase& drawing, const exchange::PreviewOutcome& preview);
   std::vector<const ZnDbEntity*> entities() const;
 
 private:
-  ZnDbObjectId linetype(const ZnDbDatabase& drawing, const ZnRxCommandValue& preview, const ZnString& name);
+  ZnDbObjectId linetype(const ZnDbDatabase& drawing, const exchange::PreviewOutcome& preview,
+                        const std::string& name);
 
   ZnDbDatabase scratch_;
   std::vector<std::unique_ptr<ZnDbEntity>> held_;

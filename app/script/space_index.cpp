@@ -2,11 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <unordered_map>
-#include <unordered_set>
-
-#include <boost/geometry.hpp>
-#include <boost/geometry/index/rtree.hpp>
 
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/table/block_table.h"
@@ -15,27 +10,13 @@ namespace app {
 
 namespace {
 
-namespace bg = boost::geometry;
-using Point = bg::model::point<double, 3, bg::cs::cartesian>;
-using Box = bg::model::box<Point>;
-using Item = std::pair<Box, ZnDbObjectId>;
-
-Point pointOf(const ZnGePoint3d& point) { return {point.x, point.y, point.z}; }
-
-ZnGeBoundBlock3d blockOf(const Box& box) {
-  const Point &low = box.min_corner(), &high = box.max_corner();
-  return {ZnGePoint3d(low.get<0>(), low.get<1>(), low.get<2>()),
-          ZnGePoint3d(high.get<0>(), high.get<1>(), high.get<2>())};
-}
+ZnGePlaceIndex3d::Box boxOf(const ZnGeBoundBlock3d& block) { return {block.min(), block.max()}; }
 
 // False for what has no box, or one that no order of distances could hold.
-bool boxOf(ZnDbObjectId id, Box& box) {
+bool extentsOf(ZnDbObjectId id, ZnGeBoundBlock3d& extents) {
   ZnDbHolder<ZnDbEntity> entity(id);
-  ZnGeBoundBlock3d extents;
-  if (!entity.isOpen() || entity->getGeomExtents(extents) != Quorl::eOk || extents.isEmpty()) return false;
-  if (!std::isfinite(extents.diagonal().length())) return false;
-  box = {pointOf(extents.min()), pointOf(extents.max())};
-  return true;
+  return entity.isOpen() && entity->getGeomExtents(extents) == Quorl::eOk && !extents.isEmpty() &&
+         std::isfinite(extents.diagonal().length());
 }
 
 struct Near {
@@ -48,13 +29,6 @@ struct Near {
 
 } // namespace
 
-struct SpaceIndex::Tree {
-  static constexpr size_t kMostInNode = 16;
-  bg::index::rtree<Item, bg::index::quadratic<kMostInNode>> items;
-  std::unordered_map<ZnDbObjectId, Box> boxes; // of what stands in the tree
-  std::unordered_set<ZnDbObjectId> unboxed;
-};
-
 SpaceIndex::SpaceIndex(ZnDbDatabase& database)
     : database_(database) {
   database_.addReactor(this);
@@ -63,7 +37,7 @@ SpaceIndex::SpaceIndex(ZnDbDatabase& database)
 SpaceIndex::~SpaceIndex() { database_.removeReactor(this); }
 
 void SpaceIndex::note(const ZnDbObject* object) {
-  if (tree_ && (object->isKindOf(ZnDbEntity::desc()) || object->isKindOf(ZnDbBlockTableRecord::desc())))
+  if (isBuilt_ && (object->isKindOf(ZnDbEntity::desc()) || object->isKindOf(ZnDbBlockTableRecord::desc())))
     changed_.push_back(object->objectId());
 }
 
@@ -91,12 +65,12 @@ std::vector<ZnDbObjectId> SpaceIndex::touched() const {
 }
 
 void SpaceIndex::bringUpToDate() {
-  if (!tree_ || space_ != database_.currentSpaceId()) return build();
+  if (!isBuilt_ || space_ != database_.currentSpaceId()) return build();
   if (changed_.empty()) return;
   const std::vector<ZnDbObjectId> ids = touched();
   changed_.clear();
-  // Packing a new tree costs less than moving most of the old one.
-  if (ids.size() > tree_->boxes.size() / 2) return build();
+  // Packing a new index costs less than moving most of the old one; and what has moved often leaves numbers.
+  if (ids.size() > index_.size() / 2 || placed_.size() > 2 * index_.size() + ids.size()) return build();
   for (const ZnDbObjectId id : ids) {
     remove(id);
     place(id);
@@ -104,64 +78,73 @@ void SpaceIndex::bringUpToDate() {
 }
 
 void SpaceIndex::build() {
-  tree_ = std::make_unique<Tree>();
+  isBuilt_ = true;
+  placed_.clear();
+  numbers_.clear();
+  unboxed_.clear();
+  index_ = ZnGePlaceIndex3d();
   changed_.clear();
   space_ = database_.currentSpaceId();
   ZnDbHolder<ZnDbBlockTableRecord> space(space_);
   if (!space.isOpen()) return;
-  std::vector<Item> items;
+  std::vector<ZnGePlaceIndex3d::Box> boxes;
   for (const ZnDbObjectId id : space->entityIds()) {
     if (id.isErased()) continue;
-    Box box;
-    if (boxOf(id, box))
-      items.emplace_back(box, id);
-    else
-      tree_->unboxed.insert(id);
+    ZnGeBoundBlock3d extents;
+    if (!extentsOf(id, extents)) {
+      unboxed_.insert(id);
+      continue;
+    }
+    boxes.push_back(boxOf(extents));
+    numbers_.emplace(id, static_cast<int>(placed_.size()));
+    placed_.push_back({id, extents});
   }
-  for (const auto& [box, id] : items) tree_->boxes.emplace(id, box);
-  tree_->items = decltype(tree_->items)(items);
+  index_ = ZnGePlaceIndex3d(boxes);
 }
 
 void SpaceIndex::remove(ZnDbObjectId id) {
-  tree_->unboxed.erase(id);
-  const auto found = tree_->boxes.find(id);
-  if (found == tree_->boxes.end()) return;
-  tree_->items.remove(Item(found->second, id));
-  tree_->boxes.erase(found);
+  unboxed_.erase(id);
+  const auto found = numbers_.find(id);
+  if (found == numbers_.end()) return;
+  index_.remove(boxOf(placed_[static_cast<size_t>(found->second)].extents), found->second);
+  numbers_.erase(found);
 }
 
 void SpaceIndex::place(ZnDbObjectId id) {
   ZnDbHolder<ZnDbEntity> entity(id);
   if (!entity.isOpen() || entity->ownerId() != space_) return;
-  Box box;
-  if (!boxOf(id, box)) {
-    tree_->unboxed.insert(id);
+  ZnGeBoundBlock3d extents;
+  if (!extentsOf(id, extents)) {
+    unboxed_.insert(id);
     return;
   }
-  tree_->boxes.emplace(id, box);
-  tree_->items.insert(Item(box, id));
+  const int number = static_cast<int>(placed_.size());
+  placed_.push_back({id, extents});
+  numbers_.emplace(id, number);
+  index_.insert(boxOf(extents), number);
 }
 
 double SpaceIndex::diagonal() {
   bringUpToDate();
-  return tree_->items.empty() ? 0.0 : blockOf(tree_->items.bounds()).diagonal().length();
+  const ZnGePlaceIndex3d::Box bounds = index_.bounds();
+  return bounds.lower.distanceTo(bounds.upper);
 }
 
 void SpaceIndex::visitNearest(const ZnGePoint3d& point, const Visitor& visitor) {
   bringUpToDate();
-  for (const ZnDbObjectId id : tree_->unboxed)
+  for (const ZnDbObjectId id : unboxed_)
     if (!visitor(id, 0.0)) return;
-  if (tree_->items.empty()) return;
-  // A query for the nearest of all, one after the other, would look at the whole tree: it prunes by their
+  // A query for the nearest of all, one after the other, would look at the whole index: it prunes by their
   // number only. So a few are asked for, and more while the visitor goes on.
   constexpr size_t kFirst = 8, kGrowth = 4;
-  const size_t all = tree_->items.size();
+  const size_t all = index_.size();
   size_t seen = 0;
   for (size_t count = kFirst; seen < all; count *= kGrowth) {
     std::vector<Near> found;
-    for (auto item = tree_->items.qbegin(bg::index::nearest(pointOf(point), static_cast<unsigned>(count)));
-         item != tree_->items.qend(); ++item)
-      found.push_back({blockOf(item->first).distanceTo(point), item->second});
+    for (const int number : index_.nearest(point, static_cast<int>(std::min(count, all)))) {
+      const Placed& placed = placed_[static_cast<size_t>(number)];
+      found.push_back({placed.extents.distanceTo(point), placed.id});
+    }
     std::sort(found.begin(), found.end());
     for (; seen < found.size(); ++seen)
       if (!visitor(found[seen].id, found[seen].distance)) return;

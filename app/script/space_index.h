@@ -2,12 +2,14 @@
 #pragma once
 
 #include <functional>
-#include <memory>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "quorl/db/core/database.h"
 #include "quorl/db/core/database_reactor.h"
 #include "quorl/ge/bound_block3d.h"
+#include "quorl/ge/place_index.h"
 
 namespace app {
 
@@ -31,7 +33,11 @@ public:
   void objectErased(ZnDbDatabase*, const ZnDbObject* object, bool) override { note(object); }
 
 private:
-  struct Tree;
+  struct Placed {
+    ZnDbObjectId id;
+    ZnGeBoundBlock3d extents;
+  };
+
   void note(const ZnDbObject* object);
   void bringUpToDate();
   void build();
@@ -41,7 +47,11 @@ private:
 
   ZnDbDatabase& database_;
   ZnDbObjectId space_;
-  std::unique_ptr<Tree> tree_; // null before the first question
+  bool isBuilt_ = false; // at the first question
+  ZnGePlaceIndex3d index_;
+  std::vector<Placed> placed_;                    // by number in the index
+  std::unordered_map<ZnDbObjectId, int> numbers_; // of what stands in the index
+  std::unordered_set<ZnDbObjectId> unboxed_;
   std::vector<ZnDbObjectId> changed_;
 };
 

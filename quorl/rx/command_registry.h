@@ -3,24 +3,28 @@
 
 #include <functional>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "quorl/base/error_status.h"
 #include "quorl/base/string.h"
-#include "quorl/rx/command_data.h"
 
-// What passes between a running command and its caller. A command works on the working drawing.
+// What passes between a running command and its caller: plain values, so that neither side needs to know the
+// other's classes. Texts are UTF-8, objects of a drawing are named by handle, members keep their order. A
+// command works on the working drawing.
 class ZnRxCommandContext {
 public:
   virtual ~ZnRxCommandContext() = default;
 
-  // By name, as the command documents them.
-  ZnRxCommandValue& arguments() { return arguments_; }
-  const ZnRxCommandValue& arguments() const { return arguments_; }
-  ZnRxCommandValue& result() { return result_; }
-  const ZnRxCommandValue& result() const { return result_; }
+  using Value = nlohmann::ordered_json;
+
+  // By name, as the command documents them; null when there is nothing to say.
+  Value& arguments() { return arguments_; }
+  const Value& arguments() const { return arguments_; }
+  Value& result() { return result_; }
+  const Value& result() const { return result_; }
 
   // Why the command failed, in one sentence without a full stop; hands the status on.
   Quorl::ErrorStatus fail(Quorl::ErrorStatus status, const ZnString& message) {
@@ -33,7 +37,7 @@ public:
   virtual void progress(size_t /*done*/, size_t /*total*/) {}
 
 private:
-  ZnRxCommandValue arguments_, result_;
+  Value arguments_, result_;
   ZnString message_;
 };
 

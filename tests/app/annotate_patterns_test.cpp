@@ -142,23 +142,4 @@ TEST(AnnotateAgain, TheSameDocumentIsNotMarkedTwice) {
   EXPECT_EQ(folder.read("in.svg"), once);
 }
 
-TEST(AnnotateSlots, MarksLieAlongTheSlot) {
-  const ProgramFolder folder;
-  // Both ways round, since arcs that run clockwise have their normals downwards.
-  folder.write("in.svg",
-               sheet("<g transform='rotate(-30 90 88)'><rect x='60' y='80' width='60' height='16' rx='8'/>"
-                     "<path d='M70 120 A8 8 0 0 0 70 136 H110 A8 8 0 0 0 110 120 Z'/></g>"));
-  ASSERT_EQ(folder.run("quorl annotate in.svg -o a.bdoc --center-lines --report report.json").exitCode, 0);
-  const Json report = Json::parse(folder.read("report.json"), nullptr, false);
-  int marks = 0;
-  for (const Json& center : report["centers"]) {
-    if (center["kind"] != "CENTERMARK") continue;
-    ++marks;
-    const Json& rows = center["transform"];
-    const double angle = std::atan2(rows[1][0].get<double>(), rows[0][0].get<double>());
-    EXPECT_NEAR(std::remainder(angle - std::numbers::pi / 6, std::numbers::pi / 2), 0.0, 1e-6);
-  }
-  EXPECT_EQ(marks, 4);
-}
-
 } // namespace

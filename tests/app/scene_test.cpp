@@ -1,5 +1,6 @@
-// Each folder of tests/scenes is a scene: a script, a note of what it shows, and the dump of the drawing that
-// it leaves. A scene that fails leaves its actual dump and picture beside the expected one.
+// Each folder of tests/scenes is a scene: a script, or a picture that annotate is given, a note of what it
+// shows, and the dump of the drawing that it leaves. A scene that fails leaves its actual dump and picture
+// beside the expected one.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -31,8 +32,10 @@ TEST_P(Scene, EndsAsExpected) {
   const fs::path scene = GetParam();
   ASSERT_TRUE(fs::exists(scene / "note.txt"));
   const ProgramFolder folder;
-  const std::string script = "'" + (scene / "script.quorl").string() + "'";
-  const ProgramRun run = folder.run("quorl run " + script + " -o a.bdoc -o a.svg");
+  const fs::path drawing = scene / "drawing.svg";
+  const std::string command = fs::exists(drawing) ? "annotate --center-lines '" + drawing.string() + "'"
+                                                  : "run '" + (scene / "script.quorl").string() + "'";
+  const ProgramRun run = folder.run("quorl " + command + " -o a.bdoc -o a.svg");
   ASSERT_EQ(run.exitCode, 0) << run.err;
   const std::string actual = folder.run("quorl report a.bdoc").out;
   const bool same = actual == contentOf(scene / "expected.txt");

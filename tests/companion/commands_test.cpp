@@ -14,7 +14,7 @@
 
 namespace {
 
-using Value = ZnRxCommandValue;
+using Value = ZnRxCommandContext::Value;
 
 const ZnString kModule = ZnString::fromUtf8(QUORL_BIN_DIR "/ZnDbTorvi.lyx");
 const wchar_t* const kNames[] = {
@@ -38,13 +38,10 @@ struct CompanionCommands : testing::Test {
     ZnDbObjectId id;
     EXPECT_EQ(space.openForWrite(database->modelSpaceId()), Quorl::eOk);
     EXPECT_EQ(space->appendZnDbEntity(id, entity), Quorl::eOk);
-    return handleText(id.handle());
+    return handleText(id.handle()).utf8();
   }
   static Value edge(const Value& handle, int index = 0) {
-    Value value;
-    value[L"path"].append(handle);
-    value[L"index"] = index;
-    return value;
+    return {{"path", Value::array({handle})}, {"index", index}};
   }
   static Quorl::ErrorStatus run(const wchar_t* name, ZnRxCommandContext& context) {
     const ZnRxCommand* command = ZnRxCommandRegistry::instance().find(name);
@@ -78,61 +75,60 @@ TEST_F(CompanionCommands, RefuseWhatMakesNoSenseAndChangeNothing) {
   const Value circle = add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 5));
   const Value point = add(new ZnDbCircle({9, 0, 0}, ZnGeVector3d::kZAxis, 0));
   const Value line = add(new ZnDbLine({0, 0, 0}, {5, 0, 0}));
-  Value none, emptyPath;
-  emptyPath[L"path"] = Value::array();
+  const Value none, emptyPath = {{"path", Value::array()}};
   const struct {
     const wchar_t* name;
-    const wchar_t* argument;
+    const char* argument;
     Value value;
     Quorl::ErrorStatus status;
   } cases[] = {
-      {L"CENTERMARK", L"edges", none, Quorl::eNoInputEdges},
-      {L"CENTERMARK", L"edges", Value(3), Quorl::eNoInputEdges},
-      {L"CENTERMARK", L"edges", edge(circle), Quorl::eNoInputEdges}, // not in a list
-      {L"CENTERMARK", L"edges[]", edge(circle, 1), Quorl::eInvalidInput},
-      {L"CENTERMARK", L"edges[]", edge(circle, -1), Quorl::eInvalidInput},
-      {L"CENTERMARK", L"edges[]", edge(L"FFFF"), Quorl::eInvalidInput},
-      {L"CENTERMARK", L"edges[]", edge(L"no handle"), Quorl::eInvalidInput},
-      {L"CENTERMARK", L"edges[]", edge(L"1"), Quorl::eInvalidInput}, // a table
-      {L"CENTERMARK", L"edges[]", emptyPath, Quorl::eInvalidInput},
-      {L"CENTERMARK", L"edges[]", edge(line), Quorl::eInvalidInput},
-      {L"CENTERMARK", L"edges[]", edge(point), Quorl::eInvalidInput},
-      {L"CENTERLINE", L"edges", none, Quorl::eNoInputEdges},
-      {L"CENTERLINE", L"edges[]", edge(line), Quorl::eInvalidInput}, // one is not enough
-      {L"EDGEEXTENSION", L"edges[]", edge(circle), Quorl::eInvalidInput},
-      {L"REASSOCIATE", L"objects", none, Quorl::eNothingToDo},
-      {L"REASSOCIATE", L"objects[]", circle, Quorl::eInvalidInput},
-      {L"DISASSOCIATE", L"objects", none, Quorl::eNothingToDo},
-      {L"DISASSOCIATE", L"objects[]", circle, Quorl::eInvalidInput},
-      {L"DISASSOCIATE", L"objects[]", Value(7), Quorl::eInvalidInput},
-      {L"CENTERPATTERN", L"edges[]", edge(line), Quorl::eInvalidInput},
-      {L"CENTERPATTERN", L"type", L"round", Quorl::eInvalidInput},
-      {L"CENTERPATTERN", L"reference", edge(L"FFFF"), Quorl::eInvalidInput},
-      {L"CENTERPATTERN.EDIT", L"objects[]", circle, Quorl::eInvalidInput},
-      {L"CENTERPATTERN.PREVIEW", L"edges", none, Quorl::eNoInputEdges},
-      {L"TORVI.ANNOTATE", L"minRadius", -1.0, Quorl::eInvalidInput},
-      {L"TORVI.ANNOTATE", L"maxRadius", -1.0, Quorl::eInvalidInput},
-      {L"TORVI.ANNOTATE", L"arcs", 361.0, Quorl::eInvalidInput},
-      {L"TORVI.ANNOTATE", L"arcs", -1.0, Quorl::eInvalidInput},
+      {L"CENTERMARK", "none", none, Quorl::eNoInputEdges},
+      {L"CENTERMARK", "edges", Value(3), Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges", edge(circle), Quorl::eInvalidInput}, // not in a list
+      {L"CENTERMARK", "edges[]", edge(circle, 1), Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges[]", edge(circle, -1), Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges[]", edge("FFFF"), Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges[]", edge("no handle"), Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges[]", edge("1"), Quorl::eInvalidInput}, // a table
+      {L"CENTERMARK", "edges[]", emptyPath, Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges[]", edge(line), Quorl::eInvalidInput},
+      {L"CENTERMARK", "edges[]", edge(point), Quorl::eInvalidInput},
+      {L"CENTERLINE", "none", none, Quorl::eNoInputEdges},
+      {L"CENTERLINE", "edges[]", edge(line), Quorl::eInvalidInput}, // one is not enough
+      {L"EDGEEXTENSION", "edges[]", edge(circle), Quorl::eInvalidInput},
+      {L"REASSOCIATE", "none", none, Quorl::eNothingToDo},
+      {L"REASSOCIATE", "objects[]", circle, Quorl::eInvalidInput},
+      {L"DISASSOCIATE", "none", none, Quorl::eNothingToDo},
+      {L"DISASSOCIATE", "objects[]", circle, Quorl::eInvalidInput},
+      {L"DISASSOCIATE", "objects[]", Value(7), Quorl::eInvalidInput},
+      {L"CENTERPATTERN", "edges[]", edge(line), Quorl::eInvalidInput},
+      {L"CENTERPATTERN", "type", "round", Quorl::eInvalidInput},
+      {L"CENTERPATTERN", "reference", edge("FFFF"), Quorl::eInvalidInput},
+      {L"CENTERPATTERN.EDIT", "objects[]", circle, Quorl::eInvalidInput},
+      {L"CENTERPATTERN.PREVIEW", "none", none, Quorl::eNoInputEdges},
+      {L"TORVI.ANNOTATE", "minRadius", -1.0, Quorl::eInvalidInput},
+      {L"TORVI.ANNOTATE", "maxRadius", -1.0, Quorl::eInvalidInput},
+      {L"TORVI.ANNOTATE", "arcs", 361.0, Quorl::eInvalidInput},
+      {L"TORVI.ANNOTATE", "arcs", -1.0, Quorl::eInvalidInput},
   };
   const size_t before = database->objectCount();
   for (const auto& row : cases) {
     ZnRxCommandContext context;
-    const ZnString argument(row.argument);
-    if (argument.last() == L']')
-      context.arguments()[argument.left(argument.length() - 2)].append(row.value);
+    const std::string argument(row.argument);
+    if (argument.back() == ']')
+      context.arguments()[argument.substr(0, argument.size() - 2)].push_back(row.value);
     else
       context.arguments()[argument] = row.value;
-    EXPECT_EQ(run(row.name, context), row.status) << ZnString(row.name).utf8() << " " << argument.utf8();
+    EXPECT_EQ(run(row.name, context), row.status) << ZnString(row.name).utf8() << " " << argument;
     EXPECT_FALSE(context.message().isEmpty());
-    EXPECT_EQ(database->objectCount(), before) << argument.utf8() << ": " << context.message().utf8();
+    EXPECT_EQ(database->objectCount(), before) << argument << ": " << context.message().utf8();
   }
 }
 
 TEST_F(CompanionCommands, AllMarksOfACallAreMadeOrNone) {
   ZnRxCommandContext context;
-  context.arguments()[L"edges"].append(edge(add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 5))));
-  context.arguments()[L"edges"].append(edge(add(new ZnDbLine({0, 0, 0}, {5, 0, 0}))));
+  context.arguments()["edges"] = {edge(add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 5))),
+                                  edge(add(new ZnDbLine({0, 0, 0}, {5, 0, 0})))};
   const size_t before = database->objectCount();
   EXPECT_EQ(run(L"CENTERMARK", context), Quorl::eInvalidInput);
   EXPECT_EQ(database->objectCount(), before);
@@ -146,7 +142,7 @@ TEST_F(CompanionCommands, AnnotateTellsItsProgress) {
   } context;
   for (int i = 0; i < 3; ++i) add(new ZnDbCircle({20.0 * i * i, 0, 0}, ZnGeVector3d::kZAxis, 5));
   ASSERT_EQ(run(L"TORVI.ANNOTATE", context), Quorl::eOk);
-  EXPECT_EQ(context.result().at(L"created").items().size(), 3u);
+  EXPECT_EQ(context.result().at("created").size(), 3u);
   EXPECT_EQ(context.calls, (std::vector<std::pair<size_t, size_t>>{{1, 3}, {2, 3}, {3, 3}}));
   EXPECT_TRUE(database->audit(false).empty());
 }

@@ -71,6 +71,8 @@ TEST(Slots, WhatIsOneAndWhatIsNot) {
       {"a groove", sides + "0,-3 50,-3 50,3 0,3", ends + "50 3 -90 90 0 3 90 270", {50}},
       {"drawn twice", sides + sides, ends + ends, {50}},
       {"waisted", sides, "50 5 90 270 0 5 -90 90", {}},
+      {"ends to the same side", sides, "50 5 -90 90 0 5 -90 90", {}},
+      {"quarters drawn twice", "0,-5 50,-5 0,-5 50,-5", "50 5 -90 0 50 5 -90 0 0 5 180 270 0 5 180 270", {}},
       {"one end open", sides, "50 5 -90 90", {}},
       {"one side missing", "0,-5 50,-5", ends, {}},
       {"less than half circles", sides, "50 5 -90 90 0 5 90 260", {}},

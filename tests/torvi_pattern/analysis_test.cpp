@@ -1,4 +1,6 @@
 // What a pattern's analysis makes of a set of holes.
+#include "torvi/pattern/analysis.h"
+
 #include <rapidcheck.h>
 
 #include <algorithm>
@@ -7,25 +9,26 @@
 
 namespace {
 
-// An analysis without an object.
-class LooseLayout : public ZnDbCenterMarkPatternLayout {
-public:
-  explicit LooseLayout(CenterMarkPatternType type, const ZnDbEdgeRef& reference = {}, double pick = -1.0)
-      : ZnDbCenterMarkPatternLayout(type, reference, pick, false, true, true) {}
-
+class PatternAnalysis : public PatternTest {
+protected:
+  static ZnPatternQuestion ask(CenterMarkPatternType type, const Holes& holes) {
+    ZnPatternQuestion question;
+    question.patternType = type;
+    question.autoFullPcd = true;
+    for (const Hole& hole : holes)
+      question.circles.append(ZnGeCircArc3d({hole.x, hole.y, 0}, ZnGeVector3d::kZAxis, hole.radius));
+    return question;
+  }
   // Type, chain, and whether it is closed, in words.
-  std::string read(const ZnArray<ZnDbEdgeRef>& edges) {
-    if (!loadCircles(edges) || !analysePattern()) return "no";
+  static std::string read(const ZnPatternAnalysis& found) {
+    if (!found.isPattern) return "no";
     constexpr const char* kNames[] = {"open", "ring", "row"};
-    std::string text = kNames[patternType()];
-    EXPECT_EQ(majorCurves().length(), memberChains().length());
-    for (const ZnArray<int>& chain : memberChains())
-      for (const int index : chain) text += " " + std::to_string(index);
-    return text + (fullPcd() ? " closed" : "");
+    std::string text = kNames[found.patternType];
+    EXPECT_EQ(found.line() || found.pitchCircle(), !found.memberChain.isEmpty());
+    for (const int index : found.memberChain) text += " " + std::to_string(index);
+    return text + (found.fullPcd ? " closed" : "");
   }
 };
-
-class PatternAnalysis : public PatternTest {};
 
 TEST_F(PatternAnalysis, FindsTypeAndChain) {
   struct {
@@ -57,20 +60,23 @@ TEST_F(PatternAnalysis, FindsTypeAndChain) {
       {"grid as rows", {{0, 0}, {9, 0}, {18, 0}, {0, 7}, {9, 7}, {18, 7}}, kRow, "row 0 1 2"},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(LooseLayout(row.given).read(edgesOf(addHoles(row.holes))), row.reading) << row.what;
+    EXPECT_EQ(read(analysePattern(ask(row.given, row.holes))), row.reading) << row.what;
 }
 
 TEST_F(PatternAnalysis, AReferenceEdgeOverridesTheVote) {
-  const auto line = [&](double x, double y, double z) { return edgeOf(addLine({0, 0, z}, {x, y, 0})); };
-  const auto arc = [&](double from, double to) {
-    return edgeOf(addArc({0, 0, 0}, 30, from * kDegree, to * kDegree));
+  using Curve = std::shared_ptr<ZnGeCurve3d>;
+  const auto line = [](double x, double y, double z) {
+    return Curve(new ZnGeLineSeg3d(ZnGePoint3d(0, 0, z), ZnGePoint3d(x, y, 0)));
+  };
+  const auto arc = [](double from, double to) {
+    return Curve(new ZnGeCircArc3d({0, 0, 0}, {0, 0, 1}, {1, 0, 0}, 30, from * kDegree, to * kDegree));
   };
   const Holes half = onArc({0, 0}, 30, 0, 45, 5), rows = {{0, 0}, {10, 0}, {20, 0}, {0, 9}, {3, 12}};
   struct {
     const char* what;
     Holes holes;
     CenterMarkPatternType given;
-    ZnDbEdgeRef reference;
+    Curve reference;
     double pick; // degrees
     int kind;
     const char* reading;
@@ -89,9 +95,17 @@ TEST_F(PatternAnalysis, AReferenceEdgeOverridesTheVote) {
       {"picked behind the full turn", half, kNone, arc(300, 350), 40, 1, "ring 1 2 3 4 0 closed"},
   };
   for (const auto& row : cases) {
-    LooseLayout layout(row.given, row.reference, row.pick < 0.0 ? -1.0 : row.pick * kDegree);
-    EXPECT_EQ(layout.read(edgesOf(addHoles(row.holes))), row.reading) << row.what;
-    EXPECT_EQ(layout.referenceKind(), row.kind) << row.what;
+    ZnPatternQuestion question = ask(row.given, row.holes);
+    question.hasReferenceEdge = true;
+    question.referenceCurve = row.reference.get();
+    question.referencePickParam = row.pick < 0.0 ? -1.0 : row.pick * kDegree;
+    for (const bool optional : {true, false}) {
+      question.isReferenceEdgeOptional = optional;
+      const ZnPatternAnalysis found = analysePattern(question);
+      EXPECT_EQ(read(found), optional || row.kind != 0 ? row.reading : "no") << row.what;
+      EXPECT_EQ(found.reference.kind, row.kind) << row.what;
+      EXPECT_EQ(found.dropsReferenceEdge, row.kind == 0) << row.what;
+    }
   }
 }
 
@@ -101,29 +115,32 @@ TEST_F(PatternAnalysis, WhatIsNoHoleOfThePlaneKeepsItsPlaceAndTakesNoPart) {
   edges[1] = edgeOf(addLine({10, 0, 0}, {11, 1, 0}));
   edges[2] = edgeOf(addCircle({20, 0, 5}, 1));
   erase(holes[3]);
-  EXPECT_EQ(LooseLayout(kNone).read(edges), "row 0 4");
-  EXPECT_FALSE(LooseLayout(kNone).allCirclesOnChains(edges));
-  EXPECT_TRUE(LooseLayout(kNone).allCirclesOnChains({edges[0], edges[4]}));
-  EXPECT_FALSE(LooseLayout(kNone).loadCircles({edges[1]}));
+  const auto layout = [] { return ZnDbCenterMarkPatternLayout(ZnDbObjectId()); };
+  ZnDbCenterMarkPatternLayout row = layout();
+  EXPECT_FALSE(row.allCirclesOnChains(edges));
+  EXPECT_TRUE(row.circleCount() == 5 && row.patternType() == kRow && row.referenceKind() == 0);
+  EXPECT_TRUE(row.memberChains() == (ZnArray<ZnArray<int>>{{0, 4}}));
+  EXPECT_TRUE(layout().allCirclesOnChains({edges[0], edges[4]}));
+  EXPECT_FALSE(layout().loadCircles({edges[1]}));
 }
 
 // The chain is the holes by their angle about the normal, broken in the largest gap, wherever and however the
 // plane lies in space.
 TEST_F(PatternAnalysis, ARingIsOrderedByAngleFromItsLargestGap) {
-  EXPECT_TRUE(rc::check([this] {
+  EXPECT_TRUE(rc::check([] {
     const auto steps = *rc::gen::unique<std::vector<int>>(*rc::gen::inRange(4, 11), rc::gen::inRange(0, 72));
     const auto number = [](int from, int to) { return *rc::gen::inRange(from * 10, to * 10) / 10.0; };
     const double side = *rc::gen::element(1.0, -1.0), radius = number(10, 200);
     const ZnGeMatrix3d toSpace =
         ZnGeMatrix3d::rotation(number(0, 6), ZnGeVector3d(1, number(-2, 2), 2).normal()) *
         ZnGeMatrix3d::translation({number(-90, 90), number(-90, 90), number(-9, 9)});
-    Ids holes;
+    ZnPatternQuestion question = ask(kRing, {});
     std::vector<int> order;
     for (const int step : steps) {
       order.push_back(static_cast<int>(order.size()));
       const Hole hole = onArc({0, 0}, radius, side * 5.0 * step, 0.0, 1)[0];
-      holes.push_back(
-          addCircle(toSpace * ZnGePoint3d(hole.x, hole.y, 0), 0.3, toSpace * ZnGeVector3d(0, 0, side)));
+      question.circles.append(
+          ZnGeCircArc3d(toSpace * ZnGePoint3d(hole.x, hole.y, 0), toSpace * ZnGeVector3d(0, 0, side), 0.3));
     }
     const auto stepOf = [&](size_t at) { return steps[static_cast<size_t>(order[at % order.size()])]; };
     std::sort(order.begin(), order.end(), [&](int a, int b) { return steps[size_t(a)] < steps[size_t(b)]; });
@@ -135,11 +152,10 @@ TEST_F(PatternAnalysis, ARingIsOrderedByAngleFromItsLargestGap) {
     std::string reading = "ring";
     for (size_t i = 0; i < order.size(); ++i)
       reading += " " + std::to_string(order[(gaps[0].second + i) % order.size()]);
-    LooseLayout layout(kRing);
-    RC_ASSERT(layout.read(edgesOf(holes)) == reading + (gaps[0].first <= 24 ? " closed" : ""));
-    const auto& pitch = static_cast<const ZnGeCircArc3d&>(*layout.majorCurves().first());
-    RC_ASSERT(near(pitch.center(), toSpace * ZnGePoint3d()));
-    RC_ASSERT(std::fabs(pitch.radius() - radius) < 1e-8);
+    const ZnPatternAnalysis found = analysePattern(question);
+    RC_ASSERT(read(found) == reading + (gaps[0].first <= 24 ? " closed" : ""));
+    RC_ASSERT(near(found.pitchCircle()->center(), toSpace * ZnGePoint3d()));
+    RC_ASSERT(std::fabs(found.pitchCircle()->radius() - radius) < 1e-8);
   }));
 }
 

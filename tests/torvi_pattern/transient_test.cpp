@@ -103,6 +103,9 @@ TEST_F(PatternPreview, AnEditedRowReachesByItsOwnOvershoots) {
     Layout layout = layoutOf(kRow);
     layout.setCenterObject(row.edited);
     EXPECT_EQ(show(std::move(layout), row.edges, ZnGePoint3d(row.cursor, 0.0, 0.0))[row.key], row.piece);
+    // The keys under which its overshoots are kept; a chain with the ghost where it has none.
+    EXPECT_TRUE(layout.centerLineKeys().first() ==
+                (row.edited == id ? L"CenterLine-0-1-2" : L"CenterLine-0-1"));
   }
 }
 

@@ -2,5 +2,4 @@
 #pragma once
 
 #include "quorl/db/core/transaction.h"
-#include "quorl/rx/command_data.h"
 #include "quorl/rx/command_registry.h"

@@ -1,10 +1,16 @@
 // What a pattern's layout does as a layout: reading the object, evaluation, keys and entities.
 #include "torvi/pattern/layout.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "torvi/centermark/block_sync.h"
 #include "torvi/core/action_body_utils.h"
+#include "torvi/drawing/blocks.h"
 #include "torvi/drawing/linetypes.h"
+#include "torvi/pattern/drawing.h"
 #include "torvi/pattern/object_wrapper.h"
+#include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
 using Body = ZnDbCenterMarkPatternActionBody;
@@ -13,26 +19,19 @@ ZnDbCenterMarkPatternLayout::ZnDbCenterMarkPatternLayout(ZnDbObjectId centerObje
     : ZnDbTorviLayout(centerObject) {
   const WrapperPointer& pattern = wrapper();
   if (pattern.openStatus() != Quorl::eOk) return;
-  patternType_ = pattern->getCenterPatternType();
-  pattern->getReferenceEdge(referenceEdge_, referencePickParam_);
-  fullPitchCircle_ = pattern->isFullPCD();
-  showPitchCenterMark_ = pattern->showCenterMark();
+  settings_.patternType = pattern->getCenterPatternType();
+  pattern->getReferenceEdge(settings_.referenceEdge, settings_.referencePickParam);
+  settings_.fullPcd = pattern->isFullPCD();
+  settings_.showPitchCenterMark = pattern->showCenterMark();
 }
 
 ZnDbCenterMarkPatternLayout::ZnDbCenterMarkPatternLayout(CenterMarkPatternType type,
                                                          const ZnDbEdgeRef& referenceEdge, double pickParam,
                                                          bool fullPcd, bool showCenterMark, bool autoFullPcd)
     : ZnDbTorviLayout(ZnDbObjectId())
-    , patternType_(type)
-    , referenceEdge_(referenceEdge)
-    , referencePickParam_(pickParam)
-    , fullPitchCircle_(fullPcd)
-    , showPitchCenterMark_(showCenterMark)
-    , autoFullPitchCircle_(autoFullPcd) {}
+    , settings_{type, referenceEdge, pickParam, fullPcd, showCenterMark, autoFullPcd} {}
 
-ZnDbCenterMarkPatternLayout::~ZnDbCenterMarkPatternLayout() {
-  ZnDbTorviActionBodyUtils::deleteCurves(majorCurves_);
-}
+ZnDbCenterMarkPatternLayout::~ZnDbCenterMarkPatternLayout() = default;
 
 void ZnDbCenterMarkPatternLayout::setCenterObject(ZnDbObjectId id) {
   centerObject_ = id;
@@ -57,9 +56,10 @@ ErrorStatus ZnDbCenterMarkPatternLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>&
   }
   if (const ErrorStatus status = loadPattern(); status != Quorl::eOk) return status;
   if (const ErrorStatus status = syncStoredCenterLineKey(); status != Quorl::eOk) return status;
-  if (patternType_ == kCenterPatternPolar) cacheAxisMembers();
-  generatePattern(curves, keys);
-  appendMajorCurves(curves, keys);
+  if (settings_.patternType == kCenterPatternPolar) cacheAxisMembers();
+  const ZnPatternDrawing drawing = drawingInBlock(curves, keys);
+  drawing.generate(curves, keys);
+  drawing.appendMajorCurves(centerLineKeys_.isEmpty() ? ZnString() : centerLineKeys_.first(), curves, keys);
   return Quorl::eOk;
 }
 
@@ -92,23 +92,19 @@ ErrorStatus ZnDbCenterMarkPatternLayout::keepLinearDirection() {
   if (pattern.openStatus() != Quorl::eOk) return pattern.openStatus();
   if (const ErrorStatus status = pattern->getCenterLineDependencyKeys(centerLineKeys_); status != Quorl::eOk)
     return status;
-  if (patternType_ != kCenterPatternLinear || centerLineKeys_.isEmpty() || majorCurves_.isEmpty())
-    return Quorl::eOk;
+  const ZnGeLineSeg3d* line = pattern_.line();
+  if (settings_.patternType != kCenterPatternLinear || centerLineKeys_.isEmpty() || !line) return Quorl::eOk;
   ZnDbHolder<ZnDbLine> stored(pattern->getOutputEdge(centerLineKeys_.first()));
   if (!stored.isOpen()) return stored.status();
   const ZnGeVector3d before = (stored->endPoint() - stored->startPoint()).normal();
-  auto* curve = static_cast<ZnGeLineSeg3d*>(majorCurves_.first());
-  if (before.dotProduct(curve->direction()) < 0.0) {
-    curve->reverseParam();
-    memberChains_.first().reverse();
-  }
+  if (before.dotProduct(line->direction()) < 0.0) pattern_.reverse();
   return Quorl::eOk;
 }
 
 void ZnDbCenterMarkPatternLayout::rebuildCenterLineKeys() {
   centerLineKeys_.removeAll();
-  for (const ZnArray<int>& chain : memberChains_)
-    centerLineKeys_.append(Body::centerLineDependencyKey(chain));
+  if (!pattern_.memberChain.isEmpty())
+    centerLineKeys_.append(Body::centerLineDependencyKey(pattern_.memberChain));
 }
 
 // The key tells the members, so it changes with them; entity and overshoots move on to the new one.
@@ -123,18 +119,110 @@ ErrorStatus ZnDbCenterMarkPatternLayout::syncStoredCenterLineKey() {
 // Lets the pattern redraw its pitch center mark once it has lost its edges. The arms are told apart by where
 // they point in the drawing, whatever way the plane's own axis runs.
 ErrorStatus ZnDbCenterMarkPatternLayout::cacheAxisMembers() {
-  if (!majorCurves_.isEmpty()) {
-    const auto* circle = static_cast<const ZnGeCircArc3d*>(majorCurves_.first());
+  if (const ZnGeCircArc3d* circle = pattern_.pitchCircle())
     if (const ErrorStatus status = wrapper()->setCachedCircleRadius(circle->radius()); status != Quorl::eOk)
       return status;
-  }
   int indices[4];
   double radii[4];
   for (int arm = 0; arm < 4; ++arm) {
-    indices[arm] = axisMembers_[static_cast<size_t>(axisOfArm(arm))];
-    radii[arm] = indices[arm] < 0 ? 0.0 : circles_[indices[arm]].radius();
+    indices[arm] = pattern_.axisMembers[static_cast<size_t>(pattern_.axisOfArm(arm))];
+    radii[arm] = indices[arm] < 0 ? 0.0 : pattern_.circles[indices[arm]].radius();
   }
   return wrapper()->cacheInputEdgesOnMajorAxis(indices, radii);
+}
+
+bool ZnDbCenterMarkPatternLayout::computeBlockTransform(const ZnArray<ZnGeCurve3d*>&,
+                                                        const ZnArray<ZnString>&) {
+  ZnGePoint3d origin;
+  if (const ZnGeLineSeg3d* line = pattern_.line()) {
+    origin = line->midPoint();
+  } else if (const ZnGeCircArc3d* pitchCircle = pattern_.pitchCircle()) {
+    origin = pitchCircle->center();
+  } else {
+    ZnGeBoundBlock3d extents;
+    for (const ZnGeCircArc3d& circle : pattern_.circles)
+      if (circle.radius() > 0.0) extents.addPoint(circle.center());
+    origin = extents.center();
+  }
+  transform_.setToTranslation(origin.asVector());
+  return true;
+}
+
+// A new object has no overshoots of its own yet.
+ZnPatternDrawing ZnDbCenterMarkPatternLayout::drawingInBlock(const ZnArray<ZnGeCurve3d*>& curves,
+                                                             const ZnArray<ZnString>& keys) {
+  ZnPatternAnalysis inBlock = pattern_;
+  if (computeBlockTransform(curves, keys)) inBlock.transformBy(transform_.inverse());
+  const double standard = ZnTorviStyle::getCenterOvershoot();
+  ZnPatternOvershoots overshoots{standard, standard};
+  if (const WrapperPointer& pattern = wrapper(); pattern.openStatus() == Quorl::eOk) {
+    const ZnString key = centerLineKeys_.isEmpty() ? ZnString() : centerLineKeys_.first();
+    overshoots = {pattern->startOvershoot(key), pattern->endOvershoot(key)};
+  }
+  return ZnPatternDrawing(std::move(inBlock), centerObject_, settings_.showPitchCenterMark, overshoots);
+}
+
+ErrorStatus ZnDbCenterMarkPatternLayout::generatePattern(ZnArray<ZnGeCurve3d*>& curves,
+                                                         ZnArray<ZnString>& keys) {
+  drawingInBlock(curves, keys).generate(curves, keys);
+  return Quorl::eOk;
+}
+
+// What is remembered says nothing of a plane: it is that of the block. A pattern in another one keeps its
+// shape.
+bool ZnDbCenterMarkPatternLayout::isFlatInBlock() const {
+  ZnArray<ZnDbObjectId> ids;
+  torvi::curvesOfReference(wrapper()->getOutputEdge(Body::majorAxisKey()), ids, false);
+  const auto isFlat = [](const ZnGePoint3d& point) { return std::fabs(point.z) <= kPatternTolerance; };
+  return std::all_of(ids.begin(), ids.end(), [&](ZnDbObjectId id) {
+    ZnDbHolder<ZnDbLine> line(id);
+    return !line.isOpen() || (isFlat(line->startPoint()) && isFlat(line->endPoint()));
+  });
+}
+
+// What is remembered of a ring: its pitch circle, and the members on the arms of the mark in its middle.
+ZnPatternAnalysis ZnDbCenterMarkPatternLayout::recallPattern(const ZnGeCircArc3d& pitchCircle) const {
+  ZnPatternAnalysis recalled;
+  recalled.patternType = kCenterPatternPolar;
+  recalled.fullPcd = settings_.fullPcd;
+  recalled.majorCurve = pitchCircle;
+  pitchCircle.getPlane(recalled.patternPlane);
+  ZnArray<ZnDbEdgeRef> edges;
+  wrapper()->getEdgeRefs(edges);
+  const ZnGeCircArc3d none(ZnGePoint3d::kOrigin, ZnGeVector3d::kZAxis, 0.0);
+  for (int i = 0; i < edges.length(); ++i) recalled.circles.append(none);
+  const double radius = pitchCircle.radius();
+  const ZnGePoint3d ends[] = {
+      {-radius, 0.0, 0.0}, {radius, 0.0, 0.0}, {0.0, -radius, 0.0}, {0.0, radius, 0.0}};
+  // No member is the first or the last: nobody knows any more.
+  recalled.memberChain.append(-1);
+  for (int arm = 0; arm < 4; ++arm) {
+    int index = -1;
+    double memberRadius = 0.0;
+    const auto line = static_cast<ZnCenterMarkSubEntType>(eLeftLine + arm);
+    if (!wrapper()->getCachedInputEdgeOnMajorAxis(line, index, memberRadius)) continue;
+    if (index >= recalled.circles.length()) continue;
+    recalled.axisMembers[static_cast<size_t>(recalled.axisOfArm(arm))] = index;
+    recalled.circles[index] = ZnGeCircArc3d(ends[arm], recalled.patternPlane.normal(), memberRadius);
+    recalled.memberChain.append(index);
+  }
+  recalled.memberChain.append(-1);
+  return recalled;
+}
+
+// Without its edges a pattern draws what it remembers: the pitch center's mark and the marks of the members
+// on its arms, which are a part of it.
+ErrorStatus ZnDbCenterMarkPatternLayout::generateUnassociated(ZnArray<ZnGeCurve3d*>& curves,
+                                                              ZnArray<ZnString>& keys) {
+  const bool isMarkedRing = settings_.patternType == kCenterPatternPolar && settings_.showPitchCenterMark;
+  if (!isMarkedRing || !isFlatInBlock()) return Quorl::eOk;
+  ZnGeCircArc3d pitchCircle;
+  if (const ErrorStatus status = wrapper()->getRefCircle(pitchCircle); status != Quorl::eOk) return status;
+  pitchCircle.transformBy(transform_.inverse());
+  const ZnPatternDrawing drawing(recallPattern(pitchCircle), centerObject_, true, {});
+  drawing.generateMemberMarks(curves, keys);
+  drawing.generatePitchCenterMark(curves, keys);
+  return Quorl::eOk;
 }
 
 ErrorStatus ZnDbCenterMarkPatternLayout::createEntities(ZnArray<ZnDbEntity*>&, ZnArray<ZnString>&) {
@@ -143,7 +231,7 @@ ErrorStatus ZnDbCenterMarkPatternLayout::createEntities(ZnArray<ZnDbEntity*>&, Z
 
 ErrorStatus ZnDbCenterMarkPatternLayout::createEntitiesForKey(ZnArray<ZnDbEntity*>& entities,
                                                               const ZnString& key) {
-  const bool polar = patternType_ == kCenterPatternPolar;
+  const bool polar = settings_.patternType == kCenterPatternPolar;
   const auto append = [&entities](std::initializer_list<bool> areArcs) {
     for (const bool isArc : areArcs)
       entities.append(isArc ? static_cast<ZnDbEntity*>(new ZnDbArc) : new ZnDbLine);

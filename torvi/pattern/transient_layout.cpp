@@ -25,24 +25,25 @@ ErrorStatus ZnDbCenterMarkPatternTransientLayout::createTransients(const ZnArray
                                                                    ZnArray<ZnGeCurve3d*>& curves,
                                                                    ZnArray<ZnString>& keys) {
   if (!loadCircles(edges)) return Quorl::eInvalidInput;
-  cursorMemberActive_ = cursorPoint && !fullPitchCircle_ && !isInsideCircle(*cursorPoint);
+  cursorMemberActive_ = cursorPoint && !settings_.fullPcd && !isInsideCircle(*cursorPoint);
   if (cursorMemberActive_) appendCursorCircle(*cursorPoint);
   if (!analysePattern()) return Quorl::eInvalidInput;
   // An object under edit keeps its keys, and with them its overshoots. One of a single member has none yet.
   if (keepLinearDirection() != Quorl::eOk || centerLineKeys_.isEmpty()) rebuildCenterLineKeys();
-  if (cursorMemberActive_ && !majorCurves_.isEmpty()) settleCursorMember();
+  if (cursorMemberActive_ && !pattern_.memberChain.isEmpty()) settleCursorMember();
   return generatePattern(curves, keys);
 }
 
 bool ZnDbCenterMarkPatternTransientLayout::isInsideCircle(const ZnGePoint3d& point) const {
-  for (const ZnGeCircArc3d& circle : circles_)
+  for (const ZnGeCircArc3d& circle : pattern_.circles)
     if (circle.radius() > circle.center().distanceTo(point)) return true;
   return false;
 }
 
 void ZnDbCenterMarkPatternTransientLayout::appendCursorCircle(const ZnGePoint3d& point) {
-  circles_.append(
-      ZnGeCircArc3d(point, patternPlane_.normal(), kCursorCircleShare * circles_.first().radius()));
+  ZnArray<ZnGeCircArc3d>& circles = pattern_.circles;
+  circles.append(
+      ZnGeCircArc3d(point, planeOfPattern(circles).normal(), kCursorCircleShare * circles.first().radius()));
 }
 
 // A preview stands in the space, not in a block.
@@ -52,27 +53,32 @@ bool ZnDbCenterMarkPatternTransientLayout::computeBlockTransform(const ZnArray<Z
 }
 
 // The ghost lies on whatever curve is under test: what is shown runs past the cursor, not through it.
-void ZnDbCenterMarkPatternTransientLayout::collectMembersOnCurve(const ZnGeCurve2d& curve) {
-  ZnDbCenterMarkPatternLayout::collectMembersOnCurve(curve);
+ZnPatternMembers
+ZnDbCenterMarkPatternTransientLayout::collectMembersOnCurve(const ZnGeCurve2d& curve,
+                                                            ZnPatternCenters& centers) const {
+  ZnPatternMembers members = ZnDbCenterMarkPatternLayout::collectMembersOnCurve(curve, centers);
   // A ghost that is no accepted center, such as one without radius, takes no part.
-  if (!cursorMemberActive_ || centerIndices_.isEmpty() || centerIndices_.last() != circles_.length() - 1)
-    return;
-  const int ghost = centers2d_.length() - 1;
-  const ZnGePoint2d onCurve = curve.closestPointTo(centers2d_[ghost], ZnGeContext::gTol);
+  if (!cursorMemberActive_ || centers.centerIndices.isEmpty() ||
+      centers.centerIndices.last() != centers.circles.length() - 1)
+    return members;
+  const int ghost = centers.centers2d.length() - 1;
+  const ZnGePoint2d onCurve = curve.closestPointTo(centers.centers2d[ghost], ZnGeContext::gTol);
   ZnGePoint3d center;
-  center.set(patternPlane_, onCurve);
-  circles_.last().setCenter(center);
+  center.set(centers.patternPlane, onCurve);
+  centers.circles.last().setCenter(center);
   // The position goes along: the pitch circle is refined through all members.
-  centers2d_[ghost] = onCurve;
-  for (const auto& [param, member] : curveMembers_)
-    if (member == ghost) return;
-  curveMembers_[curve.paramOf(onCurve)] = ghost;
+  centers.centers2d[ghost] = onCurve;
+  for (const auto& [param, member] : members)
+    if (member == ghost) return members;
+  members[curve.paramOf(onCurve)] = ghost;
+  return members;
 }
 
 void ZnDbCenterMarkPatternTransientLayout::settleCursorMember() {
-  circles_.last().setRadius(0.0);
-  const int ghost = circles_.length() - 1;
-  ZnArray<int>& chain = memberChains_.first();
+  ZnGeCircArc3d& cursor = pattern_.circles.last();
+  cursor.setRadius(0.0);
+  const int ghost = pattern_.circles.length() - 1;
+  ZnArray<int>& chain = pattern_.memberChain;
   const int place = chain.find(ghost);
   const bool isFirst = place == 0, isLast = place >= 0 && place == chain.length() - 1;
   if (place >= 0 && !isFirst && !isLast) {
@@ -81,8 +87,8 @@ void ZnDbCenterMarkPatternTransientLayout::settleCursorMember() {
     cursorMemberActive_ = false;
     return;
   }
-  const auto* line = majorCurves_.first();
-  if (place < 0 || !line->isKindOf(ZnGe::kLineSeg3d)) return;
+  const ZnGeLineSeg3d* line = pattern_.line();
+  if (place < 0 || !line) return;
   const ZnDbTorviObjectPointer<ZnDbCenterMarkPatternObjectWrapper> pattern(centerObject());
   if (pattern.openStatus() != Quorl::eOk) return;
   // Pieces reckon with the standard overshoot; the difference to the object's own goes to its end.
@@ -90,6 +96,5 @@ void ZnDbCenterMarkPatternTransientLayout::settleCursorMember() {
   const ZnString& key = centerLineKeys_.first();
   const double shift =
       isFirst ? standard - pattern->startOvershoot(key) : pattern->endOvershoot(key) - standard;
-  const ZnGeVector3d along = static_cast<const ZnGeLineSeg3d*>(line)->direction();
-  circles_.last().setCenter(circles_.last().center() + along * shift);
+  cursor.setCenter(cursor.center() + line->direction() * shift);
 }

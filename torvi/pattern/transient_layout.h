@@ -19,7 +19,7 @@ public:
 
 protected:
   bool computeBlockTransform(const ZnArray<ZnGeCurve3d*>& curves, const ZnArray<ZnString>& keys) override;
-  void collectMembersOnCurve(const ZnGeCurve2d& curve) override;
+  ZnPatternMembers collectMembersOnCurve(const ZnGeCurve2d& curve, ZnPatternCenters& centers) const override;
   // A command is to refuse a reference edge that does not fit.
   bool isReferenceEdgeOptional() const override { return false; }
 

@@ -1,0 +1,376 @@
+#include "torvi/pattern/analysis.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+#include "torvi/pattern/votes.h"
+
+namespace {
+
+constexpr double kTwoPi = 2.0 * std::numbers::pi;
+constexpr double kLargestClosedGap = kTwoPi / 3.0;
+
+bool isAtMost(double value, double limit) {
+  if (value <= limit) return true;
+  const double scaled = std::max(std::fabs(value), std::fabs(limit)) * ZnGeContext::gTol.equalPoint();
+  return value - limit < std::max(scaled, kLeastScaledTolerance);
+}
+
+// The pitch circle on its way from the vote to the answer.
+struct PitchCircle {
+  ZnGePoint2d center;
+  double radius = 0.0;
+};
+
+// One analysis, in the order of its steps.
+class Analysis {
+public:
+  explicit Analysis(const ZnPatternQuestion& question)
+      : question_(question) {
+    centers_.circles = question.circles;
+    centers_.patternPlane = planeOfPattern(question.circles);
+    found_.patternType = question.patternType;
+    found_.reference = question.formerReference;
+    found_.fullPcd = question.fullPcd;
+  }
+
+  ZnPatternAnalysis run() {
+    found_.isPattern = analyse();
+    found_.circles = std::move(centers_.circles);
+    found_.patternPlane = centers_.patternPlane;
+    return std::move(found_);
+  }
+
+private:
+  bool analyse();
+  void collectCenters();
+  bool isInsideAnother(const ZnGeCircArc3d& circle) const; // or concentric with it
+  bool resolveReferenceEdge();
+  void noteReferencePick(const ZnGeCircArc3d& arc);
+  ZnPatternMembers collectMembersOnCurve(const ZnGeCurve2d& curve);
+  void chainFrom(const ZnPatternMembers& members, ZnPatternMembers::const_iterator start);
+
+  bool fitPolarPattern();
+  bool findPitchCenter(ZnGePoint2d& center) const;
+  bool pitchCenterAsBefore(ZnGePoint2d& center) const;
+  void refinePitchCircle(PitchCircle& circle);
+  bool orderAroundCircle(const ZnGeCircArc2d& circle);
+  void boundPitchArc(ZnGeCircArc3d& arc) const;
+  void findAxisMembers(const ZnGeCircArc3d& arc);
+
+  bool fitLinearPattern();
+  bool findMajorDirection(ZnGeVector2d& direction) const;
+
+  const ZnGePoint3d& centerOf(int index) const { return centers_.circles[index].center(); }
+
+  const ZnPatternQuestion& question_;
+  ZnPatternCenters centers_;
+  ZnPatternAnalysis found_;
+  double referenceStartAngle_ = -1.0; // on the pitch circle; the chain must cover it
+};
+
+// An undecided pattern is tried as a ring first: any three holes that are no row lie on a circle.
+bool Analysis::analyse() {
+  collectCenters();
+  if (!resolveReferenceEdge()) return false;
+  const CenterMarkPatternType wanted = question_.patternType;
+  const bool isSingle = centers_.centers2d.length() == 1 && found_.reference.kind == 0;
+  if (isSingle && wanted != kCenterPatternPolar) return true;
+  if (wanted != kCenterPatternLinear && fitPolarPattern()) {
+    found_.patternType = kCenterPatternPolar;
+    return true;
+  }
+  if (wanted == kCenterPatternPolar || !fitLinearPattern()) return false;
+  found_.patternType = kCenterPatternLinear;
+  return true;
+}
+
+void Analysis::collectCenters() {
+  for (int i = 0; i < centers_.circles.length(); ++i) {
+    ZnGeCircArc3d& circle = centers_.circles[i];
+    if (circle.radius() == 0.0) continue;
+    ZnGePlane plane;
+    circle.getPlane(plane);
+    // One hole in two steps is one member: the circle that was named first.
+    if (!plane.isCoplanarTo(centers_.patternPlane) || isInsideAnother(circle)) {
+      circle.setRadius(0.0);
+      continue;
+    }
+    centers_.centers2d.append(circle.center().convert2d(centers_.patternPlane));
+    centers_.centerIndices.append(i);
+  }
+}
+
+bool Analysis::isInsideAnother(const ZnGeCircArc3d& circle) const {
+  const ZnArray<int>& accepted = centers_.centerIndices;
+  return std::any_of(accepted.begin(), accepted.end(), [&](int index) {
+    const ZnGeCircArc3d& other = centers_.circles[index];
+    const auto [small, big] = std::minmax({circle.radius(), other.radius()});
+    const double distance = circle.center().distanceTo(other.center());
+    return big > distance && big - distance - small > -question_.patternTol.equalVector();
+  });
+}
+
+// What does not fit is forgotten, so that a reference that went its own way does not hold the pattern up.
+bool Analysis::resolveReferenceEdge() {
+  if (!question_.hasReferenceEdge) {
+    found_.reference.kind = 0;
+    return true;
+  }
+  const ZnGeCurve3d* curve = question_.referenceCurve;
+  if (curve && curve->isKindOf(ZnGe::kLinearEnt3d) && question_.patternType != kCenterPatternPolar) {
+    const auto& line = static_cast<const ZnGeLinearEnt3d&>(*curve);
+    if (line.isOn(centers_.patternPlane)) {
+      found_.reference.direction = line.direction();
+      found_.reference.kind = 2;
+      return true;
+    }
+  } else if (curve && curve->isKindOf(ZnGe::kCircularArc3d) &&
+             question_.patternType != kCenterPatternLinear) {
+    const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
+    ZnGePlane plane;
+    arc.getPlane(plane);
+    if (plane.isCoplanarTo(centers_.patternPlane)) {
+      found_.reference.center = arc.center();
+      found_.reference.kind = 1;
+      if (question_.referencePickParam >= 0.0 && centers_.centers2d.length() >= 2) noteReferencePick(arc);
+      return true;
+    }
+  }
+  found_.dropsReferenceEdge = true;
+  return question_.isReferenceEdgeOptional;
+}
+
+// The pick as an angle on the pitch circle. An arc that faces the other way runs through it backwards.
+void Analysis::noteReferencePick(const ZnGeCircArc3d& arc) {
+  const double pick = question_.referencePickParam;
+  const bool sameSense = arc.normal().isEqualTo(centers_.patternPlane.normal());
+  const double onArc = sameSense ? pick : arc.endAng() - (arc.startAng() + pick);
+  const ZnGePoint3d from = sameSense ? arc.startPoint() : arc.endPoint();
+  referenceStartAngle_ = onArc + (from - arc.center()).convert2d(centers_.patternPlane).angle();
+  if (referenceStartAngle_ >= kTwoPi) referenceStartAngle_ -= kTwoPi;
+}
+
+ZnPatternMembers Analysis::collectMembersOnCurve(const ZnGeCurve2d& curve) {
+  return question_.memberRule ? question_.memberRule(curve, centers_)
+                              : membersOnCurve(curve, centers_, question_.patternTol);
+}
+
+void Analysis::chainFrom(const ZnPatternMembers& members, ZnPatternMembers::const_iterator start) {
+  found_.memberChain.setPhysicalLength(static_cast<int>(members.size()));
+  for (auto member = start; member != members.end(); ++member)
+    found_.memberChain.append(centers_.centerIndices[member->second]);
+  for (auto member = members.begin(); member != start; ++member)
+    found_.memberChain.append(centers_.centerIndices[member->second]);
+}
+
+bool Analysis::fitPolarPattern() {
+  PitchCircle pitch;
+  if (!findPitchCenter(pitch.center) || !votePitchRadius(centers_.centers2d, question_.fixedCenterCount,
+                                                         question_.patternTol, pitch.center, pitch.radius))
+    return false;
+  // Where a reference arc puts the center is no matter of votes.
+  if (found_.reference.kind != 1) refinePitchCircle(pitch);
+  if (!orderAroundCircle(ZnGeCircArc2d(pitch.center, pitch.radius))) return false;
+  // A pitch circle can't be smaller than its holes.
+  const ZnArray<int>& chain = found_.memberChain;
+  if (std::any_of(chain.begin(), chain.end(),
+                  [&](int index) { return centers_.circles[index].radius() > pitch.radius; })) {
+    found_.memberChain.removeAll();
+    return false;
+  }
+  const ZnGePlane& plane = centers_.patternPlane;
+  ZnGeCircArc3d arc(ZnGePoint3d(plane, pitch.center), plane.normal(), pitch.radius);
+  boundPitchArc(arc);
+  if (question_.findsAxisMembers) findAxisMembers(arc);
+  found_.majorCurve = arc;
+  return true;
+}
+
+bool Analysis::findPitchCenter(ZnGePoint2d& center) const {
+  if (found_.reference.kind == 1) {
+    center = found_.reference.center.convert2d(centers_.patternPlane);
+    return true;
+  }
+  if (votePitchCenter(centers_.centers2d, question_.fixedCenterCount, question_.patternTol, center))
+    return true;
+  return question_.patternType == kCenterPatternPolar && pitchCenterAsBefore(center);
+}
+
+// Two holes are left of a ring: its center is where it was.
+bool Analysis::pitchCenterAsBefore(ZnGePoint2d& center) const {
+  if (!question_.formerPitchCenter) return false;
+  center = question_.formerPitchCenter->convert2d(centers_.patternPlane);
+  return std::none_of(centers_.centers2d.begin(), centers_.centers2d.end(), [&](const ZnGePoint2d& member) {
+    return member.distanceTo(center) < question_.patternTol.equalPoint();
+  });
+}
+
+// The vote gives center and radius rounded. The mean of the circles through members a third of the ring
+// apart takes the rounding out; each such circle is well conditioned.
+void Analysis::refinePitchCircle(PitchCircle& pitch) {
+  const ZnPatternMembers onCircle = collectMembersOnCurve(ZnGeCircArc2d(pitch.center, pitch.radius));
+  const size_t count = onCircle.size(), third = count / 3;
+  if (third == 0) return;
+  std::vector<ZnGePoint2d> members;
+  members.reserve(count);
+  for (const auto& [param, position] : onCircle) members.push_back(centers_.centers2d[position]);
+  ZnGeVector2d sum;
+  int circles = 0;
+  for (size_t i = 0; i < count; ++i) {
+    const ZnGePoint2d &a = members[i], &b = members[(i + third) % count],
+                      &c = members[(i + 2 * third) % count];
+    const double least = question_.patternTol.equalPoint();
+    // Members too close for a circle hold the walk up where it stands.
+    if (a.distanceTo(b) < least || b.distanceTo(c) < least || c.distanceTo(a) < least) break;
+    sum += ZnGeCircArc2d(a, b, c).center().asVector();
+    ++circles;
+  }
+  if (circles == 0) return;
+  const ZnGePoint2d mean = ZnGePoint2d::kOrigin + sum / circles;
+  double distances = 0.0;
+  for (const ZnGePoint2d& member : members) distances += mean.distanceTo(member);
+  pitch.radius = distances / static_cast<double>(count);
+  pitch.center = mean;
+}
+
+// The chain breaks in the largest gap, but not in the one in which the user picked the reference arc: the
+// pattern shall run through the pick.
+bool Analysis::orderAroundCircle(const ZnGeCircArc2d& circle) {
+  const ZnPatternMembers members = collectMembersOnCurve(circle);
+  if (members.empty()) return false;
+  const double firstParam = members.begin()->first, lastParam = members.rbegin()->first;
+  const double pick = referenceStartAngle_;
+  double largestGap = 0.0;
+  auto start = members.begin();
+  for (auto member = members.begin(); member != members.end(); ++member) {
+    auto next = std::next(member);
+    const bool closes = next == members.end();
+    if (closes) next = members.begin();
+    const double gap = next->first - member->first + (closes ? kTwoPi : 0.0);
+    const bool holdsPick =
+        closes ? pick < firstParam || pick > lastParam : pick > member->first && pick < next->first;
+    if ((pick >= 0.0 && holdsPick) || !(gap > largestGap)) continue;
+    largestGap = gap;
+    start = next;
+  }
+  if (question_.autoFullPcd) found_.fullPcd = isAtMost(largestGap, kLargestClosedGap);
+  chainFrom(members, start);
+  return true;
+}
+
+void Analysis::boundPitchArc(ZnGeCircArc3d& arc) const {
+  const double start = arc.paramOf(centerOf(found_.memberChain.first()), question_.patternTol);
+  double end = 0.0;
+  if (found_.fullPcd) {
+    end = start - kClosedPitchGap;
+    if (end < 0.0) end += kTwoPi;
+  } else {
+    end = arc.paramOf(centerOf(found_.memberChain.last()), question_.patternTol);
+  }
+  arc.setAngles(start, end);
+}
+
+// The members to which the arms of the pitch center's mark run: left, right, bottom, top of the plane.
+void Analysis::findAxisMembers(const ZnGeCircArc3d& arc) {
+  constexpr double kAxisParams[] = {std::numbers::pi, 0.0, 1.5 * std::numbers::pi, 0.5 * std::numbers::pi};
+  for (const int index : found_.memberChain) {
+    double param = arc.paramOf(centerOf(index), question_.patternTol);
+    while (param > kTwoPi - kAxisMemberTolerance) param -= kTwoPi;
+    for (size_t axis = 0; axis < found_.axisMembers.size(); ++axis) {
+      if (!(std::fabs(param - kAxisParams[axis]) < kAxisMemberTolerance)) continue;
+      found_.axisMembers[axis] = index;
+      break;
+    }
+  }
+}
+
+bool Analysis::fitLinearPattern() {
+  const ZnArray<ZnGePoint2d>& centers = centers_.centers2d;
+  ZnGeVector2d direction;
+  if (!findMajorDirection(direction)) return false;
+  ZnGeLine2d line(voteLinePoint(centers, question_.fixedCenterCount, question_.patternTol, direction),
+                  direction);
+  const bool isDirected = found_.reference.kind == 2;
+  if (!isDirected) {
+    const ZnPatternMembers onLine = membersOnCurve(line, centers_, question_.patternTol);
+    if (onLine.size() < 2) return false;
+    // From here on it passes exactly through real centers.
+    line = ZnGeLine2d(centers[onLine.begin()->second], centers[onLine.rbegin()->second]);
+  }
+  const ZnPatternMembers members = collectMembersOnCurve(line);
+  chainFrom(members, members.begin());
+  const ZnArray<int>& chain = found_.memberChain;
+  if (chain.length() < (isDirected ? 1 : 2)) return false;
+  const ZnGePoint3d first = centerOf(chain.first()), last = centerOf(chain.last());
+  if (isDirected) {
+    const double length = chain.length() > 1 ? first.distanceTo(last) : 1.0;
+    found_.majorCurve = ZnGeLineSeg3d(first, found_.reference.direction.normal() * length);
+  } else {
+    found_.majorCurve = ZnGeLineSeg3d(first, last);
+  }
+  return true;
+}
+
+bool Analysis::findMajorDirection(ZnGeVector2d& direction) const {
+  const ZnPatternDirectionVote vote =
+      voteDirection(centers_.centers2d, question_.fixedCenterCount, question_.patternTol);
+  // The user's own circles are not on one line.
+  if (question_.fixedCenterCount >= 3 && vote.values != 1) return false;
+  if (found_.reference.kind == 2) {
+    direction = found_.reference.direction.convert2d(centers_.patternPlane);
+    return true;
+  }
+  if (vote.values == 0) return false;
+  direction = ZnGeVector2d::kXAxis;
+  direction.rotateBy(vote.angle);
+  return true;
+}
+
+} // namespace
+
+// From the last to the first, so that of two centers at one parameter the first is kept.
+ZnPatternMembers membersOnCurve(const ZnGeCurve2d& curve, const ZnPatternCenters& centers,
+                                const ZnGeTol& tol) {
+  ZnPatternMembers members;
+  for (int i = centers.centers2d.length() - 1; i >= 0; --i) {
+    double param = 0.0;
+    if (curve.isOn(centers.centers2d[i], param, tol)) members[param] = i;
+  }
+  return members;
+}
+
+ZnGePlane planeOfPattern(const ZnArray<ZnGeCircArc3d>& circles) {
+  ZnGePlane plane;
+  const auto first = std::find_if(circles.begin(), circles.end(),
+                                  [](const ZnGeCircArc3d& circle) { return circle.radius() != 0.0; });
+  if (first != circles.end()) first->getPlane(plane);
+  return plane;
+}
+
+ZnPatternAnalysis analysePattern(const ZnPatternQuestion& question) { return Analysis(question).run(); }
+
+bool ZnPatternAnalysis::hasAllCircles() const {
+  for (int i = 0; i < circles.length(); ++i)
+    if (!memberChain.contains(i)) return false;
+  return true;
+}
+
+int ZnPatternAnalysis::axisOfArm(int arm) const {
+  const bool swapped = planeDirection().dotProduct(ZnGeVector3d::kXAxis) < 0.0;
+  return swapped && arm < 2 ? 1 - arm : arm;
+}
+
+void ZnPatternAnalysis::reverse() {
+  if (auto* segment = std::get_if<ZnGeLineSeg3d>(&majorCurve)) segment->reverseParam();
+  memberChain.reverse();
+}
+
+void ZnPatternAnalysis::transformBy(const ZnGeMatrix3d& map) {
+  for (ZnGeCircArc3d& circle : circles)
+    if (circle.radius() != 0.0) circle.transformBy(map);
+  if (auto* segment = std::get_if<ZnGeLineSeg3d>(&majorCurve)) segment->transformBy(map);
+  if (auto* arc = std::get_if<ZnGeCircArc3d>(&majorCurve)) arc->transformBy(map);
+}
