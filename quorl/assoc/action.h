@@ -78,10 +78,7 @@ public:
   // The network that owns it; null for the top level one and for an action in no network.
   ZnDbAssocNetwork* owningNetwork() const;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void attachLinks() override;
   void loaded() override;
   void audit(std::vector<ZnString>& faults, bool fix) override;

@@ -1,101 +1,26 @@
-// How an action is filed, read and hung up again.
+// The fields of an action, and what is made again from them.
 #include "quorl/assoc/action.h"
 
 #include "quorl/assoc/action_body.h"
 #include "quorl/assoc/action_param.h"
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 
 using Quorl::ErrorStatus;
 
-namespace {
-
-constexpr std::int16_t kVersion = 1;
-constexpr int kStatusCode = 70, kBodyCode = 360, kDependencyCode = 361, kParamCode = 362;
-
-bool isStatus(std::int64_t number) {
-  return number >= kIsUpToDateAssocStatus && number <= kUnresolvedAssocStatus;
+template<class Walk> void ZnDbAssocAction::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(70, L"status", zndbAs<std::int8_t>(status_),
+             ZnDbRule::between(kIsUpToDateAssocStatus, kUnresolvedAssocStatus));
+  walk.id(ZnReferenceKind::kHardOwner, 360, L"body", bodyId_);
+  walk.ids(ZnReferenceKind::kHardOwner, 361, L"dependency", dependencies_);
+  walk.ids(ZnReferenceKind::kHardOwner, 362, L"parameter", params_);
+  walk.field(ZnDbAssocValueParamList::kNameCode, L"values", values_);
+  if constexpr (Walk::kReads) groupsAreStale_ = true;
 }
 
-// For undo the erased ones count too: undoing brings them back.
-bool isFiled(ZnDbObjectId id, bool forUndo) { return forUndo || !id.isErased(); }
-
-void writeOwned(ZnDbFiler& filer, const std::vector<ZnDbObjectId>& ids) {
-  const bool forUndo = filer.kind() == ZnDbFiler::kUndo;
-  std::int32_t count = 0;
-  for (const ZnDbObjectId id : ids) count += isFiled(id, forUndo) ? 1 : 0;
-  filer.writeInt32(count);
-  for (const ZnDbObjectId id : ids)
-    if (isFiled(id, forUndo)) filer.writeHardOwnershipId(id);
-}
-
-void readOwned(ZnDbFiler& filer, std::vector<ZnDbObjectId>& ids) {
-  ids.clear();
-  const int count = filer.readCount();
-  for (int i = 0; i < count && filer.status() == Quorl::eOk; ++i)
-    if (const ZnDbObjectId id = filer.readHardOwnershipId(); !id.isNull()) ids.push_back(id);
-}
-
-} // namespace
-
-ErrorStatus ZnDbAssocAction::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeInt8(static_cast<std::int8_t>(status_));
-  filer.writeHardOwnershipId(bodyId_);
-  writeOwned(filer, dependencies_);
-  writeOwned(filer, params_);
-  values_.bdocOut(filer);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocAction::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  const std::int8_t status = filer.readInt8();
-  if (!isStatus(status)) filer.setStatus(Quorl::eFileDamaged);
-  if (filer.status() != Quorl::eOk) return filer.status();
-  status_ = static_cast<ZnDbAssocStatus>(status);
-  bodyId_ = filer.readHardOwnershipId();
-  readOwned(filer, dependencies_);
-  readOwned(filer, params_);
-  groupsAreStale_ = true;
-  return values_.bdocIn(filer);
-}
-
-ErrorStatus ZnDbAssocAction::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(ZnDbAssocAction::className());
-  filer.writeInteger(kStatusCode, status_);
-  if (!bodyId_.isNull()) filer.writeId(kBodyCode, bodyId_);
-  for (const ZnDbObjectId id : dependencies_)
-    if (!id.isErased()) filer.writeId(kDependencyCode, id);
-  for (const ZnDbObjectId id : params_)
-    if (!id.isErased()) filer.writeId(kParamCode, id);
-  values_.tdocOut(filer);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocAction::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  dependencies_.clear();
-  params_.clear();
-  values_ = {};
-  groupsAreStale_ = true;
-  ZnDbAssocValueParamList::TdocReader values(values_);
-  return zndbReadTdocSection(filer, ZnDbAssocAction::className(), [&](const ZnDbTdocItem& item) {
-    if (values.take(item)) return;
-    if (item.code == kBodyCode) bodyId_ = item.id;
-    if (item.code == kDependencyCode) dependencies_.push_back(item.id);
-    if (item.code == kParamCode) params_.push_back(item.id);
-    if (item.code != kStatusCode) return;
-    if (isStatus(item.integer))
-      status_ = static_cast<ZnDbAssocStatus>(item.integer);
-    else
-      filer.setStatus(Quorl::eFileDamaged);
-  });
-}
+ZNDB_DEFINE_FIELDS(ZnDbAssocAction, ZnDbObject)
 
 // The list of marked actions is not filed: it follows from the statuses.
 void ZnDbAssocAction::attachLinks() {

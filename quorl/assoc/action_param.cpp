@@ -1,15 +1,10 @@
 #include "quorl/assoc/action_param.h"
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 
 using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_ABSTRACT(ZnDbAssocActionParam, ZnDbObject)
-
-namespace {
-constexpr std::int16_t kVersion = 1;
-constexpr int kNameCode = 1;
-} // namespace
 
 void ZnDbAssocActionParam::setName(const ZnString& name) {
   assertWriteEnabled();
@@ -30,30 +25,9 @@ void ZnDbAssocActionParam::attachLinks() {
 
 void ZnDbAssocActionParam::detachLinks() { attachLinks(); }
 
-ErrorStatus ZnDbAssocActionParam::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeAtom(name_.atom());
-  return filer.status();
+template<class Walk> void ZnDbAssocActionParam::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(1, L"name", ZnDbSharedText{name_});
 }
 
-ErrorStatus ZnDbAssocActionParam::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  name_ = ZnString(filer.readAtom());
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocActionParam::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeString(kNameCode, name_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocActionParam::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  return zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == kNameCode) name_ = item.text;
-  });
-}
+ZNDB_DEFINE_FIELDS(ZnDbAssocActionParam, ZnDbObject)

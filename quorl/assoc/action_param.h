@@ -12,10 +12,7 @@ public:
   ZnDbObjectId parentActionId() const { return ownerId(); }
   ZnDbAssocAction* parentAction() const;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void attachLinks() override;
   void detachLinks() override;
 

@@ -3,18 +3,15 @@
 #include "quorl/assoc/action.h"
 #include "quorl/assoc/dependency_pe.h"
 #include "quorl/assoc/evaluation_frame.h"
-#include "quorl/assoc/subent_path_io.h"
+#include "quorl/assoc/path_fields.h"
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 
 using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAssocDependency, ZnDbObject, L"ASSOCDEPENDENCY")
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
-constexpr int kReadCode = 290, kWriteCode = 291, kOrderCode = 90, kBodyCode = 360, kPathCode = 330;
 
 // An erased object may come back; one that never was, or is of another drawing, can't be watched.
 bool canStandOn(const ZnDbCompoundObjectId& target, const ZnDbDatabase* database) {
@@ -139,51 +136,16 @@ void ZnDbAssocDependency::watchedErased(const ZnDbObject*, bool erasing) {
     action->mark(kChangedDirectlyAssocStatus);
 }
 
-ErrorStatus ZnDbAssocDependency::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeBool(isRead_);
-  filer.writeBool(isWrite_);
-  filer.writeInt32(order_);
-  filer.writeHardOwnershipId(bodyId_);
-  zndbWritePath(filer, target_);
-  return filer.status();
+template<class Walk> void ZnDbAssocDependency::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(290, L"reads", isRead_);
+  walk.field(291, L"writes", isWrite_);
+  walk.field(90, L"order", order_);
+  walk.id(ZnReferenceKind::kHardOwner, 360, L"body", bodyId_);
+  walk.field(330, L"object", target_);
 }
 
-ErrorStatus ZnDbAssocDependency::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  isRead_ = filer.readBool();
-  isWrite_ = filer.readBool();
-  order_ = filer.readInt32();
-  bodyId_ = filer.readHardOwnershipId();
-  return zndbReadPath(filer, target_);
-}
-
-ErrorStatus ZnDbAssocDependency::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeBool(kReadCode, isRead_);
-  filer.writeBool(kWriteCode, isWrite_);
-  filer.writeInteger(kOrderCode, order_);
-  if (!bodyId_.isNull()) filer.writeId(kBodyCode, bodyId_);
-  zndbWritePath(filer, kPathCode, target_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocDependency::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  ZnArray<ZnDbObjectId> path;
-  const ErrorStatus status = zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == kReadCode) isRead_ = item.integer != 0;
-    if (item.code == kWriteCode) isWrite_ = item.integer != 0;
-    if (item.code == kOrderCode) order_ = static_cast<int>(item.integer);
-    if (item.code == kBodyCode) bodyId_ = item.id;
-    if (item.code == kPathCode) path.append(item.id);
-  });
-  target_ = zndbPathOf(path);
-  return status;
-}
+ZNDB_DEFINE_FIELDS(ZnDbAssocDependency, ZnDbObject)
 
 void ZnDbAssocDependency::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbObject::audit(faults, fix);

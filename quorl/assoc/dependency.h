@@ -52,10 +52,7 @@ public:
   ZnDbObjectId dependencyBody() const { return bodyId_; }
   Quorl::ErrorStatus setDependencyBody(ZnDbObjectId body);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void attachLinks() override;
   void detachLinks() override;
   void watchedModified(const ZnDbObject* object) override;

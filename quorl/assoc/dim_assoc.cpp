@@ -1,10 +1,9 @@
 #include "quorl/assoc/dim_assoc.h"
 
 #include "quorl/assoc/dim_follow.h"
-#include "quorl/assoc/subent_path_io.h"
+#include "quorl/assoc/path_fields.h"
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
-#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/entity/edge_ref.h"
 #include "quorl/db/entity/viewport.h"
 #include "quorl/db/table/dictionary.h"
@@ -14,10 +13,6 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbDimAssoc, ZnDbObject, L"DIMASSOC")
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
-constexpr int kDimensionCode = 330, kPointIndexCode = 71, kSubentTypeCode = 72, kSubentIndexCode = 160;
-constexpr int kPathCode = 331;
 
 bool isAnyErased(const ZnDbCompoundObjectId& path) {
   for (const ZnDbObjectId id : path.pathIds())
@@ -29,12 +24,6 @@ bool isAnyErased(const ZnDbCompoundObjectId& path) {
 ZnGeMatrix3d toSheet(const ZnDbCompoundObjectId& path) {
   const ZnDbHolder<ZnDbViewport> viewport(path.topId());
   return viewport.isOpen() ? viewport->modelToPaperTransform() : ZnGeMatrix3d::kIdentity;
-}
-
-std::string fieldsOf(const ZnDbObject& object) {
-  ZnDbMemoryFiler filer(ZnDbFiler::kClone, object.database());
-  object.bdocOutFields(filer);
-  return filer.takeBytes();
 }
 
 } // namespace
@@ -146,12 +135,11 @@ ErrorStatus ZnDbDimAssoc::updateDimension(bool skipErased, bool onlyIfChanged) {
     // Tried on a copy: what would not differ is not written, so that nothing that hangs on it wakes up.
     const ZnDbHolder<ZnDbDimension> standing(dimensionId_);
     if (!standing.isOpen()) return standing.status();
-    ZnDbHolder<ZnDbDimension> trial(static_cast<ZnDbDimension*>(standing->clone()));
-    if (!trial.isOpen()) return trial.status();
-    const std::string before = fieldsOf(*trial);
+    const std::unique_ptr<ZnDbDimension> before(static_cast<ZnDbDimension*>(standing->clone()));
+    const std::unique_ptr<ZnDbDimension> trial(static_cast<ZnDbDimension*>(standing->clone()));
     for (const Target& target : targets)
       if (const ErrorStatus status = target.apply(*trial); status != Quorl::eOk) return status;
-    if (fieldsOf(*trial) == before) return Quorl::eOk;
+    if (trial->hasSameFields(*before)) return Quorl::eOk;
   }
   ZnDbHolder<ZnDbDimension> dimension;
   if (const ErrorStatus status = dimension.openForWrite(dimensionId_, false, true); status != Quorl::eOk)
@@ -193,69 +181,20 @@ void ZnDbDimAssoc::watchedModified(const ZnDbObject*) {
   updating_ = false;
 }
 
-ErrorStatus ZnDbDimAssoc::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeSoftPointerId(dimensionId_);
-  filer.writeInt32(static_cast<std::int32_t>(references_.size()));
-  for (const Reference& reference : references_) {
-    filer.writeInt32(reference.pointIndex);
-    zndbWriteSubent(filer, reference.subent);
-    zndbWritePath(filer, reference.path);
-  }
-  return filer.status();
+template<class Walk> void ZnDbDimAssoc::describe(Walk& walk) {
+  // What stayed behind in another drawing is followed no longer.
+  struct Keep {
+    bool isFiled(const Reference&) const { return true; }
+    bool isKept(const Reference& reference) const { return !reference.path.isEmpty(); }
+  };
+  walk.section(className(), 1);
+  walk.id(ZnReferenceKind::kSoftPointer, 330, L"dimension", dimensionId_);
+  const auto fields = [](auto& inner, Reference& reference) {
+    inner.field(71, L"point index", reference.pointIndex);
+    zndbDescribeSubent(inner, 72, reference.subent);
+    inner.field(331, L"object", reference.path);
+  };
+  walk.list(71, L"references", references_, fields, Keep());
 }
 
-ErrorStatus ZnDbDimAssoc::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  dimensionId_ = filer.readSoftPointerId();
-  references_.clear();
-  const int count = filer.readCount();
-  for (int i = 0; i < count && filer.status() == Quorl::eOk; ++i) {
-    Reference reference;
-    reference.pointIndex = filer.readInt32();
-    reference.subent = zndbReadSubent(filer);
-    zndbReadPath(filer, reference.path);
-    // What stayed behind in another drawing is followed no longer.
-    if (filer.status() == Quorl::eOk && !reference.path.isEmpty()) references_.push_back(reference);
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbDimAssoc::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeId(kDimensionCode, dimensionId_);
-  for (const Reference& reference : references_) {
-    filer.writeInteger(kPointIndexCode, reference.pointIndex);
-    filer.writeInteger(kSubentTypeCode, reference.subent.type());
-    filer.writeInteger(kSubentIndexCode, reference.subent.index());
-    zndbWritePath(filer, kPathCode, reference.path);
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbDimAssoc::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  references_.clear();
-  std::int64_t type = 0;
-  ZnArray<ZnDbObjectId> ids;
-  const ErrorStatus status = zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == kDimensionCode) dimensionId_ = item.id;
-    if (item.code == kPointIndexCode) {
-      references_.emplace_back().pointIndex = static_cast<int>(item.integer);
-      ids.removeAll();
-    }
-    if (item.code == kSubentTypeCode) type = item.integer;
-    if (references_.empty()) return;
-    if (item.code == kSubentIndexCode)
-      references_.back().subent = ZnDbSubentId(
-          type == ZnDb::kEdgeSubentType ? ZnDb::kEdgeSubentType : ZnDb::kVertexSubentType, item.integer);
-    if (item.code == kPathCode) {
-      ids.append(item.id);
-      references_.back().path = zndbPathOf(ids);
-    }
-  });
-  return status;
-}
+ZNDB_DEFINE_FIELDS(ZnDbDimAssoc, ZnDbObject)

@@ -48,10 +48,7 @@ public:
   // drawing, to that rest; eNothingToDo when there is none.
   Quorl::ErrorStatus updateXrefSubentPath();
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void attachLinks() override;
   void detachLinks() override;
   void watchedModified(const ZnDbObject* object) override;

@@ -40,50 +40,6 @@ bool operator==(const ZnDbEvalVariant& a, const ZnDbEvalVariant& b) {
   return true;
 }
 
-void ZnDbEvalVariant::bdocOut(ZnDbFiler& filer) const {
-  filer.writeInt8(static_cast<std::int8_t>(kind()));
-  switch (kind()) {
-  case kNone:
-    return;
-  case kInt:
-    return filer.writeInt32(std::get<int>(value_));
-  case kDouble:
-    return filer.writeDouble(std::get<double>(value_));
-  case kText:
-    return filer.writeString(std::get<ZnString>(value_));
-  case kObjectId:
-    return filer.writeSoftPointerId(std::get<ZnDbObjectId>(value_));
-  case kPoint:
-    return filer.writePoint3d(std::get<ZnGePoint3d>(value_));
-  }
-}
-
-ErrorStatus ZnDbEvalVariant::bdocIn(ZnDbFiler& filer) {
-  switch (filer.readInt8()) {
-  case kNone:
-    value_ = std::monostate();
-    break;
-  case kInt:
-    value_ = static_cast<int>(filer.readInt32());
-    break;
-  case kDouble:
-    value_ = filer.readDouble();
-    break;
-  case kText:
-    value_ = filer.readString();
-    break;
-  case kObjectId:
-    value_ = filer.readSoftPointerId();
-    break;
-  case kPoint:
-    value_ = filer.readPoint3d();
-    break;
-  default:
-    filer.setStatus(Quorl::eFileDamaged);
-  }
-  return filer.status();
-}
-
 void ZnDbEvalVariant::tdocOut(ZnDbTdocFiler& filer) const {
   switch (kind()) {
   case kNone:

@@ -1,15 +1,10 @@
 #include "quorl/assoc/geom_action_param.h"
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 
 using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_ABSTRACT(ZnDbAssocGeomActionParam, ZnDbAssocActionParam)
-
-namespace {
-constexpr std::int16_t kVersion = 1;
-constexpr int kDependencyCode = 330;
-} // namespace
 
 ZnDbAssocGeomDependency* ZnDbAssocGeomActionParam::geomDependency() const {
   if (dependencyId_.isErased() || !dependencyId_.isDerivedFrom(ZnDbAssocGeomDependency::desc()))
@@ -83,38 +78,12 @@ ErrorStatus ZnDbAssocGeomActionParam::subErase(bool erasing) {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbAssocGeomActionParam::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbAssocActionParam::bdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeInt16(kVersion);
-  filer.writeSoftPointerId(filer.kind() == ZnDbFiler::kUndo || !dependencyId_.isErased() ? dependencyId_
-                                                                                         : ZnDbObjectId());
-  return filer.status();
+template<class Walk> void ZnDbAssocGeomActionParam::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.liveId(ZnReferenceKind::kSoftPointer, 330, L"dependency", dependencyId_);
 }
 
-ErrorStatus ZnDbAssocGeomActionParam::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbAssocActionParam::bdocInFields(filer); status != Quorl::eOk)
-    return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  dependencyId_ = filer.readSoftPointerId();
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocGeomActionParam::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbAssocActionParam::tdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeSubclassMarker(className());
-  if (!dependencyId_.isErased()) filer.writeId(kDependencyCode, dependencyId_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocGeomActionParam::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbAssocActionParam::tdocInFields(filer); status != Quorl::eOk)
-    return status;
-  return zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == kDependencyCode) dependencyId_ = item.id;
-  });
-}
+ZNDB_DEFINE_FIELDS(ZnDbAssocGeomActionParam, ZnDbAssocActionParam)
 
 void ZnDbAssocGeomActionParam::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbAssocActionParam::audit(faults, fix);

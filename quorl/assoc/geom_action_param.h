@@ -17,10 +17,7 @@ public:
   // Null while it has none or it is erased.
   ZnDbAssocGeomDependency* geomDependency() const;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:

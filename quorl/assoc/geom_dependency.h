@@ -10,10 +10,7 @@ public:
   const ZnDbSubentId& subentId() const { return subent_; }
   void setSubentId(const ZnDbSubentId& subent);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
   ZnDbSubentId subent_;

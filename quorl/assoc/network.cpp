@@ -2,7 +2,7 @@
 
 #include "quorl/assoc/manager.h"
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/table/dictionary.h"
 
 using Quorl::ErrorStatus;
@@ -10,9 +10,6 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAssocNetwork, ZnDbAssocAction, L"ASSOCNETWORK")
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
-constexpr int kParentCode = 330, kNetworkCode = 331, kMemberCode = 360;
 
 ZnString entryName(const ZnString& key) {
   static const ZnString plain(L"QUORL_ASSOCNETWORK");
@@ -211,57 +208,17 @@ ErrorStatus ZnDbAssocNetwork::subErase(bool erasing) {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbAssocNetwork::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbAssocAction::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeSoftPointerId(parentNetworkId_);
-  // A member's own record undoes its coming and going.
-  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  std::int32_t live = 0;
-  for (const ZnDbObjectId id : getActions()) live += id.isErased() ? 0 : 1;
-  filer.writeInt32(live);
-  for (const ZnDbObjectId id : actions_) {
-    if (id.isErased()) continue;
-    const bool owned = owns(id);
-    filer.writeBool(owned);
-    owned ? filer.writeHardOwnershipId(id) : filer.writeSoftPointerId(id);
-  }
-  return filer.status();
+// A member's own record undoes its coming and going.
+template<class Walk> void ZnDbAssocNetwork::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.id(ZnReferenceKind::kSoftPointer, 330, L"parent network", parentNetworkId_);
+  if (walk.isForUndo()) return;
+  if (!Walk::kReads) getActions(); // closes the holes
+  walk.mixedIds(360, 331, L"action", actions_, [&](ZnDbObjectId id) { return owns(id); });
+  if (Walk::kReads) placesAreStale_ = true;
 }
 
-ErrorStatus ZnDbAssocNetwork::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbAssocAction::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  parentNetworkId_ = filer.readSoftPointerId();
-  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  actions_.removeAll();
-  placesAreStale_ = true;
-  const int count = filer.readCount();
-  for (int i = 0; i < count && filer.status() == Quorl::eOk; ++i) {
-    const ZnDbObjectId id = filer.readBool() ? filer.readHardOwnershipId() : filer.readSoftPointerId();
-    if (!id.isNull()) actions_.append(id);
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocNetwork::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbAssocAction::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  if (!parentNetworkId_.isNull()) filer.writeId(kParentCode, parentNetworkId_);
-  for (const ZnDbObjectId id : getActions())
-    if (!id.isErased()) filer.writeId(owns(id) ? kMemberCode : kNetworkCode, id);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAssocNetwork::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbAssocAction::tdocInFields(filer); status != Quorl::eOk) return status;
-  actions_.removeAll();
-  placesAreStale_ = true;
-  return zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == kParentCode) parentNetworkId_ = item.id;
-    if (item.code == kMemberCode || item.code == kNetworkCode) actions_.append(item.id);
-  });
-}
+ZNDB_DEFINE_FIELDS(ZnDbAssocNetwork, ZnDbAssocAction)
 
 void ZnDbAssocNetwork::loaded() {
   // A copied space brings a network that the top level one has not heard of.

@@ -31,10 +31,7 @@ public:
 
   Quorl::ErrorStatus setStatus(ZnDbAssocStatus status, bool notifyOwning = true,
                                bool setInOwnedActions = false) override;
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void loaded() override;
   void memberAdded(ZnDbObjectId id) override;
   void memberRemoved(ZnDbObjectId id) override;

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
-#include "quorl/db/core/filer.h"
-#include "quorl/db/core/tdoc_filer.h"
+#include "quorl/db/core/field_visitor.h"
+#include "quorl/db/core/memory_filer.h"
+#include "quorl/db/core/tdoc_section.h"
 
 using Quorl::ErrorStatus;
 
 namespace {
 
-constexpr int kNameCode = 300, kExpressionCode = 301, kEvaluatorCode = 302;
+constexpr int kExpressionCode = 301, kEvaluatorCode = 302;
 
 // An action that has values at all has about as many as this: growing step by step would copy them four
 // times.
@@ -80,7 +81,7 @@ bool ZnDbAssocValueParamList::remove(ZnAtom name) {
   return true;
 }
 
-void ZnDbAssocValueParamList::bdocOut(ZnDbFiler& filer) const {
+template<class Filer> void ZnDbAssocValueParamList::bdocOut(Filer& filer) const {
   filer.writeInt32(static_cast<std::int32_t>(params_.size()));
   for (const ZnDbAssocValueParam& param : params_) {
     filer.writeAtom(param.name());
@@ -97,7 +98,7 @@ void ZnDbAssocValueParamList::bdocOut(ZnDbFiler& filer) const {
   }
 }
 
-ErrorStatus ZnDbAssocValueParamList::bdocIn(ZnDbFiler& filer) {
+template<class Filer> ErrorStatus ZnDbAssocValueParamList::bdocIn(Filer& filer) {
   params_.clear();
   const int names = filer.readCount(kLeastBytes);
   params_.reserve(static_cast<size_t>(names));
@@ -135,22 +136,42 @@ void ZnDbAssocValueParamList::tdocOut(ZnDbTdocFiler& filer) const {
   }
 }
 
-bool ZnDbAssocValueParamList::TdocReader::take(const ZnDbTdocItem& item) {
-  if (item.code == kNameCode) {
-    name_ = item.text.atom();
-  } else if (item.code == kExpressionCode) {
-    expression_ = item.text;
-  } else if (item.code == kEvaluatorCode) {
-    evaluatorId_ = item.text;
-  } else if (!name_.isNull() && ZnDbEvalVariant::isTdocCode(item.code)) {
-    ZnDbAssocValue value{{}, std::move(expression_), std::move(evaluatorId_)};
-    value.value.tdocIn(item);
-    const ZnDbAssocValueParam* param = list_.find(name_);
-    list_.put(name_, param ? param->count() : 0, value);
-    expression_.clear();
-    evaluatorId_.clear();
-  } else {
-    return false;
+// Texts stand before the value that they belong to.
+bool ZnDbAssocValueParamList::tdocIn(ZnDbTdocItems& items) {
+  params_.clear();
+  ZnAtom name;
+  ZnDbAssocValue value;
+  for (const ZnDbTdocItem& item : items.all()) {
+    if (item.code == kNameCode) {
+      name = item.text.atom();
+    } else if (item.code == kExpressionCode) {
+      value.expression = item.text;
+    } else if (item.code == kEvaluatorCode) {
+      value.evaluatorId = item.text;
+    } else if (!name.isNull() && ZnDbEvalVariant::isTdocCode(item.code)) {
+      value.value.tdocIn(item);
+      const ZnDbAssocValueParam* param = find(name);
+      put(name, param ? param->count() : 0, value);
+      value = {};
+    }
   }
-  return true;
+  return !params_.empty();
 }
+
+void ZnDbFieldCodec<ZnDbAssocValueParamList>::show(ZnDbFieldVisitor& visitor, const ZnDbField& field,
+                                                   const Raw& list) {
+  for (const ZnDbAssocValueParam& param : list.params()) {
+    const ZnString name(param.name());
+    for (int i = 0; i < param.count(); ++i) {
+      ZnDbField seen = field;
+      seen.name = name.c_str();
+      seen.entry = i;
+      param.at(i).value.visit([&](auto value) { visitor.visit(seen, value); });
+    }
+  }
+}
+
+template void ZnDbAssocValueParamList::bdocOut(ZnDbFiler&) const;
+template void ZnDbAssocValueParamList::bdocOut(ZnDbMemoryFiler&) const;
+template ErrorStatus ZnDbAssocValueParamList::bdocIn(ZnDbFiler&);
+template ErrorStatus ZnDbAssocValueParamList::bdocIn(ZnDbMemoryFiler&);

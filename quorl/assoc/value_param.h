@@ -52,6 +52,8 @@ private:
   int count_ = 0;
 };
 
+class ZnDbTdocItems;
+
 class ZnDbAssocValueParamList {
 public:
   // Null when there is no parameter of that name; allocates nothing.
@@ -71,25 +73,29 @@ public:
   using Params = std::vector<ZnDbAssocValueParam, ZnDbPoolAllocator<ZnDbAssocValueParam>>;
   const Params& params() const { return params_; }
 
-  void bdocOut(ZnDbFiler& filer) const;
-  Quorl::ErrorStatus bdocIn(ZnDbFiler& filer);
+  // Fields; the filer is a ZnDbFiler or, inlined, a ZnDbMemoryFiler. Two parameters of one name, or one
+  // without a value, are damage. In text each name is followed by its values, which their codes tell from
+  // texts.
+  template<class Filer> void bdocOut(Filer& filer) const;
+  template<class Filer> Quorl::ErrorStatus bdocIn(Filer& filer);
   void tdocOut(ZnDbTdocFiler& filer) const;
-
-  // Reads the items of the text format in order.
-  class TdocReader {
-  public:
-    explicit TdocReader(ZnDbAssocValueParamList& list)
-        : list_(list) {}
-    // False for an item that is none of the list's.
-    bool take(const ZnDbTdocItem& item);
-
-  private:
-    ZnDbAssocValueParamList& list_;
-    ZnAtom name_;
-    ZnString expression_, evaluatorId_;
-  };
+  bool tdocIn(ZnDbTdocItems& items); // false where there are none
+  static constexpr int kNameCode = 300;
 
 private:
   ZnDbAssocValueParam& made(ZnAtom name);
   Params params_;
+};
+
+template<class T> struct ZnDbFieldCodec;
+template<> struct ZnDbFieldCodec<ZnDbAssocValueParamList> {
+  using Raw = ZnDbAssocValueParamList;
+  static const Raw& get(const Raw& value) { return value; }
+  static void set(Raw& value, Raw&& raw) { value = std::move(raw); }
+  template<class F> static void write(F& filer, const Raw& list) { list.bdocOut(filer); }
+  template<class F> static void read(F& filer, Raw& list) { list.bdocIn(filer); }
+  static void writeText(ZnDbTdocFiler& filer, int, const Raw& list) { list.tdocOut(filer); }
+  static bool readText(ZnDbTdocItems& items, int, Raw& list) { return list.tdocIn(items); }
+  // Each value under its own name.
+  static void show(class ZnDbFieldVisitor& visitor, const struct ZnDbField& field, const Raw& list);
 };

@@ -1,6 +1,8 @@
 // A parameter that holds a reference to one vertex, or a fixed point.
 #pragma once
 
+#include <optional>
+
 #include "quorl/assoc/geom_action_param.h"
 #include "quorl/db/entity/edge_ref.h"
 
@@ -16,12 +18,8 @@ public:
   // The parameter stays in the action and depends on nothing; with releaseOwned its dependency is erased.
   virtual Quorl::ErrorStatus emptyVertex(bool releaseOwned);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
-  bool hasFixedPoint_ = false;
-  ZnGePoint3d fixedPoint_;
+  std::optional<ZnGePoint3d> fixedPoint_;
 };

@@ -7,11 +7,7 @@
 #include <vector>
 
 #include "quorl/base/atom.h"
-#include "quorl/db/core/object_id.h"
-
-// The kinds of reference; the numbers stand in files.
-enum class ZnReferenceKind : std::uint8_t { kSoftPointer, kHardPointer, kSoftOwner, kHardOwner };
-constexpr int kReferenceKinds = 4;
+#include "quorl/db/core/filer.h"
 
 struct ZnDbReference {
   ZnReferenceKind kind = ZnReferenceKind::kSoftPointer;

@@ -5,37 +5,6 @@
 
 using Quorl::ErrorStatus;
 
-namespace {
-
-void writeReference(ZnDbFiler& filer, const ZnDbReference& reference) {
-  switch (reference.kind) {
-  case ZnReferenceKind::kSoftPointer:
-    return filer.writeSoftPointerId(reference.id);
-  case ZnReferenceKind::kHardPointer:
-    return filer.writeHardPointerId(reference.id);
-  case ZnReferenceKind::kSoftOwner:
-    return filer.writeSoftOwnershipId(reference.id);
-  case ZnReferenceKind::kHardOwner:
-    return filer.writeHardOwnershipId(reference.id);
-  }
-}
-
-ZnDbObjectId readReference(ZnDbFiler& filer, ZnReferenceKind kind) {
-  switch (kind) {
-  case ZnReferenceKind::kSoftPointer:
-    return filer.readSoftPointerId();
-  case ZnReferenceKind::kHardPointer:
-    return filer.readHardPointerId();
-  case ZnReferenceKind::kSoftOwner:
-    return filer.readSoftOwnershipId();
-  case ZnReferenceKind::kHardOwner:
-    return filer.readHardOwnershipId();
-  }
-  return {};
-}
-
-} // namespace
-
 const ZnDbProxy* zndbProxy(const ZnDbObject* object) {
   const ZnRxClass* cls = object->isA();
   if (cls == ZnDbProxyObject::desc()) return static_cast<const ZnDbProxyObject*>(object);
@@ -50,7 +19,7 @@ ErrorStatus zndbWriteProxyData(ZnDbFiler& filer, const ZnDbProxyData& data) {
   filer.writeInt32(static_cast<std::int32_t>(data.rest.references.size()));
   for (const ZnDbReference& reference : data.rest.references) {
     filer.writeInt8(static_cast<std::int8_t>(reference.kind));
-    writeReference(filer, reference);
+    filer.writeId(reference.kind, reference.id);
   }
   filer.writeInt32(static_cast<std::int32_t>(data.rest.atoms.size()));
   for (const ZnAtom atom : data.rest.atoms) filer.writeAtom(atom);
@@ -67,7 +36,7 @@ ErrorStatus zndbReadProxyData(ZnDbFiler& filer, ZnDbProxyData& data) {
     if (kind < 0 || kind >= kReferenceKinds) filer.setStatus(Quorl::eFileDamaged);
     if (filer.status() != Quorl::eOk) return filer.status();
     const auto known = static_cast<ZnReferenceKind>(kind);
-    read.rest.references.push_back({known, readReference(filer, known)});
+    read.rest.references.push_back({known, filer.readId(known)});
   }
   for (int count = filer.readCount(); count > 0; --count) read.rest.atoms.push_back(filer.readAtom());
   if (!read.cls) filer.setStatus(Quorl::eFileDamaged);

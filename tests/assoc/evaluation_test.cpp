@@ -344,6 +344,17 @@ TEST_F(EvaluationTest, objects_on_the_way_to_a_nested_entity_mark_the_action) {
   EXPECT_EQ(radius(output), 4.0);
 }
 
+TEST_F(EvaluationTest, a_dependency_that_only_writes_hears_of_erasing_alone) {
+  const ZnDbObjectId output = addCircle(1.0), other = addCircle(1.0);
+  const ZnDbObjectId bodyId = addSum({addCircle(2.0)}, output);
+  addDependency(bodyId, ZnDbCompoundObjectId(other), false, true);
+  evaluate();
+  setRadius(other, 5.0);
+  EXPECT_EQ(statusOf(bodyId), kIsUpToDateAssocStatus);
+  erase(other);
+  EXPECT_EQ(statusOf(bodyId), kChangedDirectlyAssocStatus);
+}
+
 TEST_F(EvaluationTest, long_chains_are_followed_to_the_end) {
   const int kLength = 3000;
   std::vector<std::vector<int>> inputs(kLength);

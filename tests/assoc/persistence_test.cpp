@@ -2,13 +2,7 @@
 #include <tuple>
 
 #include "assoc/assoc_fixture.h"
-#include "assoc/tdoc_list_filer.h"
 #include "quorl/assoc/dependency.h"
-#include "quorl/assoc/dim_assoc.h"
-#include "quorl/assoc/edge_action_param.h"
-#include "quorl/assoc/vertex_action_param.h"
-#include "quorl/db/core/memory_filer.h"
-#include "quorl/db/entity/radial_dimension.h"
 
 namespace {
 
@@ -19,109 +13,10 @@ protected:
       , output(addCircle(1.0))
       , bodyId(addSum({source}, output)) {}
 
-  // One of everything that the framework files.
-  void addOneOfEach() {
-    ZnDbHolder<ZnDbAssocActionBody> body;
-    ASSERT_EQ(body.openForWrite(bodyId), Quorl::eOk);
-    ZnDbObjectId id;
-    int index = 0;
-    ASSERT_EQ(body->addParam(L"E", ZnDbAssocEdgeActionParam::desc(), id, index), Quorl::eOk);
-    ZnDbHolder<ZnDbAssocEdgeActionParam> edge;
-    ASSERT_EQ(edge.openForWrite(id), Quorl::eOk);
-    ASSERT_EQ(
-        edge->setEdgeRef(ZnDbEdgeRef(ZnDbFullSubentPath(source, ZnDb::kEdgeSubentType, 0)), true, false, 3),
-        Quorl::eOk);
-    ASSERT_EQ(body->addParam(L"V", ZnDbAssocVertexActionParam::desc(), id, index), Quorl::eOk);
-    ZnDbHolder<ZnDbAssocVertexActionParam> vertex;
-    ASSERT_EQ(vertex.openForWrite(id), Quorl::eOk);
-    ASSERT_EQ(vertex->setVertexRef(ZnDbVertexRef(ZnGePoint3d(1, 2, 3))), Quorl::eOk);
-    ZnArray<ZnString> texts, errors;
-    ZnArray<ZnDbEvalVariant> array;
-    for (const ZnDbEvalVariant& value :
-         {ZnDbEvalVariant(), ZnDbEvalVariant(7), ZnDbEvalVariant(0.1), ZnDbEvalVariant(L"x"),
-          ZnDbEvalVariant(source), ZnDbEvalVariant(ZnGePoint3d(4, 5, 6))}) {
-      array.append(value);
-      texts.append(array.length() == 2 ? ZnString(L"1+6") : ZnString());
-    }
-    ASSERT_EQ(body->setValueParamArray(L"array", array, texts, ZnArray<ZnString>(), errors, true),
-              Quorl::eOk);
-    ASSERT_EQ(body->setValueParam(L"single", ZnDbEvalVariant(2.5)), Quorl::eOk);
-    const ZnDbObjectId dimension = addEntity(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(1, 0, 0)));
-    ASSERT_EQ(ZnDbDimAssoc::post(
-                  dimension, {{0, ZnDbCompoundObjectId(source), ZnDbSubentId(ZnDb::kEdgeSubentType, 0)}}, id),
-              Quorl::eOk);
-  }
-
-  std::vector<const ZnDbObject*> assocObjects() const {
-    std::vector<const ZnDbObject*> objects;
-    for (const ZnDbObjectId id : database->allObjectIds())
-      for (const ZnRxClass* cls : {ZnDbAssocAction::desc(), ZnDbAssocDependency::desc(),
-                                   ZnDbAssocActionParam::desc(), ZnDbDimAssoc::desc()})
-        if (id.isDerivedFrom(cls)) objects.push_back(id.slot()->object);
-    return objects;
-  }
-  static std::string fields(const ZnDbObject& object, ZnDbFiler::Kind kind = ZnDbFiler::kFile) {
-    ZnDbMemoryFiler filer(kind, object.database());
-    EXPECT_EQ(object.bdocOutFields(filer), Quorl::eOk);
-    return filer.takeBytes();
-  }
-  static std::unique_ptr<ZnDbObject> fresh(const ZnDbObject& object) {
-    return std::unique_ptr<ZnDbObject>(static_cast<ZnDbObject*>(object.isA()->create()));
-  }
-
   ZnDbObjectId source, output, bodyId;
 };
 
 } // namespace
-
-TEST_F(PersistenceTest, fields_come_back_in_both_formats) {
-  addOneOfEach();
-  const std::vector<const ZnDbObject*> objects = assocObjects();
-  ASSERT_GE(objects.size(), 9u);
-  for (const ZnDbObject* object : objects) {
-    SCOPED_TRACE(object->isA()->name().utf8());
-    // A member of a network is written as owned by what the network itself is, which a fresh object is not.
-    const bool isNetwork = object->isKindOf(ZnDbAssocNetwork::desc());
-    const std::string bytes = fields(*object);
-    const std::unique_ptr<ZnDbObject> binary = fresh(*object), text = fresh(*object);
-    ZnDbMemoryFiler filer(ZnDbFiler::kFile, database.get());
-    filer.setBytes(bytes);
-    EXPECT_EQ(binary->bdocInFields(filer), Quorl::eOk);
-    EXPECT_EQ(filer.remaining(), 0u);
-    TdocListFiler list(database.get());
-    EXPECT_EQ(object->tdocOutFields(list), Quorl::eOk);
-    EXPECT_EQ(text->tdocInFields(list), Quorl::eOk);
-    EXPECT_TRUE(list.atEndOfObject());
-    if (isNetwork) {
-      const auto& members = static_cast<const ZnDbAssocNetwork*>(object)->getActions();
-      EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(binary.get())->getActions() == members);
-      EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(text.get())->getActions() == members);
-    } else {
-      EXPECT_EQ(fields(*binary), bytes);
-      EXPECT_EQ(fields(*text), bytes);
-    }
-  }
-  // The copies knew their places in the lists for a moment; the objects themselves know them again.
-  for (const ZnDbObject* object : objects)
-    if (object->isKindOf(ZnDbAssocNetwork::desc())) const_cast<ZnDbObject*>(object)->loaded();
-}
-
-TEST_F(PersistenceTest, damaged_fields_are_refused_at_every_length) {
-  addOneOfEach();
-  int refused = 0;
-  for (const ZnDbObject* object : assocObjects()) {
-    SCOPED_TRACE(object->isA()->name().utf8());
-    const std::string bytes = fields(*object);
-    for (size_t length = 0; length < bytes.size(); ++length) {
-      const std::unique_ptr<ZnDbObject> damaged = fresh(*object);
-      ZnDbMemoryFiler filer(ZnDbFiler::kFile, database.get());
-      filer.setBytes(bytes.substr(0, length));
-      EXPECT_NE(damaged->bdocInFields(filer), Quorl::eOk) << "cut at " << length;
-      ++refused;
-    }
-  }
-  EXPECT_GT(refused, 500);
-}
 
 TEST_F(PersistenceTest, marks_are_found_again_from_the_stored_statuses) {
   evaluate();

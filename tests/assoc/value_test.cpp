@@ -4,7 +4,6 @@
 #include "assoc/assoc_fixture.h"
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/edge_action_param.h"
-#include "quorl/db/core/memory_filer.h"
 
 namespace {
 
@@ -53,13 +52,6 @@ TEST_F(ValueTest, a_variant_answers_its_own_kind_and_refuses_others) {
     EXPECT_EQ(s == L"untouched", !c.isText);
     EXPECT_EQ(p.x, c.isPoint ? 1.0 : 9.0);
     for (const Kinds& other : cases) EXPECT_EQ(c.value == other.value, &c == &other);
-
-    ZnDbMemoryFiler filer(ZnDbFiler::kFile, database.get());
-    c.value.bdocOut(filer);
-    filer.rewind();
-    ZnDbEvalVariant back(99);
-    EXPECT_EQ(back.bdocIn(filer), Quorl::eOk);
-    EXPECT_TRUE(back == c.value);
   }
   // The text of an id leads back to the object.
   ZnString handle;

@@ -22,8 +22,6 @@ struct EntitySample {
   bool refusesStretch = false; // uneven scale or skew
   bool refusesTurn = false;    // anything but moving and scaling
   bool isFlat = true;          // has a plane of its own
-  // Bytes that its base class writes; its own fields begin there.
-  std::function<size_t(const ZnDbEntity&)> baseSize;
 };
 inline std::ostream& operator<<(std::ostream& out, const EntitySample& sample) { return out << sample.name; }
 

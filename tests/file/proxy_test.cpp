@@ -100,11 +100,6 @@ TEST_F(Proxies, AreWrittenBackUnchangedOnEveryWay) {
   }
 }
 
-TEST_F(Proxies, OfOneFormatAreTheSameBytesAsTheirClassWrites) {
-  EXPECT_TRUE(written(*opened(binary), kBinary) == binary);
-  EXPECT_EQ(written(*opened(text), kText), text);
-}
-
 TEST_F(Proxies, KeepTheRegistrationOfTheirClass) {
   for (const std::string& bytes : {binary, text}) {
     const auto unknown = opened(bytes);

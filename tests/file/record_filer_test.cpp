@@ -2,9 +2,6 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <cstring>
-#include <limits>
-
 #include "quorl/db/core/database.h"
 #include "quorl/file/handle_index.h"
 #include "quorl/file/record_filer.h"
@@ -43,102 +40,6 @@ TEST(ByteCodec, RefusesCountsThatAreNone) {
   ZnByteWriter(most).putCount(~0ull);
   EXPECT_EQ(most.size(), 10u);
   EXPECT_EQ(ZnByteReader(most).takeCount(), ~0ull);
-}
-
-TEST(ByteCodec, ATextLongerThanWhatIsLeftIsRefused) {
-  std::string bytes;
-  ZnByteWriter(bytes).putCount(1ull << 60);
-  bytes += "abc";
-  ZnByteReader reader(bytes);
-  EXPECT_EQ(reader.takeText(), "");
-  EXPECT_FALSE(reader.isGood());
-}
-
-RC_GTEST_PROP(RecordFiler, EveryTypeComesBack,
-              (bool flag, std::int8_t a, std::int16_t b, std::int32_t c, std::int64_t d, std::uint64_t bits,
-               std::string blob)) {
-  double real;
-  std::memcpy(&real, &bits, sizeof real);
-  ZnDbDatabase database;
-  ZnDbObjectRecord record;
-  ZnDbRecordFiler out(record);
-  out.writeBool(flag);
-  out.writeInt8(a);
-  out.writeSoftPointerId(database.layerZero());
-  out.writeInt16(b);
-  out.writeAtom(ZnAtom::of(L"name"));
-  out.writeInt32(c);
-  out.writeHardOwnershipId({});
-  out.writeInt64(d);
-  out.writeDouble(real);
-  out.writeAtom({});
-  out.writeString(L"te\u00dft\U0001F4D0");
-  out.writeBytes(blob.data(), blob.size());
-  ZnDbRecordFiler in(record);
-  RC_ASSERT(in.readBool() == flag);
-  RC_ASSERT(in.readInt8() == a);
-  RC_ASSERT(in.readSoftPointerId() == database.layerZero());
-  RC_ASSERT(in.readInt16() == b);
-  RC_ASSERT(in.readAtom() == ZnAtom::of(L"name"));
-  RC_ASSERT(in.readInt32() == c);
-  RC_ASSERT(in.readHardOwnershipId().isNull());
-  RC_ASSERT(in.readInt64() == d);
-  const double back = in.readDouble();
-  RC_ASSERT(std::memcmp(&back, &real, sizeof real) == 0);
-  RC_ASSERT(in.readAtom().isNull());
-  RC_ASSERT(in.readString() == ZnString(L"te\u00dft\U0001F4D0"));
-  RC_ASSERT(!in.atEnd());
-  RC_ASSERT(in.readBytes() == blob);
-  RC_ASSERT(in.atEnd());
-  RC_ASSERT(in.status() == Quorl::eOk);
-}
-
-TEST(RecordFiler, FailsPastTheEndOfEachOfItsListsAndStaysFailed) {
-  const struct {
-    const char* name;
-    void (*read)(ZnDbRecordFiler&);
-    Quorl::ErrorStatus status;
-  } cases[] = {
-      {"number",
-       [](ZnDbRecordFiler& f) {
-         f.readInt64();
-         f.readInt8();
-       },
-       Quorl::eFilerError},
-      {"text",
-       [](ZnDbRecordFiler& f) {
-         f.readInt32();
-         f.readString();
-       },
-       Quorl::eFilerError},
-      {"atom",
-       [](ZnDbRecordFiler& f) {
-         f.readAtom();
-         f.readAtom();
-       },
-       Quorl::eFilerError},
-      {"id",
-       [](ZnDbRecordFiler& f) {
-         f.readHardPointerId();
-         f.readHardPointerId();
-       },
-       Quorl::eFilerError},
-      {"id of another kind", [](ZnDbRecordFiler& f) { f.readSoftPointerId(); }, Quorl::eFileDamaged}};
-  for (const auto& [name, read, status] : cases) {
-    ZnDbObjectRecord record;
-    ZnDbRecordFiler out(record);
-    out.writeInt64(-1);
-    out.writeAtom(ZnAtom::of(L"x"));
-    out.writeHardPointerId({});
-    ZnDbRecordFiler in(record);
-    read(in);
-    EXPECT_EQ(in.status(), status) << name;
-    in.readInt8();
-    EXPECT_EQ(in.status(), status) << name;
-    in.restart();
-    EXPECT_EQ(in.status(), Quorl::eOk) << name;
-    EXPECT_EQ(in.readInt64(), -1) << name;
-  }
 }
 
 TEST(RecordFiler, CountsOfIdsAreCheckedAgainstTheListOfIds) {

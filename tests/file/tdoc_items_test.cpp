@@ -81,24 +81,4 @@ TEST(TdocItems, CodesStandForTypes) {
   }
 }
 
-TEST(TdocItems, LinesThatAreNoPairsAreRefusedAndNotConsumed) {
-  const struct {
-    std::string text;
-    const char* fault;
-  } cases[] = {
-      {"abc\n1\n", "no number"}, {"\n1\n", "no number"},
-      {"1 \nx\n", "no number"},  {"99999999999\nx\n", "no number"},
-      {"1\n", "missing"},        {"1\nx", "does not end"},
-      {"1", "does not end"},     {"1\n" + std::string(Quorl::kLongestLine + 1, 'x') + "\n", "too long"}};
-  for (const auto& [text, fault] : cases) {
-    Quorl::TdocLines lines(text, 40);
-    int code = 0;
-    std::string_view value;
-    EXPECT_FALSE(lines.next(code, value));
-    EXPECT_NE(std::string(lines.fault()).find(fault), std::string::npos) << lines.fault();
-    EXPECT_EQ(lines.position(), 0u);
-    EXPECT_EQ(lines.line(), 40u);
-  }
-}
-
 } // namespace

@@ -18,53 +18,6 @@ protected:
   ZnHandleIndex index;
 };
 
-TEST_F(TextFilers, EveryItemComesBack) {
-  std::string text;
-  ZnDbTextOutFiler out(text);
-  out.writeId(330, database.layerTableId());
-  out.writeSubclassMarker(L"Marker");
-  out.writeBool(290, true);
-  out.writeInteger(60, -32768);
-  out.writeInteger(90, 2147483647);
-  out.writeInteger(160, INT64_MIN);
-  out.writeDouble(40, -0.1);
-  out.writeString(1, L"a\n\\\u00e4");
-  out.writePoint3d(11, {1, -2, 1e-300});
-  out.writeBytes(310, "\x00\xFF", 2);
-  out.writeId(360, {});
-  ASSERT_EQ(out.status(), Quorl::eOk);
-  ZnDbTextInFiler in(text, &database, index, 1);
-  ZnDbTdocItem item;
-  const auto next = [&] { return in.readItem(item) == Quorl::eOk ? item.code : -1; };
-  EXPECT_FALSE(in.atSubclassData(L"Marker")) << "another item comes first";
-  EXPECT_EQ(next(), 330);
-  EXPECT_EQ(item.id, database.layerTableId());
-  EXPECT_FALSE(in.atSubclassData(L"Other"));
-  EXPECT_TRUE(in.atSubclassData(L"Marker"));
-  EXPECT_EQ(next(), 290);
-  EXPECT_EQ(item.integer, 1);
-  for (const std::int64_t value : {std::int64_t{-32768}, std::int64_t{2147483647}, INT64_MIN}) {
-    EXPECT_GT(next(), 0);
-    EXPECT_EQ(item.integer, value);
-  }
-  EXPECT_EQ(next(), 40);
-  EXPECT_EQ(item.real, -0.1);
-  EXPECT_EQ(next(), 1);
-  EXPECT_EQ(item.text, L"a\n\\\u00e4");
-  for (int again = 0; again < 2; ++again) {
-    EXPECT_EQ(next(), 11);
-    EXPECT_EQ(item.point, ZnGePoint3d(1, -2, 1e-300));
-    if (again == 0) in.pushBackItem();
-  }
-  EXPECT_EQ(next(), 310);
-  EXPECT_EQ(item.text, L"00FF");
-  EXPECT_FALSE(in.atEndOfObject());
-  EXPECT_EQ(next(), 360);
-  EXPECT_TRUE(item.id.isNull());
-  EXPECT_TRUE(in.atEndOfObject());
-  EXPECT_EQ(in.readItem(item), Quorl::eFilerError);
-}
-
 TEST_F(TextFilers, ACodeOfAnotherTypeIsNotWritten) {
   const std::pair<const char*, void (*)(ZnDbTextOutFiler&)> cases[] = {
       {"bool", [](ZnDbTextOutFiler& f) { f.writeBool(60, true); }},

@@ -1,13 +1,13 @@
 #include "quorl/db/core/database.h"
 
 #include <algorithm>
-#include <map>
 
 #include "quorl/db/core/database_reactor.h"
 #include "quorl/db/core/database_version.h"
 #include "quorl/db/core/event_reactor.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/core/object_access.h"
+#include "quorl/db/core/slot_table.h"
 #include "quorl/db/core/tell_each.h"
 #include "quorl/db/core/transaction.h"
 #include "quorl/db/core/undo.h"
@@ -24,37 +24,8 @@ void ZnDbDatabase::rxInit() {
 }
 static const bool registeredDatabase = (ZnDbDatabase::rxInit(), true);
 
-// Slots stand in blocks that never move, so that an id can hold an address; blocks are found by handle.
-struct ZnDbDatabase::SlotTable {
-  static constexpr std::uint64_t kBlock = 256;
-  using Block = std::vector<ZnDbSlot, ZnDbPoolAllocator<ZnDbSlot>>; // of kBlock slots, which never move
-  std::map<std::uint64_t, Block> blocks;
-  std::uint64_t lastNumber = ~0ull;
-  ZnDbSlot* lastBlock = nullptr;
-
-  ZnDbSlot* find(std::uint64_t handle, bool create) {
-    const std::uint64_t number = handle / kBlock;
-    if (number != lastNumber || !lastBlock) {
-      auto found = blocks.find(number);
-      if (found == blocks.end()) {
-        if (!create) return nullptr;
-        found = blocks.emplace(number, Block(kBlock)).first;
-      }
-      lastNumber = number;
-      lastBlock = found->second.data();
-    }
-    return &lastBlock[handle % kBlock];
-  }
-
-  template<class Call> void forEach(Call&& call) {
-    for (auto& [number, block] : blocks)
-      for (std::uint64_t i = 0; i < kBlock; ++i)
-        if (block[i].object) call(block[i]);
-  }
-};
-
 ZnDbDatabase::ZnDbDatabase(bool buildDefaults)
-    : slots_(std::make_unique<SlotTable>())
+    : slots_(std::make_unique<ZnDbSlotTable>())
     , savedByVersion_(Quorl::kFileVersion)
     , savedByMaintenanceVersion_(Quorl::kFileMaintenanceVersion)
     , undo_(std::make_unique<ZnDbUndoRecorder>(*this))
@@ -81,16 +52,14 @@ ErrorStatus ZnDbDatabase::addObject(ZnDbObject* object, ZnDbObjectId owner, ZnDb
   if (!object) return Quorl::eNullObjectPointer;
   if (object->database()) return Quorl::eAlreadyInDatabase;
   if (object->isA()->isAbstract()) return Quorl::eWrongObjectClass;
-  ZnDbSlot* slot = slots_->find(nextHandle_, true);
-  slot->handle = nextHandle_++;
-  slot->database = this;
+  ZnDbSlot* slot = slots_->make(this);
   slot->object = object;
   slot->objectClass = object->isA();
   slot->writers = 1;
   ZnDbObjectAccess::setSlot(object, slot);
   ZnDbObjectAccess::setOwner(object, owner);
   ZnDbObjectAccess::setNew(object);
-  ++objectCount_;
+  slots_->count(1);
   undo_->keepCreation(object);
   id = ZnDbObjectId(slot);
   return Quorl::eOk;
@@ -102,11 +71,7 @@ ErrorStatus ZnDbDatabase::getZnDbObjectId(ZnDbObjectId& id, bool create, ZnDbHan
   if (handle.isNull()) return Quorl::eNullObjectId;
   ZnDbSlot* slot = slots_->find(handle.value, create);
   if (!slot || (!slot->object && !create)) return Quorl::eKeyNotFound;
-  if (!slot->database) {
-    slot->database = this;
-    slot->handle = handle.value;
-    nextHandle_ = std::max(nextHandle_, handle.value + 1);
-  }
+  if (!slot->database) slots_->settle(slot, this, handle.value);
   id = ZnDbObjectId(slot);
   return Quorl::eOk;
 }
@@ -117,7 +82,7 @@ ErrorStatus ZnDbDatabase::installObject(ZnDbObjectId id, ZnDbObject* object) {
   id.slot()->object = object;
   id.slot()->objectClass = object->isA();
   ZnDbObjectAccess::setSlot(object, id.slot());
-  ++objectCount_;
+  slots_->count(1);
   return Quorl::eOk;
 }
 
@@ -134,17 +99,21 @@ ZnDbObject* ZnDbDatabase::replaceObject(ZnDbObjectId id, ZnDbObject* object) {
 
 std::vector<ZnDbObjectId> ZnDbDatabase::allObjectIds() const {
   std::vector<ZnDbObjectId> ids;
-  ids.reserve(objectCount_);
+  ids.reserve(slots_->liveCount());
   slots_->forEach([&](ZnDbSlot& slot) { ids.push_back(ZnDbObjectId(&slot)); });
   return ids;
 }
 
-void ZnDbDatabase::setNextHandle(ZnDbHandle next) { nextHandle_ = std::max(nextHandle_, next.value); }
+size_t ZnDbDatabase::objectCount() const { return slots_->liveCount(); }
+
+ZnDbHandle ZnDbDatabase::nextHandle() const { return ZnDbHandle(slots_->next()); }
+
+void ZnDbDatabase::setNextHandle(ZnDbHandle next) { slots_->setNext(next.value); }
 
 ErrorStatus ZnDbDatabase::getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClass* recordClass,
                                          ZnDbOpenMode mode) {
   table = nullptr;
-  for (const ZnDbObjectId id : {blockTableId_, layerTableId_, linetypeTableId_, dimStyleTableId_}) {
+  for (const ZnDbObjectId id : {ids_.blockTable, ids_.layerTable, ids_.linetypeTable, ids_.dimStyleTable}) {
     if (!id.isValid()) continue;
     const auto* candidate = static_cast<const ZnDbSymbolTable*>(id.slot()->object);
     if (candidate->recordClass() == recordClass) return zndbOpenObject(table, id, mode);
@@ -154,45 +123,9 @@ ErrorStatus ZnDbDatabase::getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClas
 
 ZnDbObjectId ZnDbDatabase::getLayoutDictionary() const {
   ZnDbObjectId id;
-  ZnDbHolder<ZnDbDictionary> named(namedObjectsDictionaryId_);
+  ZnDbHolder<ZnDbDictionary> named(ids_.namedObjects);
   if (named.isOpen()) named->getAt(L"QUORL_LAYOUT", id);
   return id;
-}
-
-ZnDbDatabase::HeaderIds ZnDbDatabase::headerIds() const {
-  return {blockTableId_,
-          layerTableId_,
-          linetypeTableId_,
-          dimStyleTableId_,
-          namedObjectsDictionaryId_,
-          modelSpaceId_,
-          paperSpaceId_,
-          currentSpaceId_,
-          currentLayerId_,
-          currentLinetypeId_,
-          currentDimensionStyleId_,
-          layerZero_,
-          byLayerLinetype_,
-          byBlockLinetype_,
-          continuousLinetype_};
-}
-
-void ZnDbDatabase::setHeaderIds(const HeaderIds& ids) {
-  blockTableId_ = ids.blockTable;
-  layerTableId_ = ids.layerTable;
-  linetypeTableId_ = ids.linetypeTable;
-  dimStyleTableId_ = ids.dimStyleTable;
-  namedObjectsDictionaryId_ = ids.namedObjects;
-  modelSpaceId_ = ids.modelSpace;
-  paperSpaceId_ = ids.paperSpace;
-  currentSpaceId_ = ids.currentSpace;
-  currentLayerId_ = ids.clayer;
-  currentLinetypeId_ = ids.celtype;
-  currentDimensionStyleId_ = ids.dimstyle;
-  layerZero_ = ids.layerZero;
-  byLayerLinetype_ = ids.byLayer;
-  byBlockLinetype_ = ids.byBlock;
-  continuousLinetype_ = ids.continuous;
 }
 
 bool ZnDbDatabase::isUndoing() const { return undo_->isUndoing(); }

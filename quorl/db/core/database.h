@@ -1,13 +1,14 @@
-// A drawing: its objects, tables, header values, undo history and watchers.
+// A drawing: the door to its objects, tables, header values, variables, undo history and watchers, each of
+// which is a part of its own.
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "quorl/base/array.h"
+#include "quorl/db/core/drawing_variables.h"
+#include "quorl/db/core/header_ids.h"
 #include "quorl/db/core/line_weight.h"
 #include "quorl/db/core/object.h"
 #include "quorl/ge/matrix3d.h"
@@ -43,36 +44,36 @@ public:
   ZnDbObject* replaceObject(ZnDbObjectId id, ZnDbObject* object);
   // All slots with an object, erased ones too, in order of handles.
   std::vector<ZnDbObjectId> allObjectIds() const;
-  size_t objectCount() const { return objectCount_; } // not erased
-  ZnDbHandle nextHandle() const { return ZnDbHandle(nextHandle_); }
+  size_t objectCount() const; // not erased
+  ZnDbHandle nextHandle() const;
   void setNextHandle(ZnDbHandle next);
 
   // Tables and dictionaries; null in a bare drawing until its reader sets them.
-  ZnDbObjectId blockTableId() const { return blockTableId_; }
-  ZnDbObjectId layerTableId() const { return layerTableId_; }
-  ZnDbObjectId linetypeTableId() const { return linetypeTableId_; }
-  ZnDbObjectId dimStyleTableId() const { return dimStyleTableId_; }
-  ZnDbObjectId namedObjectsDictionaryId() const { return namedObjectsDictionaryId_; }
+  ZnDbObjectId blockTableId() const { return ids_.blockTable; }
+  ZnDbObjectId layerTableId() const { return ids_.layerTable; }
+  ZnDbObjectId linetypeTableId() const { return ids_.linetypeTable; }
+  ZnDbObjectId dimStyleTableId() const { return ids_.dimStyleTable; }
+  ZnDbObjectId namedObjectsDictionaryId() const { return ids_.namedObjects; }
   // The table whose records are of that class, opened; the caller closes it.
   Quorl::ErrorStatus getSymbolTable(ZnDbSymbolTable*& table, const ZnRxClass* recordClass, ZnDbOpenMode mode);
   ZnDbObjectId getLayoutDictionary() const;
 
   // Header values
-  ZnDbObjectId modelSpaceId() const { return modelSpaceId_; }
-  ZnDbObjectId paperSpaceId() const { return paperSpaceId_; }
-  ZnDbObjectId currentSpaceId() const { return currentSpaceId_; }
+  ZnDbObjectId modelSpaceId() const { return ids_.modelSpace; }
+  ZnDbObjectId paperSpaceId() const { return ids_.paperSpace; }
+  ZnDbObjectId currentSpaceId() const { return ids_.currentSpace; }
   Quorl::ErrorStatus setCurrentSpaceId(ZnDbObjectId blockRecord);
-  ZnDbObjectId clayer() const { return currentLayerId_; }
+  ZnDbObjectId clayer() const { return ids_.clayer; }
   Quorl::ErrorStatus setCurrentLayer(ZnDbObjectId layer);
-  ZnDbObjectId celtype() const { return currentLinetypeId_; }
+  ZnDbObjectId celtype() const { return ids_.celtype; }
   Quorl::ErrorStatus setCurrentLinetype(ZnDbObjectId linetype);
-  ZnDbObjectId dimstyle() const { return currentDimensionStyleId_; }
+  ZnDbObjectId dimstyle() const { return ids_.dimstyle; }
   Quorl::ErrorStatus setCurrentDimensionStyle(ZnDbObjectId style);
-  ZnDbObjectId layerZero() const { return layerZero_; }
-  ZnDbObjectId byLayerLinetype() const { return byLayerLinetype_; }
-  ZnDbObjectId byBlockLinetype() const { return byBlockLinetype_; }
-  ZnDbObjectId continuousLinetype() const { return continuousLinetype_; }
-  double ltscale() const;
+  ZnDbObjectId layerZero() const { return ids_.layerZero; }
+  ZnDbObjectId byLayerLinetype() const { return ids_.byLayer; }
+  ZnDbObjectId byBlockLinetype() const { return ids_.byBlock; }
+  ZnDbObjectId continuousLinetype() const { return ids_.continuous; }
+  double ltscale() const { return variables_.linetypeScale(); }
   Quorl::ErrorStatus setLtscale(double scale);
   const ZnGeMatrix3d& ucsMatrix() const { return ucsMatrix_; }
   void setUcsMatrix(const ZnGeMatrix3d& ucs) { ucsMatrix_ = ucs; }
@@ -80,9 +81,9 @@ public:
   void setInsertionUnits(int units) { insertionUnits_ = units; }
 
   // Variables of drawing scope, see ZnRxVariableStore. A change is undoable and told to the reactors.
-  const ZnRxVariableValue* find(ZnAtom name) const override;
+  const ZnRxVariableValue* find(ZnAtom name) const override { return variables_.find(name); }
   void put(ZnAtom name, const ZnRxVariableValue& value) override;
-  const std::unordered_map<ZnAtom, ZnRxVariableValue>& variables() const { return variables_; }
+  const std::unordered_map<ZnAtom, ZnRxVariableValue>& variables() const { return variables_.all(); }
 
   // Linetypes and lineweights
   // Loads a linetype by name ("*" for all) from a linetype file on the resource or file path. eNotFound for
@@ -109,14 +110,9 @@ public:
   ZnDbTransactionManager& transactionManager() { return *transactions_; }
   bool isUndoing() const;
 
-  // The ids that a drawing's header names, all of them, in one place for building and reading.
-  struct HeaderIds {
-    ZnDbObjectId blockTable, layerTable, linetypeTable, dimStyleTable, namedObjects;
-    ZnDbObjectId modelSpace, paperSpace, currentSpace, clayer, celtype, dimstyle;
-    ZnDbObjectId layerZero, byLayer, byBlock, continuous;
-  };
-  HeaderIds headerIds() const;
-  void setHeaderIds(const HeaderIds& ids);
+  using HeaderIds = ZnDbHeaderIds;
+  const HeaderIds& headerIds() const { return ids_; }
+  void setHeaderIds(const HeaderIds& ids) { ids_ = ids; }
 
   // Clones the objects (all in one database) into the owner, which may be of another database, with what
   // they own; ids among the clones are translated, others stay within one database and become null across.
@@ -131,26 +127,18 @@ private:
   friend class ZnDbUndoRecorder;
   friend class ZnDbObject;
   friend struct ZnDbObjectAccess;
-  struct SlotTable;
 
   void noteHeaderChange(const wchar_t* name, bool before);
-  Quorl::ErrorStatus changeHeaderId(ZnDbObjectId ZnDbDatabase::*place, ZnDbObjectId id, const ZnRxClass* cls,
+  Quorl::ErrorStatus changeHeaderId(ZnDbObjectId ZnDbHeaderIds::*place, ZnDbObjectId id, const ZnRxClass* cls,
                                     const wchar_t* name);
-  void exchangeVariable(ZnAtom name, std::optional<ZnRxVariableValue>& value);
 
-  std::unique_ptr<SlotTable> slots_;
-  std::uint64_t nextHandle_ = 1;
-  size_t objectCount_ = 0;
-  ZnDbObjectId blockTableId_, layerTableId_, linetypeTableId_, dimStyleTableId_, namedObjectsDictionaryId_;
-  ZnDbObjectId modelSpaceId_, paperSpaceId_, currentSpaceId_, currentLayerId_, currentLinetypeId_,
-      currentDimensionStyleId_;
-  ZnDbObjectId layerZero_, byLayerLinetype_, byBlockLinetype_, continuousLinetype_;
+  std::unique_ptr<class ZnDbSlotTable> slots_;
+  ZnDbHeaderIds ids_;
   ZnGeMatrix3d ucsMatrix_;
   int insertionUnits_ = 4;
-  double ltscale_ = 1.0;
   int savedByVersion_, savedByMaintenanceVersion_;
   ZnString fileName_;
-  std::unordered_map<ZnAtom, ZnRxVariableValue> variables_;
+  ZnDbDrawingVariables variables_;
   std::vector<ZnDbDatabaseReactor*> reactors_;
   std::unique_ptr<ZnDbUndoRecorder> undo_;
   std::unique_ptr<ZnDbTransactionManager> transactions_;

@@ -38,11 +38,6 @@ ErrorStatus fillLinetype(ZnDbLinetypeTableRecord& record, const ZnDbLinetypeDesc
   return Quorl::eOk;
 }
 
-const ZnString& ltscaleName() {
-  static const ZnString name(L"LTSCALE");
-  return name;
-}
-
 } // namespace
 
 void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
@@ -54,73 +49,52 @@ void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
 }
 
 // Header ids change alike: the record must be of the right class, the old value is kept, watchers are told.
-ErrorStatus ZnDbDatabase::changeHeaderId(ZnDbObjectId ZnDbDatabase::*place, ZnDbObjectId id,
+ErrorStatus ZnDbDatabase::changeHeaderId(ZnDbObjectId ZnDbHeaderIds::*place, ZnDbObjectId id,
                                          const ZnRxClass* cls, const wchar_t* name) {
   if (id.isErased() || id.database() != this || !id.isDerivedFrom(cls)) return Quorl::eInvalidInput;
-  if (this->*place == id) return Quorl::eOk;
+  if (ids_.*place == id) return Quorl::eOk;
   noteHeaderChange(name, true);
-  undo_->keepHeader([this, place, kept = this->*place]() mutable { std::swap(kept, this->*place); });
-  this->*place = id;
+  undo_->keepHeader([this, place, kept = ids_.*place]() mutable { std::swap(kept, ids_.*place); });
+  ids_.*place = id;
   noteHeaderChange(name, false);
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbDatabase::setCurrentSpaceId(ZnDbObjectId blockRecord) {
-  return changeHeaderId(&ZnDbDatabase::currentSpaceId_, blockRecord, ZnDbBlockTableRecord::desc(), L"CTAB");
+  return changeHeaderId(&ZnDbHeaderIds::currentSpace, blockRecord, ZnDbBlockTableRecord::desc(), L"CTAB");
 }
 
 ErrorStatus ZnDbDatabase::setCurrentLayer(ZnDbObjectId layer) {
-  return changeHeaderId(&ZnDbDatabase::currentLayerId_, layer, ZnDbLayerTableRecord::desc(), L"CurrentLayer");
+  return changeHeaderId(&ZnDbHeaderIds::clayer, layer, ZnDbLayerTableRecord::desc(), L"CurrentLayer");
 }
 
 ErrorStatus ZnDbDatabase::setCurrentLinetype(ZnDbObjectId linetype) {
-  return changeHeaderId(&ZnDbDatabase::currentLinetypeId_, linetype, ZnDbLinetypeTableRecord::desc(),
+  return changeHeaderId(&ZnDbHeaderIds::celtype, linetype, ZnDbLinetypeTableRecord::desc(),
                         L"CurrentLinetype");
 }
 
 ErrorStatus ZnDbDatabase::setCurrentDimensionStyle(ZnDbObjectId style) {
-  return changeHeaderId(&ZnDbDatabase::currentDimensionStyleId_, style, ZnDbDimStyleTableRecord::desc(),
+  return changeHeaderId(&ZnDbHeaderIds::dimstyle, style, ZnDbDimStyleTableRecord::desc(),
                         L"CurrentDimensionStyle");
 }
 
-double ZnDbDatabase::ltscale() const { return ltscale_; }
-
 ErrorStatus ZnDbDatabase::setLtscale(double scale) {
   if (!(scale > 0.0) || !std::isfinite(scale)) return Quorl::eOutOfRange;
-  put(ltscaleName().atom(), ZnRxVariableValue::ofDouble(scale));
+  put(ZnDbDrawingVariables::linetypeScaleName(), ZnRxVariableValue::ofDouble(scale));
   return Quorl::eOk;
-}
-
-const ZnRxVariableValue* ZnDbDatabase::find(ZnAtom name) const {
-  const auto found = variables_.find(name);
-  return found == variables_.end() ? nullptr : &found->second;
-}
-
-// An absent value is a state of its own: undoing the first change makes the value absent again.
-void ZnDbDatabase::exchangeVariable(ZnAtom name, std::optional<ZnRxVariableValue>& value) {
-  std::optional<ZnRxVariableValue> before;
-  if (const ZnRxVariableValue* held = find(name)) before = *held;
-  if (value)
-    variables_[name] = *value;
-  else
-    variables_.erase(name);
-  value = before;
-  if (name != ltscaleName().atom()) return;
-  const ZnRxVariableValue* held = find(name);
-  ltscale_ = held ? held->number().value_or(1.0) : 1.0;
 }
 
 void ZnDbDatabase::put(ZnAtom name, const ZnRxVariableValue& value) {
   const std::wstring text(name.text());
   noteHeaderChange(text.c_str(), true);
   std::optional<ZnRxVariableValue> exchanged = value;
-  exchangeVariable(name, exchanged);
-  undo_->keepHeader([this, name, exchanged]() mutable { exchangeVariable(name, exchanged); });
+  variables_.exchange(name, exchanged);
+  undo_->keepHeader([this, name, exchanged]() mutable { variables_.exchange(name, exchanged); });
   noteHeaderChange(text.c_str(), false);
 }
 
 ErrorStatus ZnDbDatabase::loadLineTypeFile(const ZnString& name, const ZnString& file) {
-  ZnDbHolder<ZnDbLinetypeTable> table(linetypeTableId_);
+  ZnDbHolder<ZnDbLinetypeTable> table(ids_.linetypeTable);
   if (!table.isOpen()) return table.status();
   const bool all = name == L"*";
   if (!all && table->has(name)) return Quorl::eDuplicateKey;

@@ -139,11 +139,12 @@ private:
   }
 
   ErrorStatus fillClones() {
+    // The filer keeps its memory from clone to clone.
+    TranslatingFiler filer(&destination_, mapping_);
     for (const Clone& clone : clones_) {
-      ZnDbMemoryFiler original(ZnDbFiler::kClone, &source_);
-      clone.original.slot()->object->bdocOutFields(original);
-      TranslatingFiler filer(&destination_, mapping_);
-      filer.setBytes(original.takeBytes());
+      filer.clear();
+      clone.original.slot()->object->bdocOutFields(filer);
+      filer.rewind();
       ZnDbObject* copy = clone.copy.slot()->object;
       if (const ErrorStatus status = copy->bdocInFields(filer); status != Quorl::eOk) return status;
       ZnDbObjectAccess::setOwner(copy, ownerOf(clone));

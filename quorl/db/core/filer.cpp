@@ -1,5 +1,32 @@
 #include "quorl/db/core/filer.h"
 
+void ZnDbFiler::writeId(ZnReferenceKind kind, ZnDbObjectId id) {
+  switch (kind) {
+  case ZnReferenceKind::kSoftPointer:
+    return writeSoftPointerId(id);
+  case ZnReferenceKind::kHardPointer:
+    return writeHardPointerId(id);
+  case ZnReferenceKind::kSoftOwner:
+    return writeSoftOwnershipId(id);
+  case ZnReferenceKind::kHardOwner:
+    return writeHardOwnershipId(id);
+  }
+}
+
+ZnDbObjectId ZnDbFiler::readId(ZnReferenceKind kind) {
+  switch (kind) {
+  case ZnReferenceKind::kSoftPointer:
+    return readSoftPointerId();
+  case ZnReferenceKind::kHardPointer:
+    return readHardPointerId();
+  case ZnReferenceKind::kSoftOwner:
+    return readSoftOwnershipId();
+  case ZnReferenceKind::kHardOwner:
+    return readHardOwnershipId();
+  }
+  return {};
+}
+
 // Read one by one: the order of evaluation in an argument list is open.
 ZnGePoint3d ZnDbFiler::readPoint3d() {
   const double x = readDouble();

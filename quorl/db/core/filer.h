@@ -11,6 +11,14 @@
 #include "quorl/ge/point3d.h"
 #include "quorl/ge/vector3d.h"
 
+class ZnDbMemoryFiler;
+
+// How an object refers to another one; the numbers stand in files. Ownership ids name what the object owns,
+// pointer ids what it refers to; hard ones keep the target alive when unused objects are purged, and pull it
+// along in a deep clone.
+enum class ZnReferenceKind : std::uint8_t { kSoftPointer, kHardPointer, kSoftOwner, kHardOwner };
+constexpr int kReferenceKinds = 4;
+
 class ZnDbFiler {
 public:
   // kFile: the drawing's file. kUndo: an object's own state for undo; containers leave their member lists
@@ -18,7 +26,10 @@ public:
   // drawing, ids translated afterwards. kIds: only the ids matter, a walk over references.
   enum Kind { kFile, kUndo, kClone, kIds };
 
+  ZnDbFiler() = default;
   virtual ~ZnDbFiler() = default;
+  // The filer itself where it works in memory, so that many small calls can be inlined; else null.
+  ZnDbMemoryFiler* inMemory() const { return memory_; }
   virtual Kind kind() const = 0;
   // Sticky: after the first failure every read leaves its target alone and gives the failure.
   virtual Quorl::ErrorStatus status() const = 0;
@@ -35,8 +46,6 @@ public:
   virtual void writeString(const ZnString& value) = 0;
   virtual void writeAtom(ZnAtom value) = 0;
   virtual void writeBytes(const void* bytes, size_t count) = 0; // the length is written with them
-  // Ownership ids name what the object owns, pointer ids what it refers to; hard ones keep the target
-  // alive when unused objects are purged, and pull it along in a deep clone.
   virtual void writeSoftPointerId(ZnDbObjectId id) = 0;
   virtual void writeHardPointerId(ZnDbObjectId id) = 0;
   virtual void writeSoftOwnershipId(ZnDbObjectId id) = 0;
@@ -69,9 +78,18 @@ public:
     writeDouble(v.y);
     writeDouble(v.z);
   }
+  void writeId(ZnReferenceKind kind, ZnDbObjectId id);
+  ZnDbObjectId readId(ZnReferenceKind kind);
   ZnGePoint3d readPoint3d();
   ZnGeVector3d readVector3d();
   // A count of elements of at least that many bytes each; a negative or impossible one sets eFileDamaged
   // and gives 0.
   int readCount(size_t leastBytesEach = 1);
+
+protected:
+  explicit ZnDbFiler(ZnDbMemoryFiler* self)
+      : memory_(self) {}
+
+private:
+  ZnDbMemoryFiler* memory_ = nullptr;
 };

@@ -1,26 +1,19 @@
 #include "quorl/db/core/memory_filer.h"
 
+#include <algorithm>
 #include <cstring>
 
-template<class T> T ZnDbMemoryFiler::take() {
-  T value{};
-  if (status_ != Quorl::eOk) return value;
-  if (remaining() < sizeof(T)) {
-    status_ = Quorl::eFilerError;
-    return value;
-  }
-  std::memcpy(&value, bytes_.data() + at_, sizeof(T));
-  at_ += sizeof(T);
-  return value;
+// Room grows ahead of what is used: most fields are a few bytes, and there are many.
+void ZnDbMemoryFiler::grow(size_t count) {
+  constexpr size_t kFirstRoom = 256;
+  bytes_.resize(std::max(bytes_.size() * 2, used_ + count + kFirstRoom));
 }
 
-template std::int8_t ZnDbMemoryFiler::take<std::int8_t>();
-template std::int16_t ZnDbMemoryFiler::take<std::int16_t>();
-template std::int32_t ZnDbMemoryFiler::take<std::int32_t>();
-template std::int64_t ZnDbMemoryFiler::take<std::int64_t>();
-template double ZnDbMemoryFiler::take<double>();
-template const ZnAtom::Entry* ZnDbMemoryFiler::take<const ZnAtom::Entry*>();
-template ZnDbSlot* ZnDbMemoryFiler::take<ZnDbSlot*>();
+void ZnDbMemoryFiler::putBytes(const void* bytes, size_t count) {
+  if (bytes_.size() - used_ < count) grow(count);
+  std::memcpy(bytes_.data() + used_, bytes, count);
+  used_ += count;
+}
 
 std::string ZnDbMemoryFiler::takeBytes() {
   bytes_.resize(used_);
@@ -32,6 +25,11 @@ void ZnDbMemoryFiler::setBytes(std::string bytes) {
   bytes_ = std::move(bytes);
   used_ = bytes_.size();
   rewind();
+}
+
+void ZnDbMemoryFiler::copyBytes(std::string_view bytes) {
+  clear();
+  putBytes(bytes.data(), bytes.size());
 }
 
 void ZnDbMemoryFiler::rewind() {

@@ -4,10 +4,11 @@
 
 #include "quorl/db/core/database.h"
 #include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/id_mapping.h"
-#include "quorl/db/core/memory_filer.h"
 #include "quorl/db/core/object_access.h"
 #include "quorl/db/core/object_reactor.h"
+#include "quorl/db/core/slot_table.h"
 #include "quorl/db/core/tell_each.h"
 #include "quorl/db/core/undo.h"
 #include "quorl/db/core/watch_link.h"
@@ -157,48 +158,63 @@ ErrorStatus ZnDbObject::deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMa
   return status;
 }
 
-ErrorStatus ZnDbObject::bdocOutFields(ZnDbFiler& filer) const {
-  filer.writeSoftPointerId(ownerId_);
-  filer.writeHardOwnershipId(extensionDictionary_);
-  return filer.status();
+template<class Walk> void ZnDbObject::describeAll(Walk& walk) {
+  walk.leading({330, 360});
+  walk.id(ZnReferenceKind::kSoftPointer, 330, L"owner", ownerId_, {.nullIsWritten = true});
+  walk.id(ZnReferenceKind::kHardOwner, 360, L"extension dictionary", extensionDictionary_,
+          {ZnDbDictionary::desc()});
 }
 
-ErrorStatus ZnDbObject::bdocInFields(ZnDbFiler& filer) {
-  assertWriteEnabled();
-  ownerId_ = filer.readSoftPointerId();
-  extensionDictionary_ = filer.readHardOwnershipId();
-  return filer.status();
+ZNDB_DEFINE_FILING(ZnDbObject)
+
+bool ZnDbObject::hasSameFields(const ZnDbObject& other) const {
+  if (isA() != other.isA()) return false;
+  ZnDbMemoryFiler mine(ZnDbFiler::kClone), others(ZnDbFiler::kClone);
+  bdocOutFields(mine);
+  other.bdocOutFields(others);
+  return mine.bytes() == others.bytes();
 }
 
-ErrorStatus ZnDbObject::tdocOutFields(ZnDbTdocFiler& filer) const {
-  filer.writeId(330, ownerId_);
-  if (!extensionDictionary_.isNull() && !extensionDictionary_.isErased())
-    filer.writeId(360, extensionDictionary_);
-  return filer.status();
-}
+ZnString ZnDbObject::auditLabel() const { return isA()->name() + L" " + handleText(handle()); }
 
-ErrorStatus ZnDbObject::tdocInFields(ZnDbTdocFiler& filer) {
-  assertWriteEnabled();
-  ZnDbTdocItem item;
-  while (!filer.atEndOfObject()) {
-    if (const ErrorStatus status = filer.readItem(item); status != Quorl::eOk) return status;
-    if (item.code == 330) {
-      ownerId_ = item.id;
-    } else if (item.code == 360) {
-      extensionDictionary_ = item.id;
-    } else {
-      filer.pushBackItem();
-      break;
-    }
+namespace {
+
+// Holds every field against its rule.
+class FieldAudit : public ZnDbFieldVisitor {
+public:
+  FieldAudit(std::vector<ZnString>& faults, const ZnString& label, bool fix)
+      : faults_(faults)
+      , label_(label)
+      , fix_(fix) {}
+
+  using ZnDbFieldVisitor::visit;
+  Wish visit(const ZnDbField& field, ZnDbObjectId&) override { return judge(field, L" is missing"); }
+
+protected:
+  Wish any(const ZnDbField& field) override { return judge(field, L" is out of range"); }
+
+private:
+  Wish judge(const ZnDbField& field, const wchar_t* what) {
+    if (field.status == Quorl::eOk) return kKeep;
+    faults_.push_back(label_ + (field.entry < 0 ? L": its " : L": a ") + field.name + what);
+    return fix_ ? kRepair : kKeep;
   }
-  return filer.status();
-}
+  std::vector<ZnString>& faults_;
+  ZnString label_;
+  bool fix_;
+};
+
+} // namespace
 
 void ZnDbObject::audit(std::vector<ZnString>& faults, bool fix) {
-  if (!extensionDictionary_.isNull() && !extensionDictionary_.isValid()) {
-    faults.push_back(isA()->name() + L" " + handleText(handle()) + L": extension dictionary is missing");
-    if (fix) extensionDictionary_.setNull();
-  }
+  const size_t before = faults.size();
+  FieldAudit judge(faults, auditLabel(), false);
+  walkFields(judge);
+  if (!fix || faults.size() == before) return;
+  assertWriteEnabled();
+  std::vector<ZnString> toldAlready;
+  FieldAudit repair(toldAlready, {}, true);
+  walkFields(repair);
 }
 
 void ZnDbObjectAccess::tellOpenedForModify(ZnDbObject* object) {
@@ -250,6 +266,6 @@ void ZnDbObjectAccess::markErased(ZnDbObject* object, bool erased) {
   if (slot->erased == erased) return;
   if (erased) object->detachLinks();
   slot->erased = erased;
-  slot->database->objectCount_ += erased ? static_cast<size_t>(-1) : 1;
+  slot->database->slots_->count(erased ? -1 : 1);
   if (!erased) object->attachLinks();
 }

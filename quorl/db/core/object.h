@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "quorl/base/array.h"
+#include "quorl/db/core/declare_fields.h"
 #include "quorl/db/core/drawable.h"
 #include "quorl/db/core/filer.h"
 #include "quorl/db/core/object_id.h"
@@ -12,6 +13,7 @@
 #include "quorl/db/core/open.h"
 #include "quorl/db/core/tdoc_filer.h"
 
+class ZnDbFieldVisitor;
 class ZnDbIdMapping;
 class ZnDbObjectReactor;
 
@@ -68,12 +70,17 @@ public:
   Quorl::ErrorStatus deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping,
                                bool isPrimary = true);
 
-  // Fields. Each level calls its base first. A reader leaves the object usable whatever the bytes say and
-  // reports damage by the status.
+  // Fields; each class states its own once, see declare_fields.h. A reader leaves the object usable whatever
+  // the bytes say and reports damage by the status: a bad field keeps the value that it had.
   virtual Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const;
   virtual Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer);
   virtual Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const;
   virtual Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer);
+  // By name and value; a visitor that changes something needs the object open for write.
+  virtual void walkFields(ZnDbFieldVisitor& visitor);
+  template<class Walk> void describeAll(Walk& walk);
+  // Of the same class with the same values: what a clone of either would hold.
+  bool hasSameFields(const ZnDbObject& other) const;
 
   // Reverse links of this object are hung up and taken down: after it enters a database, is read, cloned,
   // undone or unerased; before its fields are replaced and when it is erased. Both may be called twice.
@@ -96,11 +103,13 @@ public:
   }
   virtual Quorl::ErrorStatus postProcessAfterDeepClone(ZnDbIdMapping&) { return Quorl::eOk; }
 
-  // Finds faults of the object's own; with fix they are mended. Each fault is one line in the report.
+  // Finds faults of the object's own; with fix they are mended. Each fault is one line in the report. Here
+  // every field is held against its rule; classes add what ties fields and objects together.
   virtual void audit(std::vector<ZnString>& faults, bool fix);
 
 protected:
   ZnDbObject() = default;
+  virtual ZnString auditLabel() const; // how the audit's report calls the object
   virtual Quorl::ErrorStatus subErase(bool /*erasing*/) { return Quorl::eOk; }
   // Before and after a change of an open object's fields, for caches.
   virtual void subClose() {}

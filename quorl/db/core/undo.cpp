@@ -38,7 +38,8 @@ struct ZnDbUndoRecorder::Step {
 
 ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database)
     : database_(database)
-    , scratch_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database)) {}
+    , scratch_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database))
+    , reader_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database)) {}
 
 ZnDbUndoRecorder::~ZnDbUndoRecorder() = default;
 
@@ -74,7 +75,6 @@ void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
   if (!recording_ || undoing_ || slot->undoStamp == stamp_) return;
   begin();
   slot->undoStamp = stamp_;
-  // The filer keeps its memory from object to object.
   scratch_->clear();
   object->bdocOutFields(*scratch_);
   done_.back().addState(object->objectId(), slot->erased, scratch_->bytes());
@@ -125,12 +125,11 @@ void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) 
   inverse.addState(record.id, wasErased, scratch_->bytes());
   const ZnDbObjectId ownerBefore = object->ownerId();
   if (!wasErased) object->detachLinks();
-  ZnDbMemoryFiler filer(ZnDbFiler::kUndo, &database_);
-  filer.setBytes(step.bytes.substr(record.at, record.size));
+  reader_->copyBytes(std::string_view(step.bytes).substr(record.at, record.size));
   // Reading the old fields is no change of its own: nobody is told of it here.
   ++slot->writers;
   object->modified_ = true;
-  const ErrorStatus status = object->bdocInFields(filer);
+  const ErrorStatus status = object->bdocInFields(*reader_);
   object->modified_ = false;
   --slot->writers;
   QUORL_ASSERT(status == Quorl::eOk);

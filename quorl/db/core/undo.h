@@ -54,7 +54,7 @@ private:
   void restore(Step& step, const Record& record, Step& inverse);
 
   ZnDbDatabase& database_;
-  std::unique_ptr<class ZnDbMemoryFiler> scratch_;
+  std::unique_ptr<class ZnDbMemoryFiler> scratch_, reader_; // which keep their memory from object to object
   std::vector<Step> done_, undone_;
   std::uint32_t stamp_ = 1;
   bool recording_ = true, undoing_ = false;

@@ -1,14 +1,10 @@
 #include "quorl/db/entity/aligned_dimension.h"
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 
 using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAlignedDimension, ZnDbDimension, L"DIMALIGNED")
-
-namespace {
-constexpr std::int16_t kVersion = 1;
-}
 
 ZnDbAlignedDimension::ZnDbAlignedDimension(const ZnGePoint3d& first, const ZnGePoint3d& second,
                                            const ZnGePoint3d& dimensionLinePoint) {
@@ -45,25 +41,6 @@ void ZnDbAlignedDimension::build(const ZnDbDimensionSizes& sizes, ZnDbDimensionG
 }
 
 // Its points are filed by the base.
-ErrorStatus ZnDbAlignedDimension::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbDimension::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  return filer.status();
-}
+template<class Walk> void ZnDbAlignedDimension::describe(Walk& walk) { walk.section(className(), 1); }
 
-ErrorStatus ZnDbAlignedDimension::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbDimension::bdocInFields(filer); status != Quorl::eOk) return status;
-  zndbReadVersion(filer, kVersion);
-  return filer.status();
-}
-
-ErrorStatus ZnDbAlignedDimension::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbDimension::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  return filer.status();
-}
-
-ErrorStatus ZnDbAlignedDimension::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbDimension::tdocInFields(filer); status != Quorl::eOk) return status;
-  return zndbReadTdocSection(filer, className(), [](const ZnDbTdocItem&) {});
-}
+ZNDB_DEFINE_FIELDS(ZnDbAlignedDimension, ZnDbDimension)

@@ -28,10 +28,7 @@ public:
 
   double measurement() const override { return first_.distanceTo(second_); }
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
   std::vector<ZnGePoint3d*> definitionPoints() override { return {&first_, &second_, &dimensionLinePoint_}; }

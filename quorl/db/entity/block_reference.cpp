@@ -1,7 +1,7 @@
 #include "quorl/db/entity/block_reference.h"
 
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/db/entity/curve.h"
 #include "quorl/db/entity/curve_transform.h"
@@ -15,19 +15,10 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbBlockReference, ZnDbEntity, L"BLOCKREFERENCE")
 
 namespace {
 
-constexpr std::int16_t kVersion = 1;
+using Axes = ZnDbFieldCodec<ZnGeMatrix3d>::Axes;
 
-struct Axes {
-  ZnGePoint3d origin;
-  ZnGeVector3d x, y, z;
-  explicit Axes(const ZnGeMatrix3d& matrix) { matrix.getCoordSystem(origin, x, y, z); }
-};
-
-struct Fields {
-  ZnDbObjectId block;
-  ZnGeMatrix3d transform;
-  bool isUsable() const { return Quorl::isFinite(transform) && !transform.isSingular(); }
-};
+bool isInvertible(const ZnGeMatrix3d& m) { return Quorl::isFinite(m) && !m.isSingular(); }
+constexpr auto kTransform = ZnDbRule::passing(isInvertible, ZnGeMatrix3d());
 
 // Calls for each entity of the block that is not erased, opened for read. The ids are those of the record: an
 // entity that is erased meanwhile is skipped.
@@ -229,60 +220,13 @@ ErrorStatus ZnDbBlockReference::subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std
   });
 }
 
-ErrorStatus ZnDbBlockReference::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeHardPointerId(blockRecord_);
-  const Axes axes(transform_);
-  filer.writePoint3d(axes.origin);
-  for (const ZnGeVector3d& axis : {axes.x, axes.y, axes.z}) filer.writeVector3d(axis);
-  return filer.status();
+template<class Walk> void ZnDbBlockReference::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.id(ZnReferenceKind::kHardPointer, 340, L"block", blockRecord_);
+  walk.field(10, L"transform", transform_, kTransform);
 }
 
-ErrorStatus ZnDbBlockReference::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Fields fields{blockRecord_, transform_}, read;
-  read.block = filer.readHardPointerId();
-  Axes axes(read.transform);
-  axes.origin = filer.readPoint3d();
-  for (ZnGeVector3d* axis : {&axes.x, &axes.y, &axes.z}) *axis = filer.readVector3d();
-  read.transform.setCoordSystem(axes.origin, axes.x, axes.y, axes.z);
-  zndbTakeOver(filer, fields, std::move(read));
-  blockRecord_ = fields.block;
-  transform_ = fields.transform;
-  return filer.status();
-}
-
-ErrorStatus ZnDbBlockReference::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeId(340, blockRecord_);
-  const Axes axes(transform_);
-  filer.writePoint3d(10, axes.origin);
-  filer.writeVector3d(11, axes.x);
-  filer.writeVector3d(12, axes.y);
-  filer.writeVector3d(13, axes.z);
-  return filer.status();
-}
-
-ErrorStatus ZnDbBlockReference::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::tdocInFields(filer); status != Quorl::eOk) return status;
-  Fields fields{blockRecord_, transform_}, read = fields;
-  Axes axes(transform_);
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 340) read.block = item.id;
-    if (item.code == 10) axes.origin = item.point;
-    if (item.code == 11) axes.x = item.point.asVector();
-    if (item.code == 12) axes.y = item.point.asVector();
-    if (item.code == 13) axes.z = item.point.asVector();
-  });
-  read.transform.setCoordSystem(axes.origin, axes.x, axes.y, axes.z);
-  zndbTakeOver(filer, fields, std::move(read));
-  blockRecord_ = fields.block;
-  transform_ = fields.transform;
-  return filer.status();
-}
+ZNDB_DEFINE_FIELDS(ZnDbBlockReference, ZnDbEntity)
 
 void ZnDbBlockReference::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbEntity::audit(faults, fix);

@@ -33,10 +33,7 @@ public:
   // Copies of the block's entities under the transform, with by-block traits replaced by the reference's.
   Quorl::ErrorStatus explode(std::vector<std::unique_ptr<ZnDbEntity>>& pieces) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void attachLinks() override;
   void detachLinks() override;
   void audit(std::vector<ZnString>& faults, bool fix) override;

@@ -3,7 +3,7 @@
 #include <charconv>
 
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/entity/curve_snap.h"
@@ -19,8 +19,6 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_ABSTRACT(ZnDbDimension, ZnDbEntity)
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
 
 // What a style says; a dimension without one is drawn with the values of a new style.
 struct Style {
@@ -63,9 +61,7 @@ std::vector<const ZnGePoint3d*> ZnDbDimension::definitionPoints() const {
 
 ErrorStatus ZnDbDimension::setDefinitionPoint(ZnGePoint3d& target, const ZnGePoint3d& point) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(point)) return Quorl::eInvalidInput;
-  target = point;
-  return Quorl::eOk;
+  return ZnDbRule::take(target, point);
 }
 
 ErrorStatus ZnDbDimension::setDimensionStyle(ZnDbObjectId style) {
@@ -224,93 +220,16 @@ ErrorStatus ZnDbDimension::subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int
   return Quorl::eOk;
 }
 
-// The fields before they are found usable; points beyond those that were read stay as they are.
-struct ZnDbDimension::Fields {
-  ZnDbObjectId style;
-  ZnString text;
-  bool textPlaced = false;
-  ZnGePoint3d textPosition;
-  ZnGeVector3d normal;
-  std::vector<ZnGePoint3d> points;
-
-  bool isUsable() const {
-    for (const ZnGePoint3d& point : points)
-      if (!Quorl::isFinite(point)) return false;
-    return Quorl::isFinite(textPosition) && Quorl::isUnit(normal);
-  }
-};
-
-template<class Filer> ErrorStatus ZnDbDimension::takeOver(Filer& filer, Fields& read) {
-  Fields fields;
-  if (zndbTakeOver(filer, fields, std::move(read)) != Quorl::eOk) return filer.status();
-  styleId_ = fields.style;
-  text_ = fields.text;
-  textPlaced_ = fields.textPlaced;
-  textPosition_ = fields.textPosition;
-  normal_ = fields.normal;
-  const std::vector<ZnGePoint3d*> points = definitionPoints();
-  for (size_t i = 0; i < fields.points.size(); ++i) *points[i] = fields.points[i];
-  return filer.status();
-}
-
 // The points that define a dimension are filed here for all kinds: who has more fields adds them.
-ErrorStatus ZnDbDimension::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeHardPointerId(styleId_);
-  filer.writeString(text_);
-  filer.writeBool(textPlaced_);
-  filer.writePoint3d(textPosition_);
-  filer.writeVector3d(normal_);
-  for (const ZnGePoint3d* point : definitionPoints()) filer.writePoint3d(*point);
-  return filer.status();
+template<class Walk> void ZnDbDimension::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.id(ZnReferenceKind::kHardPointer, 340, L"dimension style", styleId_,
+          {ZnDbDimStyleTableRecord::desc(), &ZnDbDatabase::dimstyle});
+  walk.field(1, L"text", text_);
+  walk.field(290, L"text is placed", textPlaced_);
+  walk.field(10, L"text position", textPosition_);
+  walk.field(11, L"normal", normal_, ZnDbRule::unit());
+  for (ZnGePoint3d* point : definitionPoints()) walk.field(12, L"definition point", *point);
 }
 
-ErrorStatus ZnDbDimension::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Fields read;
-  read.style = filer.readHardPointerId();
-  read.text = filer.readString();
-  read.textPlaced = filer.readBool();
-  read.textPosition = filer.readPoint3d();
-  read.normal = filer.readVector3d();
-  const size_t count = definitionPoints().size();
-  for (size_t i = 0; i < count; ++i) read.points.push_back(filer.readPoint3d());
-  return takeOver(filer, read);
-}
-
-ErrorStatus ZnDbDimension::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeId(340, styleId_);
-  filer.writeString(1, text_);
-  filer.writeBool(290, textPlaced_);
-  filer.writePoint3d(10, textPosition_);
-  filer.writeVector3d(11, normal_);
-  for (const ZnGePoint3d* point : definitionPoints()) filer.writePoint3d(12, *point);
-  return filer.status();
-}
-
-ErrorStatus ZnDbDimension::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::tdocInFields(filer); status != Quorl::eOk) return status;
-  const size_t count = definitionPoints().size();
-  Fields read{styleId_, text_, textPlaced_, textPosition_, normal_, {}};
-  zndbReadTdocSection(filer, ZnDbDimension::className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 340) read.style = item.id;
-    if (item.code == 1) read.text = item.text;
-    if (item.code == 290) read.textPlaced = item.integer != 0;
-    if (item.code == 10) read.textPosition = item.point;
-    if (item.code == 11) read.normal = item.point.asVector();
-    if (item.code == 12 && read.points.size() < count) read.points.push_back(item.point);
-  });
-  return takeOver(filer, read);
-}
-
-void ZnDbDimension::audit(std::vector<ZnString>& faults, bool fix) {
-  ZnDbEntity::audit(faults, fix);
-  if (!database() || (!styleId_.isErased() && styleId_.isDerivedFrom(ZnDbDimStyleTableRecord::desc())))
-    return;
-  faults.push_back(isA()->name() + L" " + handleText(handle()) + L": its dimension style is missing");
-  if (fix) styleId_ = database()->dimstyle();
-}
+ZNDB_DEFINE_FIELDS(ZnDbDimension, ZnDbEntity)

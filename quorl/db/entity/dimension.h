@@ -38,11 +38,7 @@ public:
   // Lines, closed polylines for the arrow heads, and a text.
   Quorl::ErrorStatus explode(std::vector<std::unique_ptr<ZnDbEntity>>& pieces) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
-  void audit(std::vector<ZnString>& faults, bool fix) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
   ZnDbDimension() = default;
@@ -63,9 +59,6 @@ protected:
                                        const ZnGeMatrix3d& insertion) const override;
 
 private:
-  struct Fields;
-  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
-
   ZnDbObjectId styleId_;
   ZnString text_;
   ZnGePoint3d textPosition_;

@@ -1,6 +1,6 @@
 #include "quorl/db/entity/ellipse.h"
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/ge/elliptical_arc3d.h"
 
@@ -9,8 +9,6 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbEllipse, ZnDbCurve, L"ELLIPSE")
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
 
 bool hasArea(const ZnGeVector3d& major, const ZnGeVector3d& minor) {
   return major.crossProduct(minor).length() > ZnGe::kSingularRatio * major.lengthSquared();
@@ -45,9 +43,7 @@ ErrorStatus ZnDbEllipse::set(const ZnGeEllipticalArc3d& ellipse) {
 
 ErrorStatus ZnDbEllipse::setCenter(const ZnGePoint3d& center) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(center)) return Quorl::eInvalidInput;
-  shape_.center = center;
-  return Quorl::eOk;
+  return ZnDbRule::take(shape_.center, center);
 }
 
 void ZnDbEllipse::appendPieces(std::vector<std::unique_ptr<ZnGeCurve3d>>& pieces) const {
@@ -72,49 +68,16 @@ ErrorStatus ZnDbEllipse::getPlane(ZnGePlane& plane) const {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbEllipse::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbCurve::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writePoint3d(shape_.center);
-  filer.writeVector3d(shape_.major);
-  filer.writeVector3d(shape_.minor);
-  filer.writeDouble(shape_.startParam);
-  filer.writeDouble(shape_.endParam);
-  return filer.status();
+template<class Walk> void ZnDbEllipse::describe(Walk& walk) {
+  walk.section(className(), 1);
+  const auto fields = [](auto& inner, auto& shape) {
+    inner.field(10, L"center", shape.center);
+    inner.field(11, L"major axis", shape.major);
+    inner.field(12, L"minor axis", shape.minor);
+    inner.field(40, L"start parameter", shape.startParam);
+    inner.field(41, L"end parameter", shape.endParam);
+  };
+  walk.whole(L"shape", shape_, fields, [](const Shape& shape) { return shape.isUsable(); });
 }
 
-ErrorStatus ZnDbEllipse::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbCurve::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Shape read;
-  read.center = filer.readPoint3d();
-  read.major = filer.readVector3d();
-  read.minor = filer.readVector3d();
-  read.startParam = filer.readDouble();
-  read.endParam = filer.readDouble();
-  return zndbTakeOver(filer, shape_, std::move(read));
-}
-
-ErrorStatus ZnDbEllipse::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbCurve::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writePoint3d(10, shape_.center);
-  filer.writeVector3d(11, shape_.major);
-  filer.writeVector3d(12, shape_.minor);
-  filer.writeDouble(40, shape_.startParam);
-  filer.writeDouble(41, shape_.endParam);
-  return filer.status();
-}
-
-ErrorStatus ZnDbEllipse::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbCurve::tdocInFields(filer); status != Quorl::eOk) return status;
-  Shape read = shape_;
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 10) read.center = item.point;
-    if (item.code == 11) read.major = item.point.asVector();
-    if (item.code == 12) read.minor = item.point.asVector();
-    if (item.code == 40) read.startParam = item.real;
-    if (item.code == 41) read.endParam = item.real;
-  });
-  return zndbTakeOver(filer, shape_, std::move(read));
-}
+ZNDB_DEFINE_FIELDS(ZnDbEllipse, ZnDbCurve)

@@ -32,10 +32,7 @@ public:
   Quorl::ErrorStatus transformBy(const ZnGeMatrix3d& transform) override;
   Quorl::ErrorStatus getPlane(ZnGePlane& plane) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
   struct Shape {

@@ -1,7 +1,7 @@
 #include "quorl/db/entity/entity.h"
 
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/entity/osnap_overrule.h"
@@ -13,8 +13,6 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_ABSTRACT(ZnDbEntity, ZnDbObject)
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
 
 ZnDbDatabase* databaseOf(const ZnDbEntity& entity) {
   return entity.database() ? entity.database() : zndbHostApplicationServices()->workingDatabase();
@@ -42,21 +40,10 @@ bool isLineWeight(std::int64_t weight) {
   return weight < 0 || ZnDbDatabase::getNearestLineWeight(static_cast<int>(weight)) == weight;
 }
 
+constexpr auto kLineWeights = ZnDbRule::passing(isLineWeight, ZnDb::kLineWeightByLayer);
+constexpr auto kVisibilities = ZnDbRule::between(ZnDb::kVisible, ZnDb::kInvisible);
+
 } // namespace
-
-// The traits as fields have them, before they are found usable.
-struct ZnDbEntity::FiledTraits {
-  ZnDbObjectId layer, linetype;
-  ZnCmColor color;
-  ZnCmTransparency transparency;
-  double linetypeScale = 1.0;
-  std::int64_t lineWeight = ZnDb::kLineWeightByLayer, visibility = ZnDb::kVisible;
-
-  bool isUsable() const {
-    return Quorl::isFinite(linetypeScale) && linetypeScale > 0.0 && isLineWeight(lineWeight) &&
-           (visibility == ZnDb::kVisible || visibility == ZnDb::kInvisible);
-  }
-};
 
 ZnString ZnDbEntity::layer() const { return nameOf(layerId_); }
 
@@ -113,9 +100,7 @@ ErrorStatus ZnDbEntity::setLinetypeScale(double scale, bool) {
 
 ErrorStatus ZnDbEntity::setLineWeight(ZnDb::LineWeight weight, bool) {
   assertWriteEnabled();
-  if (!isLineWeight(weight)) return Quorl::eOutOfRange;
-  lineWeight_ = weight;
-  return Quorl::eOk;
+  return ZnDbRule::take(lineWeight_, weight, kLineWeights);
 }
 
 ErrorStatus ZnDbEntity::setTransparency(const ZnCmTransparency& transparency, bool) {
@@ -126,9 +111,7 @@ ErrorStatus ZnDbEntity::setTransparency(const ZnCmTransparency& transparency, bo
 
 ErrorStatus ZnDbEntity::setVisibility(ZnDb::Visibility visibility, bool) {
   assertWriteEnabled();
-  if (visibility != ZnDb::kVisible && visibility != ZnDb::kInvisible) return Quorl::eOutOfRange;
-  visibility_ = visibility;
-  return Quorl::eOk;
+  return ZnDbRule::take(visibility_, visibility, kVisibilities);
 }
 
 void ZnDbEntity::setDatabaseDefaults(ZnDbDatabase* database) {
@@ -214,88 +197,18 @@ ZnGiSubEntityTraits ZnDbEntity::ownTraits() const {
   return traits;
 }
 
-template<class Filer> ErrorStatus ZnDbEntity::takeOver(Filer& filer, FiledTraits& traits) {
-  FiledTraits taken;
-  if (zndbTakeOver(filer, taken, std::move(traits)) != Quorl::eOk) return filer.status();
-  layerId_ = taken.layer;
-  linetypeId_ = taken.linetype;
-  color_ = taken.color;
-  transparency_ = taken.transparency;
-  linetypeScale_ = taken.linetypeScale;
-  lineWeight_ = static_cast<ZnDb::LineWeight>(taken.lineWeight);
-  visibility_ = static_cast<ZnDb::Visibility>(taken.visibility);
-  return filer.status();
+// Ids are read as they are: what they name may not have been read yet.
+template<class Walk> void ZnDbEntity::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.id(ZnReferenceKind::kHardPointer, 340, L"layer", layerId_,
+          {ZnDbLayerTableRecord::desc(), &ZnDbDatabase::layerZero});
+  walk.id(ZnReferenceKind::kHardPointer, 341, L"linetype", linetypeId_,
+          {ZnDbLinetypeTableRecord::desc(), &ZnDbDatabase::byLayerLinetype});
+  walk.field(90, L"color", color_);
+  walk.field(91, L"transparency", transparency_);
+  walk.field(40, L"linetype scale", linetypeScale_, ZnDbRule::positive());
+  walk.field(60, L"line weight", zndbAs<std::int16_t>(lineWeight_), kLineWeights);
+  walk.field(61, L"visibility", zndbAs<std::int8_t>(visibility_), kVisibilities);
 }
 
-ErrorStatus ZnDbEntity::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeHardPointerId(layerId_);
-  filer.writeHardPointerId(linetypeId_);
-  filer.writeInt32(static_cast<std::int32_t>(color_.packed()));
-  filer.writeInt32(static_cast<std::int32_t>(transparency_.packed()));
-  filer.writeDouble(linetypeScale_);
-  filer.writeInt16(lineWeight_);
-  filer.writeInt8(static_cast<std::int8_t>(visibility_));
-  return filer.status();
-}
-
-// Ids are taken as they are: what they name may not have been read yet.
-ErrorStatus ZnDbEntity::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  FiledTraits traits;
-  traits.layer = filer.readHardPointerId();
-  traits.linetype = filer.readHardPointerId();
-  traits.color = ZnCmColor::fromPacked(static_cast<std::uint32_t>(filer.readInt32()));
-  traits.transparency = ZnCmTransparency::fromPacked(static_cast<std::uint32_t>(filer.readInt32()));
-  traits.linetypeScale = filer.readDouble();
-  traits.lineWeight = filer.readInt16();
-  traits.visibility = filer.readInt8();
-  return takeOver(filer, traits);
-}
-
-ErrorStatus ZnDbEntity::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeId(340, layerId_);
-  filer.writeId(341, linetypeId_);
-  filer.writeInteger(90, color_.packed());
-  filer.writeInteger(91, transparency_.packed());
-  filer.writeDouble(40, linetypeScale_);
-  filer.writeInteger(60, lineWeight_);
-  filer.writeInteger(61, visibility_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbEntity::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  FiledTraits traits{layerId_, linetypeId_, color_, transparency_, linetypeScale_, lineWeight_, visibility_};
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 340) traits.layer = item.id;
-    if (item.code == 341) traits.linetype = item.id;
-    if (item.code == 90) traits.color = ZnCmColor::fromPacked(static_cast<std::uint32_t>(item.integer));
-    if (item.code == 91)
-      traits.transparency = ZnCmTransparency::fromPacked(static_cast<std::uint32_t>(item.integer));
-    if (item.code == 40) traits.linetypeScale = item.real;
-    if (item.code == 60) traits.lineWeight = item.integer;
-    if (item.code == 61) traits.visibility = item.integer;
-  });
-  return takeOver(filer, traits);
-}
-
-void ZnDbEntity::audit(std::vector<ZnString>& faults, bool fix) {
-  ZnDbObject::audit(faults, fix);
-  if (!database()) return;
-  const auto report = [&](const wchar_t* what) {
-    faults.push_back(isA()->name() + L" " + handleText(handle()) + L": " + what);
-  };
-  if (!isUsable(*this, layerId_, ZnDbLayerTableRecord::desc())) {
-    report(L"its layer is missing");
-    if (fix) layerId_ = database()->layerZero();
-  }
-  if (!isUsable(*this, linetypeId_, ZnDbLinetypeTableRecord::desc())) {
-    report(L"its linetype is missing");
-    if (fix) linetypeId_ = database()->byLayerLinetype();
-  }
-}
+ZNDB_DEFINE_FIELDS(ZnDbEntity, ZnDbObject)

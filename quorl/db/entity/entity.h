@@ -73,11 +73,7 @@ public:
   virtual std::unique_ptr<ZnDbEntity> subentEntity(const ZnDbSubentId& id) const;
 
   // Fields
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
-  void audit(std::vector<ZnString>& faults, bool fix) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
   ZnDbEntity() = default;
@@ -92,9 +88,6 @@ protected:
   ZnGiSubEntityTraits ownTraits() const;
 
 private:
-  struct FiledTraits;
-  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, FiledTraits& traits);
-
   ZnDbObjectId layerId_, linetypeId_;
   ZnCmColor color_;
   ZnCmTransparency transparency_;

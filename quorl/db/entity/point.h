@@ -20,10 +20,7 @@ public:
   void getSubentIds(ZnDb::SubentType type, ZnArray<ZnDbSubentId>& ids) const override;
   bool subentPoint(const ZnDbSubentId& id, ZnGePoint3d& point) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
   bool subWorldDraw(ZnGiWorldDraw& draw) const override;

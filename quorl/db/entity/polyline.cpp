@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/db/entity/plane_image.h"
 #include "quorl/ge/bulge.h"
@@ -12,20 +12,14 @@ using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbPolyline, ZnDbCurve, L"POLYLINE")
 
-namespace {
-constexpr std::int16_t kVersion = 1;
-}
-
-bool ZnDbPolyline::Shape::isUsable() const {
-  if (!Quorl::isFinite(elevation) || !Quorl::isUnit(normal) || nextId < 0) return false;
+bool ZnDbPolyline::Shape::hasUsableIds() const {
   std::vector<std::int32_t> ids;
   for (const Vertex& vertex : vertices) {
-    if (!Quorl::isFinite(vertex.point) || !Quorl::isFinite(vertex.bulge)) return false;
     if (vertex.id < 0 || vertex.id >= nextId) return false;
     ids.push_back(vertex.id);
   }
   std::sort(ids.begin(), ids.end());
-  return std::adjacent_find(ids.begin(), ids.end()) == ids.end();
+  return nextId >= 0 && std::adjacent_find(ids.begin(), ids.end()) == ids.end();
 }
 
 ErrorStatus ZnDbPolyline::addVertexAt(int index, const ZnGePoint2d& point, double bulge) {
@@ -180,77 +174,21 @@ bool ZnDbPolyline::subentPoint(const ZnDbSubentId& id, ZnGePoint3d& point) const
   return id.type() == ZnDb::kVertexSubentType && getPointAt(placeOf(id.index()), point) == Quorl::eOk;
 }
 
-ErrorStatus ZnDbPolyline::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbCurve::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeBool(shape_.closed);
-  filer.writeDouble(shape_.elevation);
-  filer.writeVector3d(shape_.normal);
-  filer.writeInt32(shape_.nextId);
-  filer.writeInt32(vertexCount());
-  for (const Vertex& vertex : shape_.vertices) {
-    filer.writeDouble(vertex.point.x);
-    filer.writeDouble(vertex.point.y);
-    filer.writeDouble(vertex.bulge);
-    filer.writeInt32(vertex.id);
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbPolyline::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbCurve::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Shape read;
-  read.closed = filer.readBool();
-  read.elevation = filer.readDouble();
-  read.normal = filer.readVector3d();
-  read.nextId = filer.readInt32();
-  for (int left = filer.readCount(3 * sizeof(double) + sizeof(std::int32_t)); left > 0; --left) {
-    Vertex& vertex = read.vertices.emplace_back();
-    vertex.point.x = filer.readDouble();
-    vertex.point.y = filer.readDouble();
-    vertex.bulge = filer.readDouble();
-    vertex.id = filer.readInt32();
-  }
-  return zndbTakeOver(filer, shape_, std::move(read));
-}
-
-ErrorStatus ZnDbPolyline::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbCurve::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeBool(290, shape_.closed);
-  filer.writeDouble(40, shape_.elevation);
-  filer.writeVector3d(11, shape_.normal);
-  filer.writeInteger(90, shape_.nextId);
-  for (const Vertex& vertex : shape_.vertices) {
-    filer.writePoint3d(10, ZnGePoint3d(vertex.point.x, vertex.point.y, 0.0));
-    filer.writeInteger(91, vertex.id);
-    filer.writeDouble(41, vertex.bulge);
-  }
-  return filer.status();
-}
-
-// A point begins a vertex; what follows up to the next point belongs to it.
-ErrorStatus ZnDbPolyline::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbCurve::tdocInFields(filer); status != Quorl::eOk) return status;
-  Shape read = shape_;
-  bool found = false, idsFit = true;
-  const auto asId = [&](std::int64_t number) {
-    const auto id = static_cast<std::int32_t>(number);
-    idsFit = idsFit && id == number;
-    return id;
+template<class Walk> void ZnDbPolyline::describe(Walk& walk) {
+  walk.section(className(), 1);
+  const auto vertexFields = [](auto& inner, Vertex& vertex) {
+    inner.field(10, L"vertex", vertex.point);
+    inner.field(41, L"bulge", vertex.bulge);
+    inner.field(91, L"vertex id", vertex.id);
   };
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (!std::exchange(found, true)) read.vertices.clear();
-    if (item.code == 290) read.closed = item.integer != 0;
-    if (item.code == 40) read.elevation = item.real;
-    if (item.code == 11) read.normal = item.point.asVector();
-    if (item.code == 90) read.nextId = asId(item.integer);
-    if (item.code == 10) read.vertices.push_back({ZnGePoint2d(item.point.x, item.point.y), 0.0, 0});
-    if (read.vertices.empty()) return;
-    if (item.code == 91) read.vertices.back().id = asId(item.integer);
-    if (item.code == 41) read.vertices.back().bulge = item.real;
-  });
-  if (!idsFit && filer.status() == Quorl::eOk) filer.setStatus(Quorl::eFileDamaged);
-  return zndbTakeOver(filer, shape_, std::move(read));
+  const auto fields = [&](auto& inner, Shape& shape) {
+    inner.field(290, L"closed", shape.closed);
+    inner.field(40, L"elevation", shape.elevation);
+    inner.field(11, L"normal", shape.normal, ZnDbRule::unit());
+    inner.field(90, L"next vertex id", shape.nextId);
+    inner.list(10, L"vertices", shape.vertices, vertexFields);
+  };
+  walk.whole(L"shape", shape_, fields, [](const Shape& shape) { return shape.hasUsableIds(); });
 }
+
+ZNDB_DEFINE_FIELDS(ZnDbPolyline, ZnDbCurve)

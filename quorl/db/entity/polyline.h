@@ -49,10 +49,7 @@ public:
   std::unique_ptr<ZnGeCurve3d> subentCurve(const ZnDbSubentId& id) const override;
   bool subentPoint(const ZnDbSubentId& id, ZnGePoint3d& point) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
   struct Vertex {
@@ -66,7 +63,7 @@ private:
     bool closed = false;
     double elevation = 0.0;
     ZnGeVector3d normal = ZnGeVector3d::kZAxis;
-    bool isUsable() const;
+    bool hasUsableIds() const; // each vertex has one of its own, below the next
   };
   bool has(int index) const { return index >= 0 && index < vertexCount(); }
   int placeOf(std::int64_t id) const; // -1 for an id that is gone

@@ -1,6 +1,6 @@
 #include "quorl/db/entity/round_dimension.h"
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 
 using Quorl::ErrorStatus;
@@ -8,22 +8,12 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_ABSTRACT(ZnDbRoundDimension, ZnDbDimension)
 
 namespace {
-
-constexpr std::int16_t kVersion = 1;
-
-struct Leader {
-  double length = 0.0;
-  bool isUsable() const { return Quorl::isFinite(length) && length >= 0.0; }
-};
-
-} // namespace
+constexpr auto kLeaderLength = ZnDbRule::atLeast(0.0);
+}
 
 ErrorStatus ZnDbRoundDimension::setLeaderLength(double length) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(length)) return Quorl::eInvalidInput;
-  if (length < 0.0) return Quorl::eOutOfRange;
-  leaderLength_ = length;
-  return Quorl::eOk;
+  return ZnDbRule::take(leaderLength_, length, kLeaderLength);
 }
 
 // The leader keeps its proportion to the measured length.
@@ -47,36 +37,9 @@ void ZnDbRoundDimension::build(const ZnDbDimensionSizes& sizes, ZnDbDimensionGra
   graphics.textPosition = middle + normal().crossProduct(graphics.textDirection) * sizes.textGap;
 }
 
-ErrorStatus ZnDbRoundDimension::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbDimension::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeDouble(leaderLength_);
-  return filer.status();
+template<class Walk> void ZnDbRoundDimension::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(40, L"leader length", leaderLength_, kLeaderLength);
 }
 
-ErrorStatus ZnDbRoundDimension::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbDimension::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Leader leader{leaderLength_};
-  zndbTakeOver(filer, leader, Leader{filer.readDouble()});
-  leaderLength_ = leader.length;
-  return filer.status();
-}
-
-ErrorStatus ZnDbRoundDimension::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbDimension::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeDouble(40, leaderLength_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbRoundDimension::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbDimension::tdocInFields(filer); status != Quorl::eOk) return status;
-  Leader leader{leaderLength_}, read = leader;
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 40) read.length = item.real;
-  });
-  zndbTakeOver(filer, leader, std::move(read));
-  leaderLength_ = leader.length;
-  return filer.status();
-}
+ZNDB_DEFINE_FIELDS(ZnDbRoundDimension, ZnDbDimension)

@@ -18,10 +18,7 @@ public:
   double measurement() const override { return from_.distanceTo(pointOnCircle_); }
   Quorl::ErrorStatus transformBy(const ZnGeMatrix3d& transform) override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
   ZnDbRoundDimension() = default;

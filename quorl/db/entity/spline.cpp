@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 
 using Quorl::ErrorStatus;
@@ -11,14 +11,18 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbSpline, ZnDbCurve, L"SPLINE")
 
 namespace {
 
-constexpr std::int16_t kVersion = 1;
-
 // A definition as fields have it.
 struct Definition {
   std::int64_t degree = 0;
   std::vector<double> knots, weights;
   std::vector<ZnGePoint3d> points;
 
+  Definition() = default;
+  explicit Definition(const ZnGeNurbCurve3d& curve)
+      : degree(curve.degree())
+      , knots(curve.knots())
+      , weights(curve.weights())
+      , points(curve.controlPoints()) {}
   bool isFinite() const {
     const auto finite = [](const auto& value) { return Quorl::isFinite(value); };
     return std::all_of(knots.begin(), knots.end(), finite) &&
@@ -29,13 +33,11 @@ struct Definition {
     if (degree < 1 || degree > ZnGeNurbCurve3d::kMaxDegree || !isFinite()) return Quorl::eInvalidInput;
     return curve.set(static_cast<int>(degree), knots, points, weights);
   }
+  bool isUsable() const {
+    ZnGeNurbCurve3d curve;
+    return build(curve) == Quorl::eOk;
+  }
 };
-
-template<class Filer>
-ErrorStatus takeDefinition(Filer& filer, ZnGeNurbCurve3d& curve, const Definition& read) {
-  if (filer.status() == Quorl::eOk && read.build(curve) != Quorl::eOk) filer.setStatus(Quorl::eFileDamaged);
-  return filer.status();
-}
 
 } // namespace
 
@@ -49,8 +51,7 @@ ZnDbSpline::ZnDbSpline(const ZnGeNurbCurve3d& curve)
 ErrorStatus ZnDbSpline::setCurve(const ZnGeNurbCurve3d& curve) {
   assertWriteEnabled();
   if (curve.degree() < 1) return Quorl::eDegenerateGeometry;
-  if (!Definition{curve.degree(), curve.knots(), curve.weights(), curve.controlPoints()}.isFinite())
-    return Quorl::eInvalidInput;
+  if (!Definition(curve).isFinite()) return Quorl::eInvalidInput;
   curve_ = curve;
   return Quorl::eOk;
 }
@@ -85,52 +86,21 @@ ErrorStatus ZnDbSpline::getPlane(ZnGePlane& plane) const {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbSpline::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbCurve::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeInt16(static_cast<std::int16_t>(curve_.degree()));
-  filer.writeInt32(static_cast<std::int32_t>(curve_.knots().size()));
-  for (const double knot : curve_.knots()) filer.writeDouble(knot);
-  filer.writeInt32(static_cast<std::int32_t>(curve_.controlPoints().size()));
-  for (const ZnGePoint3d& point : curve_.controlPoints()) filer.writePoint3d(point);
-  filer.writeInt32(static_cast<std::int32_t>(curve_.weights().size()));
-  for (const double weight : curve_.weights()) filer.writeDouble(weight);
-  return filer.status();
+template<class Walk> void ZnDbSpline::describe(Walk& walk) {
+  walk.section(className(), 1);
+  const auto one = [](int code, const wchar_t* name) {
+    return [=](auto& inner, auto& value) { inner.field(code, name, value); };
+  };
+  const auto fields = [&](auto& inner, Definition& definition) {
+    inner.field(60, L"degree", zndbAs<std::int16_t>(definition.degree));
+    inner.list(40, L"knots", definition.knots, one(40, L"knot"));
+    inner.list(10, L"control points", definition.points, one(10, L"control point"));
+    inner.list(41, L"weights", definition.weights, one(41, L"weight"));
+  };
+  Definition definition(curve_);
+  walk.whole(L"curve", definition, fields, [](const Definition& d) { return d.isUsable(); });
+  if constexpr (Walk::kReads)
+    if (walk.isGood()) definition.build(curve_);
 }
 
-ErrorStatus ZnDbSpline::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbCurve::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Definition read;
-  read.degree = filer.readInt16();
-  for (int left = filer.readCount(sizeof(double)); left > 0; --left) read.knots.push_back(filer.readDouble());
-  for (int left = filer.readCount(3 * sizeof(double)); left > 0; --left)
-    read.points.push_back(filer.readPoint3d());
-  for (int left = filer.readCount(sizeof(double)); left > 0; --left)
-    read.weights.push_back(filer.readDouble());
-  return takeDefinition(filer, curve_, read);
-}
-
-ErrorStatus ZnDbSpline::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbCurve::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeInteger(60, curve_.degree());
-  for (const double knot : curve_.knots()) filer.writeDouble(40, knot);
-  for (const ZnGePoint3d& point : curve_.controlPoints()) filer.writePoint3d(10, point);
-  for (const double weight : curve_.weights()) filer.writeDouble(41, weight);
-  return filer.status();
-}
-
-ErrorStatus ZnDbSpline::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbCurve::tdocInFields(filer); status != Quorl::eOk) return status;
-  Definition read;
-  bool found = false;
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    found = true;
-    if (item.code == 60) read.degree = item.integer;
-    if (item.code == 40) read.knots.push_back(item.real);
-    if (item.code == 10) read.points.push_back(item.point);
-    if (item.code == 41) read.weights.push_back(item.real);
-  });
-  return found ? takeDefinition(filer, curve_, read) : filer.status();
-}
+ZNDB_DEFINE_FIELDS(ZnDbSpline, ZnDbCurve)

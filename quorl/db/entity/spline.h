@@ -22,10 +22,7 @@ public:
   // eNothingToDo for a straight spline and for one that leaves every plane.
   Quorl::ErrorStatus getPlane(ZnGePlane& plane) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
   ZnGeNurbCurve3d curve_;

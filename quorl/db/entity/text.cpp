@@ -1,6 +1,6 @@
 #include "quorl/db/entity/text.h"
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/db/entity/plane_image.h"
 #include "quorl/db/entity/text_metrics.h"
@@ -11,14 +11,11 @@ using Quorl::ErrorStatus;
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbText, ZnDbEntity, L"TEXT")
 
 namespace {
-constexpr std::int16_t kVersion = 1;
-}
 
-bool ZnDbText::Shape::isUsable() const {
-  return Quorl::isFinite(position) && Quorl::isUnit(normal) && Quorl::isFinite(height) && height > 0.0 &&
-         Quorl::isFinite(rotation) && Quorl::isFinite(widthFactor) && widthFactor > 0.0 &&
-         align <= ZnDb::kTextRight;
-}
+constexpr auto kHeight = ZnDbRule::positive(2.5);
+constexpr auto kAligns = ZnDbRule::between(ZnDb::kTextLeft, ZnDb::kTextRight);
+
+} // namespace
 
 ZnDbText::ZnDbText(const ZnGePoint3d& position, const ZnString& text, double height, double rotation) {
   setPosition(position);
@@ -28,95 +25,81 @@ ZnDbText::ZnDbText(const ZnGePoint3d& position, const ZnString& text, double hei
 }
 
 ZnGeVector3d ZnDbText::direction() const {
-  const ZnGe::SinCos turn = ZnGe::sinCos(shape_.rotation);
-  return ZnGeMatrix3d::planeToWorld(shape_.normal) * ZnGeVector3d(turn.cos, turn.sin, 0.0);
+  const ZnGe::SinCos turn = ZnGe::sinCos(rotation_);
+  return ZnGeMatrix3d::planeToWorld(normal_) * ZnGeVector3d(turn.cos, turn.sin, 0.0);
 }
 
 ErrorStatus ZnDbText::setPosition(const ZnGePoint3d& position) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(position)) return Quorl::eInvalidInput;
-  shape_.position = position;
-  return Quorl::eOk;
+  return ZnDbRule::take(position_, position);
 }
 
 ErrorStatus ZnDbText::setTextString(const ZnString& text) {
   assertWriteEnabled();
-  shape_.text = text;
+  text_ = text;
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbText::setHeight(double height) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(height)) return Quorl::eInvalidInput;
-  if (height <= 0.0) return Quorl::eOutOfRange;
-  shape_.height = height;
-  return Quorl::eOk;
+  return ZnDbRule::take(height_, height, kHeight);
 }
 
 ErrorStatus ZnDbText::setRotation(double rotation) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(rotation)) return Quorl::eInvalidInput;
-  shape_.rotation = rotation;
-  return Quorl::eOk;
+  return ZnDbRule::take(rotation_, rotation);
 }
 
 ErrorStatus ZnDbText::setWidthFactor(double factor) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(factor)) return Quorl::eInvalidInput;
-  if (factor <= 0.0) return Quorl::eOutOfRange;
-  shape_.widthFactor = factor;
-  return Quorl::eOk;
+  return ZnDbRule::take(widthFactor_, factor, ZnDbRule::positive());
 }
 
 ErrorStatus ZnDbText::setNormal(const ZnGeVector3d& normal) {
   assertWriteEnabled();
-  return Quorl::takeNormal(normal, shape_.normal);
+  return Quorl::takeNormal(normal, normal_);
 }
 
 ErrorStatus ZnDbText::setHorizontalAlign(ZnDb::TextAlign align) {
   assertWriteEnabled();
-  if (align > ZnDb::kTextRight) return Quorl::eOutOfRange;
-  shape_.align = align;
-  return Quorl::eOk;
+  return ZnDbRule::take(align_, align, kAligns);
 }
 
 ErrorStatus ZnDbText::transformBy(const ZnGeMatrix3d& transform) {
   assertWriteEnabled();
   ZnDbPlaneImage image;
-  const ErrorStatus status = zndbPlaneImage(shape_.normal, transform, image);
+  const ErrorStatus status = zndbPlaneImage(normal_, transform, image);
   if (status != Quorl::eOk) return status;
   const ZnGeVector3d along = transform * direction();
-  const ZnGeVector3d up = transform * shape_.normal.crossProduct(direction());
+  const ZnGeVector3d up = transform * normal_.crossProduct(direction());
   const double stretch = along.length();
   const double rise = up.dotProduct(image.normal.crossProduct(along)) / stretch;
-  shape_.position = transform * shape_.position;
-  shape_.height *= rise;
-  shape_.widthFactor *= stretch / rise;
-  shape_.rotation = image.isUniform ? (image.turn == 0.0 ? shape_.rotation
-                                                         : ZnGe::normalizeAngle(shape_.rotation + image.turn))
-                                    : image.normal.perpVector().angleTo(along, image.normal);
-  shape_.normal = image.normal;
+  position_ = transform * position_;
+  height_ *= rise;
+  widthFactor_ *= stretch / rise;
+  rotation_ = image.isUniform ? (image.turn == 0.0 ? rotation_ : ZnGe::normalizeAngle(rotation_ + image.turn))
+                              : image.normal.perpVector().angleTo(along, image.normal);
+  normal_ = image.normal;
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbText::getGeomExtents(ZnGeBoundBlock3d& extents) const {
   extents = ZnGeBoundBlock3d();
-  for (const ZnGePoint3d& corner : zndbTextCorners(shape_.position, shape_.normal, direction(), shape_.height,
-                                                   shape_.widthFactor, shape_.text.view(), shape_.align))
+  for (const ZnGePoint3d& corner :
+       zndbTextCorners(position_, normal_, direction(), height_, widthFactor_, text_.view(), align_))
     extents.addPoint(corner);
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbText::getPlane(ZnGePlane& plane) const {
-  plane.set(shape_.position, shape_.normal);
+  plane.set(position_, normal_);
   return Quorl::eOk;
 }
 
 bool ZnDbText::subWorldDraw(ZnGiWorldDraw& draw) const {
-  if (visibility() != ZnDb::kVisible || shape_.text.isEmpty()) return false;
+  if (visibility() != ZnDb::kVisible || text_.isEmpty()) return false;
   draw.setTraits(ownTraits());
-  draw.text(shape_.position, shape_.normal, direction(), shape_.height, shape_.widthFactor, shape_.text,
-            shape_.align);
+  draw.text(position_, normal_, direction(), height_, widthFactor_, text_, align_);
   return true;
 }
 
@@ -124,64 +107,19 @@ ErrorStatus ZnDbText::subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int64_t,
                                         const ZnGePoint3d&, const ZnGeMatrix3d&,
                                         ZnArray<ZnGePoint3d>& snapPoints, ZnArray<std::int64_t>&,
                                         const ZnGeMatrix3d& insertion) const {
-  if (mode == ZnDb::kSnapInsertion || mode == ZnDb::kSnapNode) snapPoints.append(insertion * shape_.position);
+  if (mode == ZnDb::kSnapInsertion || mode == ZnDb::kSnapNode) snapPoints.append(insertion * position_);
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbText::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writePoint3d(shape_.position);
-  filer.writeVector3d(shape_.normal);
-  filer.writeString(shape_.text);
-  filer.writeDouble(shape_.height);
-  filer.writeDouble(shape_.rotation);
-  filer.writeDouble(shape_.widthFactor);
-  filer.writeInt8(static_cast<std::int8_t>(shape_.align));
-  return filer.status();
+template<class Walk> void ZnDbText::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(10, L"position", position_);
+  walk.field(11, L"normal", normal_, ZnDbRule::unit());
+  walk.field(1, L"text", text_);
+  walk.field(40, L"height", height_, kHeight);
+  walk.field(50, L"rotation", rotation_);
+  walk.field(41, L"width factor", widthFactor_, ZnDbRule::positive());
+  walk.field(60, L"alignment", zndbAs<std::int8_t>(align_), kAligns);
 }
 
-ErrorStatus ZnDbText::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Shape read;
-  read.position = filer.readPoint3d();
-  read.normal = filer.readVector3d();
-  read.text = filer.readString();
-  read.height = filer.readDouble();
-  read.rotation = filer.readDouble();
-  read.widthFactor = filer.readDouble();
-  read.align = static_cast<ZnDb::TextAlign>(filer.readInt8());
-  return zndbTakeOver(filer, shape_, std::move(read));
-}
-
-ErrorStatus ZnDbText::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writePoint3d(10, shape_.position);
-  filer.writeVector3d(11, shape_.normal);
-  filer.writeString(1, shape_.text);
-  filer.writeDouble(40, shape_.height);
-  filer.writeDouble(50, shape_.rotation);
-  filer.writeDouble(41, shape_.widthFactor);
-  filer.writeInteger(60, shape_.align);
-  return filer.status();
-}
-
-ErrorStatus ZnDbText::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::tdocInFields(filer); status != Quorl::eOk) return status;
-  constexpr std::int64_t unknownAlign = ZnDb::kTextRight + 1;
-  Shape read = shape_;
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 10) read.position = item.point;
-    if (item.code == 11) read.normal = item.point.asVector();
-    if (item.code == 1) read.text = item.text;
-    if (item.code == 40) read.height = item.real;
-    if (item.code == 50) read.rotation = item.real;
-    if (item.code == 41) read.widthFactor = item.real;
-    if (item.code == 60)
-      read.align = static_cast<ZnDb::TextAlign>(
-          item.integer >= 0 && item.integer < unknownAlign ? item.integer : unknownAlign);
-  });
-  return zndbTakeOver(filer, shape_, std::move(read));
-}
+ZNDB_DEFINE_FIELDS(ZnDbText, ZnDbEntity)

@@ -15,15 +15,13 @@ public:
   ZnDbText(const ZnGePoint3d& position, const ZnString& text, double height, double rotation = 0.0);
 
   // The point of the baseline that the alignment tells.
-  const ZnGePoint3d& position() const { return shape_.position; }
-  const ZnString& textString() const { return shape_.text; }
-  double height() const { return shape_.height; } // of capitals
-  double rotation() const {
-    return shape_.rotation;
-  } // of the baseline, from the x axis of the entity's plane
-  double widthFactor() const { return shape_.widthFactor; }
-  const ZnGeVector3d& normal() const { return shape_.normal; }
-  ZnDb::TextAlign horizontalAlign() const { return shape_.align; }
+  const ZnGePoint3d& position() const { return position_; }
+  const ZnString& textString() const { return text_; }
+  double height() const { return height_; }     // of capitals
+  double rotation() const { return rotation_; } // of the baseline, from the x axis of the entity's plane
+  double widthFactor() const { return widthFactor_; }
+  const ZnGeVector3d& normal() const { return normal_; }
+  ZnDb::TextAlign horizontalAlign() const { return align_; }
   ZnGeVector3d direction() const; // unit vector along the baseline
   // eInvalidInput for what is not finite, eOutOfRange for a height or width factor of 0 or less or an unknown
   // alignment, eDegenerateGeometry for a zero normal.
@@ -42,10 +40,7 @@ public:
   Quorl::ErrorStatus getGeomExtents(ZnGeBoundBlock3d& extents) const override;
   Quorl::ErrorStatus getPlane(ZnGePlane& plane) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
   bool subWorldDraw(ZnGiWorldDraw& draw) const override;
@@ -56,13 +51,9 @@ protected:
                                        const ZnGeMatrix3d& insertion) const override;
 
 private:
-  struct Shape {
-    ZnGePoint3d position;
-    ZnGeVector3d normal = ZnGeVector3d::kZAxis;
-    ZnString text;
-    double height = 2.5, rotation = 0.0, widthFactor = 1.0;
-    ZnDb::TextAlign align = ZnDb::kTextLeft;
-    bool isUsable() const;
-  };
-  Shape shape_;
+  ZnGePoint3d position_;
+  ZnGeVector3d normal_ = ZnGeVector3d::kZAxis;
+  ZnString text_;
+  double height_ = 2.5, rotation_ = 0.0, widthFactor_ = 1.0;
+  ZnDb::TextAlign align_ = ZnDb::kTextLeft;
 };

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 #include "quorl/db/entity/curve_snap.h"
 #include "quorl/db/table/layer_table.h"
@@ -14,78 +14,55 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbViewport, ZnDbEntity, L"VIEWPORT")
 
 namespace {
 
-constexpr std::int16_t kVersion = 1;
-
-// For sizes, which are above zero and finite.
-ErrorStatus takeSize(double value, double& target) {
-  if (!Quorl::isFinite(value)) return Quorl::eInvalidInput;
-  if (value <= 0.0) return Quorl::eOutOfRange;
-  target = value;
-  return Quorl::eOk;
-}
-
-bool isSize(double value) { return Quorl::isFinite(value) && value > 0.0; }
+constexpr auto kSize = ZnDbRule::positive(100.0);
 
 } // namespace
 
-bool ZnDbViewport::Shape::isUsable() const {
-  return Quorl::isFinite(center) && isSize(width) && isSize(height) && Quorl::isFinite(viewCenter) &&
-         isSize(viewHeight) && Quorl::isFinite(twist);
-}
-
 ErrorStatus ZnDbViewport::setCenterPoint(const ZnGePoint3d& center) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(center)) return Quorl::eInvalidInput;
-  shape_.center = center;
-  return Quorl::eOk;
+  return ZnDbRule::take(center_, center);
 }
 
 ErrorStatus ZnDbViewport::setWidth(double width) {
   assertWriteEnabled();
-  return takeSize(width, shape_.width);
+  return ZnDbRule::take(width_, width, kSize);
 }
 
 ErrorStatus ZnDbViewport::setHeight(double height) {
   assertWriteEnabled();
-  return takeSize(height, shape_.height);
+  return ZnDbRule::take(height_, height, kSize);
 }
 
 ErrorStatus ZnDbViewport::setViewCenter(const ZnGePoint2d& center) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(center)) return Quorl::eInvalidInput;
-  shape_.viewCenter = center;
-  return Quorl::eOk;
+  return ZnDbRule::take(viewCenter_, center);
 }
 
 ErrorStatus ZnDbViewport::setViewHeight(double height) {
   assertWriteEnabled();
-  return takeSize(height, shape_.viewHeight);
+  return ZnDbRule::take(viewHeight_, height, kSize);
 }
 
 ErrorStatus ZnDbViewport::setTwistAngle(double angle) {
   assertWriteEnabled();
-  if (!Quorl::isFinite(angle)) return Quorl::eInvalidInput;
-  shape_.twist = angle;
-  return Quorl::eOk;
+  return ZnDbRule::take(twist_, angle);
 }
 
 ErrorStatus ZnDbViewport::setCustomScale(double scale) {
   assertWriteEnabled();
-  double given = 0.0;
-  const ErrorStatus status = takeSize(scale, given);
-  return status == Quorl::eOk ? takeSize(shape_.height / given, shape_.viewHeight) : status;
+  const ErrorStatus status = kSize(scale);
+  return status == Quorl::eOk ? ZnDbRule::take(viewHeight_, height_ / scale, kSize) : status;
 }
 
 ZnGeMatrix3d ZnDbViewport::modelToPaperTransform() const {
-  const ZnGePoint3d seen(shape_.viewCenter.x, shape_.viewCenter.y, 0.0);
-  return ZnGeMatrix3d::translation(shape_.center.asVector()) * ZnGeMatrix3d::scaling(customScale()) *
-         ZnGeMatrix3d::rotation(shape_.twist, ZnGeVector3d::kZAxis) *
-         ZnGeMatrix3d::translation(-seen.asVector());
+  const ZnGePoint3d seen(viewCenter_.x, viewCenter_.y, 0.0);
+  return ZnGeMatrix3d::translation(center_.asVector()) * ZnGeMatrix3d::scaling(customScale()) *
+         ZnGeMatrix3d::rotation(twist_, ZnGeVector3d::kZAxis) * ZnGeMatrix3d::translation(-seen.asVector());
 }
 
 void ZnDbViewport::setOn(bool on) {
   assertWriteEnabled();
-  shape_.on = on;
+  on_ = on;
 }
 
 bool ZnDbViewport::isLayerFrozen(ZnDbObjectId layer) const {
@@ -114,15 +91,15 @@ ErrorStatus ZnDbViewport::transformBy(const ZnGeMatrix3d& transform) {
   if (!direction.isEqualTo(ZnGeMatrix3d::scaling(scale),
                            ZnGeTol(ZnGeContext::gTol.equalPoint(), ZnGeContext::gTol.equalVector() * scale)))
     return Quorl::eNonUniformScale;
-  shape_.center = transform * shape_.center;
-  shape_.width *= scale;
-  shape_.height *= scale;
+  center_ = transform * center_;
+  width_ *= scale;
+  height_ *= scale;
   return Quorl::eOk;
 }
 
 std::array<ZnGePoint3d, 4> ZnDbViewport::corners() const {
-  const ZnGeVector3d across(0.5 * shape_.width, 0.0, 0.0), up(0.0, 0.5 * shape_.height, 0.0);
-  const ZnGePoint3d& center = shape_.center;
+  const ZnGeVector3d across(0.5 * width_, 0.0, 0.0), up(0.0, 0.5 * height_, 0.0);
+  const ZnGePoint3d& center = center_;
   return {center - across - up, center + across - up, center + across + up, center - across + up};
 }
 
@@ -132,7 +109,7 @@ ErrorStatus ZnDbViewport::getGeomExtents(ZnGeBoundBlock3d& extents) const {
 }
 
 ErrorStatus ZnDbViewport::getPlane(ZnGePlane& plane) const {
-  plane.set(shape_.center, ZnGeVector3d::kZAxis);
+  plane.set(center_, ZnGeVector3d::kZAxis);
   return Quorl::eOk;
 }
 
@@ -155,84 +132,22 @@ ErrorStatus ZnDbViewport::subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int6
     sides.push_back(
         std::make_unique<ZnGeLineSeg3d>(insertion * frame[i], insertion * frame[(i + 1) % frame.size()]));
   zndbAppendSnapPoints(mode, sides, pickPoint, lastPoint, snapPoints);
-  if (mode == ZnDb::kSnapCenter) snapPoints.append(insertion * shape_.center);
+  if (mode == ZnDb::kSnapCenter) snapPoints.append(insertion * center_);
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbViewport::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writePoint3d(shape_.center);
-  filer.writeDouble(shape_.width);
-  filer.writeDouble(shape_.height);
-  filer.writeDouble(shape_.viewCenter.x);
-  filer.writeDouble(shape_.viewCenter.y);
-  filer.writeDouble(shape_.viewHeight);
-  filer.writeDouble(shape_.twist);
-  filer.writeBool(shape_.on);
-  filer.writeInt32(static_cast<std::int32_t>(frozenLayers_.size()));
-  for (const ZnDbObjectId layer : frozenLayers_) filer.writeSoftPointerId(layer);
-  return filer.status();
+template<class Walk> void ZnDbViewport::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(10, L"center", center_);
+  walk.field(40, L"width", width_, kSize);
+  walk.field(41, L"height", height_, kSize);
+  walk.field(11, L"view center", viewCenter_);
+  walk.field(42, L"view height", viewHeight_, kSize);
+  walk.field(50, L"twist angle", twist_);
+  walk.field(290, L"on", on_);
+  // A layer that did not come along into another drawing is a null id, and left out.
+  walk.ids(ZnReferenceKind::kSoftPointer, 330, L"frozen layer", frozenLayers_,
+           {ZnDbLayerTableRecord::desc()});
 }
 
-ErrorStatus ZnDbViewport::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Shape read;
-  read.center = filer.readPoint3d();
-  read.width = filer.readDouble();
-  read.height = filer.readDouble();
-  read.viewCenter.x = filer.readDouble();
-  read.viewCenter.y = filer.readDouble();
-  read.viewHeight = filer.readDouble();
-  read.twist = filer.readDouble();
-  read.on = filer.readBool();
-  std::vector<ZnDbObjectId> layers;
-  // A layer that did not come along into another drawing is a null id.
-  for (int left = filer.readCount(); left > 0; --left)
-    if (const ZnDbObjectId layer = filer.readSoftPointerId(); !layer.isNull()) layers.push_back(layer);
-  if (zndbTakeOver(filer, shape_, std::move(read)) == Quorl::eOk) frozenLayers_ = std::move(layers);
-  return filer.status();
-}
-
-ErrorStatus ZnDbViewport::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbEntity::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writePoint3d(10, shape_.center);
-  filer.writeDouble(40, shape_.width);
-  filer.writeDouble(41, shape_.height);
-  filer.writePoint3d(11, ZnGePoint3d(shape_.viewCenter.x, shape_.viewCenter.y, 0.0));
-  filer.writeDouble(42, shape_.viewHeight);
-  filer.writeDouble(50, shape_.twist);
-  filer.writeBool(290, shape_.on);
-  for (const ZnDbObjectId layer : frozenLayers_) filer.writeId(330, layer);
-  return filer.status();
-}
-
-ErrorStatus ZnDbViewport::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbEntity::tdocInFields(filer); status != Quorl::eOk) return status;
-  Shape read = shape_;
-  std::vector<ZnDbObjectId> layers;
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 10) read.center = item.point;
-    if (item.code == 40) read.width = item.real;
-    if (item.code == 41) read.height = item.real;
-    if (item.code == 11) read.viewCenter = ZnGePoint2d(item.point.x, item.point.y);
-    if (item.code == 42) read.viewHeight = item.real;
-    if (item.code == 50) read.twist = item.real;
-    if (item.code == 290) read.on = item.integer != 0;
-    if (item.code == 330) layers.push_back(item.id);
-  });
-  if (zndbTakeOver(filer, shape_, std::move(read)) == Quorl::eOk) frozenLayers_ = std::move(layers);
-  return filer.status();
-}
-
-void ZnDbViewport::audit(std::vector<ZnString>& faults, bool fix) {
-  ZnDbEntity::audit(faults, fix);
-  const auto gone = [](ZnDbObjectId layer) { return !layer.isDerivedFrom(ZnDbLayerTableRecord::desc()); };
-  if (std::none_of(frozenLayers_.begin(), frozenLayers_.end(), gone)) return;
-  faults.push_back(L"viewport " + handleText(handle()) + L": a frozen layer is missing");
-  if (fix)
-    frozenLayers_.erase(std::remove_if(frozenLayers_.begin(), frozenLayers_.end(), gone),
-                        frozenLayers_.end());
-}
+ZNDB_DEFINE_FIELDS(ZnDbViewport, ZnDbEntity)

@@ -16,28 +16,28 @@ public:
 
   // The window, in units of paper space. eInvalidInput for what is not finite, eOutOfRange for a size or
   // scale of 0 or less.
-  const ZnGePoint3d& centerPoint() const { return shape_.center; }
-  double width() const { return shape_.width; }
-  double height() const { return shape_.height; }
+  const ZnGePoint3d& centerPoint() const { return center_; }
+  double width() const { return width_; }
+  double height() const { return height_; }
   Quorl::ErrorStatus setCenterPoint(const ZnGePoint3d& center);
   Quorl::ErrorStatus setWidth(double width);
   Quorl::ErrorStatus setHeight(double height);
 
   // What is seen: the model point at the center of the window, the height of model space that fits into it,
   // and the angle by which the picture is turned counterclockwise.
-  const ZnGePoint2d& viewCenter() const { return shape_.viewCenter; }
-  double viewHeight() const { return shape_.viewHeight; }
-  double twistAngle() const { return shape_.twist; }
+  const ZnGePoint2d& viewCenter() const { return viewCenter_; }
+  double viewHeight() const { return viewHeight_; }
+  double twistAngle() const { return twist_; }
   Quorl::ErrorStatus setViewCenter(const ZnGePoint2d& center);
   Quorl::ErrorStatus setViewHeight(double height);
   Quorl::ErrorStatus setTwistAngle(double angle);
   // Paper units a model unit; setting it changes the view height.
-  double customScale() const { return shape_.height / shape_.viewHeight; }
+  double customScale() const { return height_ / viewHeight_; }
   Quorl::ErrorStatus setCustomScale(double scale);
   // From model space to paper space.
   ZnGeMatrix3d modelToPaperTransform() const;
 
-  bool isOn() const { return shape_.on; }
+  bool isOn() const { return on_; }
   void setOn(bool on);
   // Layers that this viewport alone does not show.
   const std::vector<ZnDbObjectId>& frozenLayers() const { return frozenLayers_; }
@@ -51,13 +51,10 @@ public:
   Quorl::ErrorStatus getGeomExtents(ZnGeBoundBlock3d& extents) const override;
   Quorl::ErrorStatus getPlane(ZnGePlane& plane) const override;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
-  void audit(std::vector<ZnString>& faults, bool fix) override;
+  ZNDB_DECLARE_FIELDS
 
 protected:
+  ZnString auditLabel() const override { return L"viewport " + handleText(handle()); }
   // The frame; what is seen through it is a view's matter.
   bool subWorldDraw(ZnGiWorldDraw& draw) const override;
   Quorl::ErrorStatus subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int64_t gsMarker,
@@ -67,16 +64,12 @@ protected:
                                        const ZnGeMatrix3d& insertion) const override;
 
 private:
-  struct Shape {
-    ZnGePoint3d center;
-    double width = 100.0, height = 100.0;
-    ZnGePoint2d viewCenter;
-    double viewHeight = 100.0, twist = 0.0;
-    bool on = true;
-    bool isUsable() const;
-  };
   std::array<ZnGePoint3d, 4> corners() const;
 
-  Shape shape_;
+  ZnGePoint3d center_;
+  double width_ = 100.0, height_ = 100.0;
+  ZnGePoint2d viewCenter_;
+  double viewHeight_ = 100.0, twist_ = 0.0;
+  bool on_ = true;
   std::vector<ZnDbObjectId> frozenLayers_;
 };

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "quorl/db/core/database.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/object_access.h"
 #include "quorl/db/entity/block_reference.h"
 
@@ -14,7 +15,6 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbBlockTableRecord, ZnDbSymbolTableRecord, L"BLOCK")
 
 namespace {
 
-constexpr std::int16_t kVersion = 0;
 constexpr int kDeepestNesting = 64;
 
 // Looks into each block once, however often it is shown: copies of copies double at every level.
@@ -151,61 +151,14 @@ ErrorStatus ZnDbBlockTableRecord::subErase(bool erasing) {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbBlockTableRecord::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeInt16(kVersion);
-  filer.writeBool(external_);
-  filer.writeSoftPointerId(layoutId_);
-  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  const auto live =
-      std::count_if(entities_.begin(), entities_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
-  filer.writeInt32(static_cast<std::int32_t>(live));
-  for (const ZnDbObjectId id : entities_)
-    if (!id.isErased()) filer.writeHardOwnershipId(id);
-  return filer.status();
+template<class Walk> void ZnDbBlockTableRecord::describe(Walk& walk) {
+  walk.section(className(), 0, 0);
+  walk.field(290, L"from an external reference", external_);
+  walk.id(ZnReferenceKind::kSoftPointer, 330, L"layout", layoutId_);
+  if (!walk.isForUndo()) walk.ids(ZnReferenceKind::kHardOwner, 360, L"entity", entities_);
 }
 
-ErrorStatus ZnDbBlockTableRecord::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocInFields(filer); status != Quorl::eOk)
-    return status;
-  if (filer.readInt16() > kVersion) return Quorl::eNewerVersion;
-  external_ = filer.readBool();
-  layoutId_ = filer.readSoftPointerId();
-  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  entities_.clear();
-  for (int count = filer.readCount(); count > 0; --count) entities_.push_back(filer.readHardOwnershipId());
-  return filer.status();
-}
-
-ErrorStatus ZnDbBlockTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeSubclassMarker(className());
-  filer.writeBool(290, external_);
-  if (!layoutId_.isNull()) filer.writeId(330, layoutId_);
-  for (const ZnDbObjectId id : entities_)
-    if (!id.isErased()) filer.writeId(360, id);
-  return filer.status();
-}
-
-ErrorStatus ZnDbBlockTableRecord::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocInFields(filer); status != Quorl::eOk)
-    return status;
-  if (!filer.atSubclassData(className())) return filer.status();
-  entities_.clear();
-  ZnDbTdocItem item;
-  while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
-    if (item.code == 290) external_ = item.integer != 0;
-    if (item.code == 330) layoutId_ = item.id;
-    if (item.code == 360) entities_.push_back(item.id);
-    if (item.code == 100) {
-      filer.pushBackItem();
-      break;
-    }
-  }
-  return filer.status();
-}
+ZNDB_DEFINE_FIELDS(ZnDbBlockTableRecord, ZnDbSymbolTableRecord)
 
 void ZnDbBlockTableRecord::memberAdded(ZnDbObjectId id) { entities_.push_back(id); }
 

@@ -52,10 +52,7 @@ public:
   // The box of the visible entities; eNothingToDo for an empty block.
   Quorl::ErrorStatus getGeomExtents(ZnGeBoundBlock3d& extents) const;
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void memberAdded(ZnDbObjectId id) override;
   void memberRemoved(ZnDbObjectId id) override;
   void audit(std::vector<ZnString>& faults, bool fix) override;

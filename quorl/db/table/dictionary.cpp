@@ -3,14 +3,11 @@
 #include <algorithm>
 
 #include "quorl/db/core/database.h"
+#include "quorl/db/core/fields.h"
 
 using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbDictionary, ZnDbObject, L"DICTIONARY")
-
-namespace {
-constexpr std::int16_t kVersion = 0;
-}
 
 // The youngest entry of a name counts: older ones of that name were erased or replaced.
 const ZnDbDictionary::Entry* ZnDbDictionary::entry(const ZnString& name) const {
@@ -72,58 +69,20 @@ ErrorStatus ZnDbDictionary::subErase(bool erasing) {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbDictionary::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  // For undo the erased entries count too: undoing brings their objects back.
-  const bool all = filer.kind() == ZnDbFiler::kUndo;
-  filer.writeInt32(all ? static_cast<std::int32_t>(entries_.size()) : entryCount());
-  for (const Entry& e : entries_) {
-    if (e.id.isErased() && !all) continue;
-    filer.writeString(e.name);
-    filer.writeHardOwnershipId(e.id);
-  }
-  return filer.status();
+template<class Walk> void ZnDbDictionary::describe(Walk& walk) {
+  struct Keep {
+    bool isFiled(const Entry& e) const { return !e.id.isErased(); }
+    bool isKept(const Entry& e) const { return !e.id.isNull(); }
+  };
+  walk.section(className(), 0, 0);
+  const auto fields = [](auto& inner, Entry& e) {
+    inner.field(3, L"entry name", e.name);
+    inner.id(ZnReferenceKind::kHardOwner, 360, L"entry", e.id);
+  };
+  walk.list(3, L"entries", entries_, fields, Keep());
 }
 
-ErrorStatus ZnDbDictionary::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (filer.readInt16() > kVersion) return Quorl::eNewerVersion;
-  entries_.clear();
-  for (int count = filer.readCount(); count > 0; --count) {
-    const ZnString name = filer.readString();
-    entries_.push_back({name, filer.readHardOwnershipId()});
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbDictionary::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  for (const Entry& e : entries_) {
-    if (e.id.isErased()) continue;
-    filer.writeString(3, e.name);
-    filer.writeId(360, e.id);
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbDictionary::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  if (!filer.atSubclassData(className())) return filer.status();
-  entries_.clear();
-  ZnDbTdocItem item;
-  ZnString name;
-  while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
-    if (item.code == 3) name = item.text;
-    if (item.code == 360) entries_.push_back({name, item.id});
-    if (item.code == 100) {
-      filer.pushBackItem();
-      break;
-    }
-  }
-  return filer.status();
-}
+ZNDB_DEFINE_FIELDS(ZnDbDictionary, ZnDbObject)
 
 void ZnDbDictionary::audit(std::vector<ZnString>& faults, bool fix) {
   ZnDbObject::audit(faults, fix);

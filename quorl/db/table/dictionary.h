@@ -26,10 +26,7 @@ public:
   };
   const std::vector<Entry>& entries() const { return entries_; } // in order of addition, erased ones too
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:

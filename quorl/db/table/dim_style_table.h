@@ -14,14 +14,14 @@ class ZnDbDimStyleTableRecord : public ZnDbSymbolTableRecord {
   ZNRX_DECLARE_MEMBERS(ZnDbDimStyleTableRecord)
 
 public:
-  double overallScale() const { return values_.scale; }          // overall factor
-  double extensionOffset() const { return values_.exo; }         // gap between an edge and its extension line
-  double extensionBeyond() const { return values_.exe; }         // extension line beyond the dimension line
-  double arrowLength() const { return values_.asz; }             // arrow length
-  double textHeight() const { return values_.txt; }              // text height
-  double textGap() const { return values_.gap; }                 // between text and dimension line
-  double lengthFactor() const { return values_.lfac; }           // factor on measured lengths
-  int decimals() const { return static_cast<int>(values_.dec); } // decimals
+  double overallScale() const { return overallScale_; }       // overall factor
+  double extensionOffset() const { return extensionOffset_; } // gap between an edge and its extension line
+  double extensionBeyond() const { return extensionBeyond_; } // extension line beyond the dimension line
+  double arrowLength() const { return arrowLength_; }         // arrow length
+  double textHeight() const { return textHeight_; }           // text height
+  double textGap() const { return textGap_; }                 // between text and dimension line
+  double lengthFactor() const { return lengthFactor_; }       // factor on measured lengths
+  int decimals() const { return decimals_; }
   // eOutOfRange for a negative length, or a factor of 0.
   Quorl::ErrorStatus setOverallScale(double value);
   Quorl::ErrorStatus setExtensionOffset(double value);
@@ -32,21 +32,10 @@ public:
   Quorl::ErrorStatus setLengthFactor(double value);
   Quorl::ErrorStatus setDecimals(int value);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
-  struct Values {
-    double scale = 1.0, exo = 0.625, exe = 1.25, asz = 2.5, txt = 2.5, gap = 0.625, lfac = 1.0;
-    std::int64_t dec = 2;
-
-    static constexpr double Values::*kReals[] = {&Values::scale, &Values::exo, &Values::exe, &Values::asz,
-                                                 &Values::txt,   &Values::gap, &Values::lfac};
-    bool isUsable() const;
-  };
-  Quorl::ErrorStatus set(double Values::*member, double value);
-
-  Values values_;
+  double overallScale_ = 1.0, extensionOffset_ = 0.625, extensionBeyond_ = 1.25, arrowLength_ = 2.5;
+  double textHeight_ = 2.5, textGap_ = 0.625, lengthFactor_ = 1.0;
+  int decimals_ = 2;
 };

@@ -1,7 +1,7 @@
 #include "quorl/db/table/layer_table.h"
 
 #include "quorl/db/core/database.h"
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/table/linetype_table.h"
 
 using Quorl::ErrorStatus;
@@ -11,8 +11,6 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbLayerTableRecord, ZnDbSymbolTableRecord, L"LAYER")
 
 namespace {
 
-constexpr std::int16_t kVersion = 1;
-
 // A layer's own weight; by layer and by block have nothing to refer to here.
 bool isLayerWeight(std::int64_t weight) {
   if (weight == ZnDb::kLineWeightByDefault) return true;
@@ -20,16 +18,9 @@ bool isLayerWeight(std::int64_t weight) {
          ZnDbDatabase::getNearestLineWeight(static_cast<int>(weight)) == weight;
 }
 
-} // namespace
+constexpr auto kLayerWeights = ZnDbRule::passing(isLayerWeight, ZnDb::kLineWeightByDefault);
 
-struct ZnDbLayerTableRecord::Fields {
-  ZnCmColor color;
-  ZnDbObjectId linetype;
-  std::int64_t lineWeight = ZnDb::kLineWeightByDefault;
-  ZnCmTransparency transparency;
-  bool off = false, frozen = false, locked = false, plottable = true;
-  bool isUsable() const { return isLayerWeight(lineWeight); }
-};
+} // namespace
 
 const ZnRxClass* ZnDbLayerTable::recordClass() const { return ZnDbLayerTableRecord::desc(); }
 
@@ -57,9 +48,7 @@ ErrorStatus ZnDbLayerTableRecord::setLinetypeObjectId(ZnDbObjectId linetype) {
 
 ErrorStatus ZnDbLayerTableRecord::setLineWeight(ZnDb::LineWeight weight) {
   assertWriteEnabled();
-  if (!isLayerWeight(weight)) return Quorl::eOutOfRange;
-  lineWeight_ = weight;
-  return Quorl::eOk;
+  return ZnDbRule::take(lineWeight_, weight, kLayerWeights);
 }
 
 ErrorStatus ZnDbLayerTableRecord::setTransparency(const ZnCmTransparency& transparency) {
@@ -91,82 +80,17 @@ void ZnDbLayerTableRecord::setIsPlottable(bool plottable) {
   plottable_ = plottable;
 }
 
-template<class Filer> ErrorStatus ZnDbLayerTableRecord::takeOver(Filer& filer, Fields& read) {
-  Fields fields;
-  if (zndbTakeOver(filer, fields, std::move(read)) != Quorl::eOk) return filer.status();
-  color_ = fields.color;
-  linetypeId_ = fields.linetype;
-  lineWeight_ = static_cast<ZnDb::LineWeight>(fields.lineWeight);
-  transparency_ = fields.transparency;
-  off_ = fields.off;
-  frozen_ = fields.frozen;
-  locked_ = fields.locked;
-  plottable_ = fields.plottable;
-  return filer.status();
+template<class Walk> void ZnDbLayerTableRecord::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(90, L"color", color_);
+  walk.id(ZnReferenceKind::kHardPointer, 340, L"linetype", linetypeId_,
+          {ZnDbLinetypeTableRecord::desc(), &ZnDbDatabase::continuousLinetype});
+  walk.field(60, L"line weight", zndbAs<std::int16_t>(lineWeight_), kLayerWeights);
+  walk.field(91, L"transparency", transparency_);
+  walk.field(290, L"off", off_);
+  walk.field(291, L"frozen", frozen_);
+  walk.field(292, L"locked", locked_);
+  walk.field(293, L"plottable", plottable_);
 }
 
-ErrorStatus ZnDbLayerTableRecord::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeInt16(kVersion);
-  filer.writeInt32(static_cast<std::int32_t>(color_.packed()));
-  filer.writeHardPointerId(linetypeId_);
-  filer.writeInt16(lineWeight_);
-  filer.writeInt32(static_cast<std::int32_t>(transparency_.packed()));
-  for (const bool flag : {off_, frozen_, locked_, plottable_}) filer.writeBool(flag);
-  return filer.status();
-}
-
-ErrorStatus ZnDbLayerTableRecord::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocInFields(filer); status != Quorl::eOk)
-    return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Fields read;
-  read.color = ZnCmColor::fromPacked(static_cast<std::uint32_t>(filer.readInt32()));
-  read.linetype = filer.readHardPointerId();
-  read.lineWeight = filer.readInt16();
-  read.transparency = ZnCmTransparency::fromPacked(static_cast<std::uint32_t>(filer.readInt32()));
-  for (bool* flag : {&read.off, &read.frozen, &read.locked, &read.plottable}) *flag = filer.readBool();
-  return takeOver(filer, read);
-}
-
-ErrorStatus ZnDbLayerTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeSubclassMarker(className());
-  filer.writeInteger(90, color_.packed());
-  filer.writeId(340, linetypeId_);
-  filer.writeInteger(60, lineWeight_);
-  filer.writeInteger(91, transparency_.packed());
-  filer.writeBool(290, off_);
-  filer.writeBool(291, frozen_);
-  filer.writeBool(292, locked_);
-  filer.writeBool(293, plottable_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbLayerTableRecord::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocInFields(filer); status != Quorl::eOk)
-    return status;
-  Fields read{color_, linetypeId_, lineWeight_, transparency_, off_, frozen_, locked_, plottable_};
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 90) read.color = ZnCmColor::fromPacked(static_cast<std::uint32_t>(item.integer));
-    if (item.code == 340) read.linetype = item.id;
-    if (item.code == 60) read.lineWeight = item.integer;
-    if (item.code == 91)
-      read.transparency = ZnCmTransparency::fromPacked(static_cast<std::uint32_t>(item.integer));
-    if (item.code == 290) read.off = item.integer != 0;
-    if (item.code == 291) read.frozen = item.integer != 0;
-    if (item.code == 292) read.locked = item.integer != 0;
-    if (item.code == 293) read.plottable = item.integer != 0;
-  });
-  return takeOver(filer, read);
-}
-
-void ZnDbLayerTableRecord::audit(std::vector<ZnString>& faults, bool fix) {
-  ZnDbSymbolTableRecord::audit(faults, fix);
-  if (!database() || (!linetypeId_.isErased() && linetypeId_.isDerivedFrom(ZnDbLinetypeTableRecord::desc())))
-    return;
-  faults.push_back(L"layer " + name() + L": its linetype is missing");
-  if (fix) linetypeId_ = database()->continuousLinetype();
-}
+ZNDB_DEFINE_FIELDS(ZnDbLayerTableRecord, ZnDbSymbolTableRecord)

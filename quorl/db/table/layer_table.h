@@ -38,16 +38,12 @@ public:
   void setIsPlottable(bool plottable);
   bool isShown() const { return !off_ && !frozen_; }
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
-  void audit(std::vector<ZnString>& faults, bool fix) override;
+  ZNDB_DECLARE_FIELDS
+
+protected:
+  ZnString auditLabel() const override { return L"layer " + name(); }
 
 private:
-  struct Fields;
-  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
-
   ZnCmColor color_ = ZnCmColor::fromIndex(7);
   ZnDbObjectId linetypeId_;
   ZnDb::LineWeight lineWeight_ = ZnDb::kLineWeightByDefault;

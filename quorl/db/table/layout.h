@@ -18,15 +18,9 @@ public:
   double paperHeight() const { return paperHeight_; }
   Quorl::ErrorStatus setPaperSize(double width, double height); // eOutOfRange for negatives
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
-  struct Fields;
-  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
-
   ZnString name_;
   ZnDbObjectId blockId_;
   int tabOrder_ = 0;

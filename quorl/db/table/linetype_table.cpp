@@ -2,29 +2,13 @@
 
 #include <cmath>
 
-#include "quorl/db/core/field_io.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/geometry_checks.h"
 
 using Quorl::ErrorStatus;
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbLinetypeTable, ZnDbSymbolTable, L"LINETYPETABLE")
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbLinetypeTableRecord, ZnDbSymbolTableRecord, L"LINETYPE")
-
-namespace {
-constexpr std::int16_t kVersion = 1;
-}
-
-struct ZnDbLinetypeTableRecord::Fields {
-  ZnString description;
-  bool scaledToFit = false;
-  std::vector<Dash> dashes;
-
-  bool isUsable() const {
-    for (const Dash& dash : dashes)
-      if (!Quorl::isFinite(dash.length)) return false;
-    return true;
-  }
-};
 
 const ZnRxClass* ZnDbLinetypeTable::recordClass() const { return ZnDbLinetypeTableRecord::desc(); }
 
@@ -84,72 +68,17 @@ void ZnDbLinetypeTableRecord::setIsScaledToFit(bool fit) {
   scaledToFit_ = fit;
 }
 
-template<class Filer> ErrorStatus ZnDbLinetypeTableRecord::takeOver(Filer& filer, Fields& read) {
-  Fields fields;
-  if (zndbTakeOver(filer, fields, std::move(read)) != Quorl::eOk) return filer.status();
-  description_ = fields.description;
-  scaledToFit_ = fields.scaledToFit;
-  dashes_ = std::move(fields.dashes);
-  return filer.status();
-}
-
-ErrorStatus ZnDbLinetypeTableRecord::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeInt16(kVersion);
-  filer.writeString(description_);
-  filer.writeBool(scaledToFit_);
-  filer.writeInt32(numDashes());
-  for (const Dash& dash : dashes_) {
-    filer.writeDouble(dash.length);
-    filer.writeHardPointerId(dash.shapeStyle);
-    filer.writeString(dash.text);
-  }
-  return filer.status();
-}
-
-ErrorStatus ZnDbLinetypeTableRecord::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::bdocInFields(filer); status != Quorl::eOk)
-    return status;
-  if (!zndbReadVersion(filer, kVersion)) return filer.status();
-  Fields read;
-  read.description = filer.readString();
-  read.scaledToFit = filer.readBool();
-  for (int left = filer.readCount(sizeof(double)); left > 0; --left) {
-    Dash& dash = read.dashes.emplace_back();
-    dash.length = filer.readDouble();
-    dash.shapeStyle = filer.readHardPointerId();
-    dash.text = filer.readString();
-  }
-  return takeOver(filer, read);
-}
-
-ErrorStatus ZnDbLinetypeTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocOutFields(filer); status != Quorl::eOk)
-    return status;
-  filer.writeSubclassMarker(className());
-  filer.writeString(3, description_);
-  filer.writeBool(290, scaledToFit_);
-  for (const Dash& dash : dashes_) {
-    filer.writeDouble(40, dash.length);
-    if (!dash.shapeStyle.isNull()) filer.writeId(340, dash.shapeStyle);
-    if (!dash.text.isEmpty()) filer.writeString(1, dash.text);
-  }
-  return filer.status();
-}
-
 // A length begins a dash; a shape or text that follows stands on it.
-ErrorStatus ZnDbLinetypeTableRecord::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbSymbolTableRecord::tdocInFields(filer); status != Quorl::eOk)
-    return status;
-  Fields read{description_, scaledToFit_, {}};
-  zndbReadTdocSection(filer, className(), [&](const ZnDbTdocItem& item) {
-    if (item.code == 3) read.description = item.text;
-    if (item.code == 290) read.scaledToFit = item.integer != 0;
-    if (item.code == 40) read.dashes.push_back({item.real, {}, {}});
-    if (read.dashes.empty()) return;
-    if (item.code == 340) read.dashes.back().shapeStyle = item.id;
-    if (item.code == 1) read.dashes.back().text = item.text;
-  });
-  return takeOver(filer, read);
+template<class Walk> void ZnDbLinetypeTableRecord::describe(Walk& walk) {
+  walk.section(className(), 1);
+  walk.field(3, L"description", description_);
+  walk.field(290, L"scaled to fit", scaledToFit_);
+  const auto fields = [](auto& inner, Dash& dash) {
+    inner.field(40, L"dash length", dash.length);
+    inner.id(ZnReferenceKind::kHardPointer, 340, L"shape style", dash.shapeStyle);
+    inner.optional(1, L"dash text", dash.text);
+  };
+  walk.list(40, L"dashes", dashes_, fields);
 }
+
+ZNDB_DEFINE_FIELDS(ZnDbLinetypeTableRecord, ZnDbSymbolTableRecord)

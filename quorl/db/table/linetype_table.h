@@ -30,10 +30,7 @@ public:
   bool isScaledToFit() const { return scaledToFit_; }
   void setIsScaledToFit(bool fit);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
   struct Dash {
@@ -41,8 +38,6 @@ private:
     ZnDbObjectId shapeStyle;
     ZnString text;
   };
-  struct Fields;
-  template<class Filer> Quorl::ErrorStatus takeOver(Filer& filer, Fields& read);
   bool has(int index) const;
 
   ZnString description_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "quorl/db/core/database.h"
+#include "quorl/db/core/fields.h"
 #include "quorl/db/core/object_access.h"
 
 using Quorl::ErrorStatus;
@@ -11,8 +12,6 @@ ZNRX_DEFINE_ABSTRACT(ZnDbSymbolTable, ZnDbObject)
 ZNRX_DEFINE_ABSTRACT(ZnDbSymbolTableRecord, ZnDbObject)
 
 namespace {
-
-constexpr std::int16_t kVersion = 0;
 
 // The name of an anonymous block taken apart; kind is a position in byNumber_, or -1 for any other name.
 struct AnonymousName {
@@ -136,55 +135,15 @@ ErrorStatus ZnDbSymbolTable::newIterator(ZnDbSymbolTableIterator*& iterator, boo
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbSymbolTable::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  filer.writeInt64(static_cast<std::int64_t>(nextAnonymous_));
-  const auto live =
-      std::count_if(records_.begin(), records_.end(), [](ZnDbObjectId id) { return !id.isErased(); });
-  filer.writeInt32(static_cast<std::int32_t>(live));
-  for (const ZnDbObjectId id : records_)
-    if (!id.isErased()) filer.writeHardOwnershipId(id);
-  return filer.status();
+// A member's own record undoes its coming and going. Names are read with the records.
+template<class Walk> void ZnDbSymbolTable::describe(Walk& walk) {
+  walk.section(className(), 0, 0);
+  if (walk.isForUndo()) return;
+  walk.field(160, L"next anonymous number", nextAnonymous_);
+  walk.ids(ZnReferenceKind::kHardOwner, 360, L"record", records_);
 }
 
-ErrorStatus ZnDbSymbolTable::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (filer.readInt16() > kVersion) return Quorl::eNewerVersion;
-  if (filer.kind() == ZnDbFiler::kUndo) return filer.status();
-  nextAnonymous_ = static_cast<std::uint64_t>(filer.readInt64());
-  records_.clear();
-  clearIndex();
-  for (int count = filer.readCount(); count > 0; --count) records_.push_back(filer.readHardOwnershipId());
-  return filer.status();
-}
-
-ErrorStatus ZnDbSymbolTable::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeInteger(160, static_cast<std::int64_t>(nextAnonymous_));
-  for (const ZnDbObjectId id : records_)
-    if (!id.isErased()) filer.writeId(360, id);
-  return filer.status();
-}
-
-ErrorStatus ZnDbSymbolTable::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  if (!filer.atSubclassData(className())) return filer.status();
-  records_.clear();
-  clearIndex();
-  ZnDbTdocItem item;
-  while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
-    if (item.code == 160) nextAnonymous_ = static_cast<std::uint64_t>(item.integer);
-    if (item.code == 360) records_.push_back(item.id);
-    if (item.code == 100) {
-      filer.pushBackItem();
-      break;
-    }
-  }
-  return filer.status();
-}
+ZNDB_DEFINE_FIELDS(ZnDbSymbolTable, ZnDbObject)
 
 // Names are read with the records, so the index can only be made when all are there.
 void ZnDbSymbolTable::loaded() {
@@ -271,43 +230,23 @@ ErrorStatus ZnDbSymbolTableRecord::setName(const ZnString& name) {
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbSymbolTableRecord::bdocOutFields(ZnDbFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::bdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeInt16(kVersion);
-  filer.writeString(name_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbSymbolTableRecord::bdocInFields(ZnDbFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::bdocInFields(filer); status != Quorl::eOk) return status;
-  if (filer.readInt16() > kVersion) return Quorl::eNewerVersion;
-  const ZnString name = filer.readString();
-  if (filer.kind() == ZnDbFiler::kUndo && !(name == name_) && ownerId().isValid())
-    if (auto* table = ZnDbSymbolTable::cast(ownerId().slot()->object)) table->rename(objectId(), name_, name);
-  name_ = name;
-  return filer.status();
-}
-
-ErrorStatus ZnDbSymbolTableRecord::tdocOutFields(ZnDbTdocFiler& filer) const {
-  if (const ErrorStatus status = ZnDbObject::tdocOutFields(filer); status != Quorl::eOk) return status;
-  filer.writeSubclassMarker(className());
-  filer.writeString(2, name_);
-  return filer.status();
-}
-
-ErrorStatus ZnDbSymbolTableRecord::tdocInFields(ZnDbTdocFiler& filer) {
-  if (const ErrorStatus status = ZnDbObject::tdocInFields(filer); status != Quorl::eOk) return status;
-  if (!filer.atSubclassData(className())) return filer.status();
-  ZnDbTdocItem item;
-  while (!filer.atEndOfObject() && filer.readItem(item) == Quorl::eOk) {
-    if (item.code == 2) name_ = item.text;
-    if (item.code == 100) {
-      filer.pushBackItem();
-      break;
-    }
+// The table finds its records by name. One that changes where it stands is found by the new name; one that is
+// being read or cloned is entered later.
+template<class Walk> void ZnDbSymbolTableRecord::describe(Walk& walk) {
+  walk.section(className(), 0, 0);
+  if constexpr (Walk::kReads) {
+    ZnString name = name_;
+    walk.field(2, L"name", name);
+    auto* owner = ownerId().isValid() ? ownerId().slot()->object : nullptr;
+    auto* table = walk.isInPlace() && !(name == name_) ? ZnDbSymbolTable::cast(owner) : nullptr;
+    if (table) table->rename(objectId(), name_, name);
+    name_ = name;
+  } else {
+    walk.field(2, L"name", name_);
   }
-  return filer.status();
 }
+
+ZNDB_DEFINE_FIELDS(ZnDbSymbolTableRecord, ZnDbObject)
 
 namespace ZnDbSymbolUtilities {
 

@@ -28,10 +28,7 @@ public:
   // Called by a record that changes its name.
   Quorl::ErrorStatus rename(ZnDbObjectId record, const ZnString& from, const ZnString& to);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
   void loaded() override;
   void memberAdded(ZnDbObjectId id) override;
   void memberRemoved(ZnDbObjectId id) override;
@@ -81,10 +78,7 @@ public:
   // eInvalidName, or eDuplicateKey where the table has another record of that name.
   Quorl::ErrorStatus setName(const ZnString& name);
 
-  Quorl::ErrorStatus bdocOutFields(ZnDbFiler& filer) const override;
-  Quorl::ErrorStatus bdocInFields(ZnDbFiler& filer) override;
-  Quorl::ErrorStatus tdocOutFields(ZnDbTdocFiler& filer) const override;
-  Quorl::ErrorStatus tdocInFields(ZnDbTdocFiler& filer) override;
+  ZNDB_DECLARE_FIELDS
 
 private:
   friend class ZnDbSymbolTable;

@@ -1,0 +1,51 @@
+#include "quorl/db/core/field_visitor.h"
+
+#include <string_view>
+
+#include "quorl/db/core/object.h"
+
+namespace {
+
+template<class T> class Setter : public ZnDbFieldVisitor {
+public:
+  Setter(std::wstring_view name, const T& value)
+      : name_(name)
+      , value_(value) {}
+  Quorl::ErrorStatus status() const { return status_; }
+
+  using ZnDbFieldVisitor::visit;
+  Wish visit(const ZnDbField& field, T& candidate) override {
+    if (status_ != Quorl::eKeyNotFound || name_ != field.name) return kKeep;
+    candidate = value_;
+    return kTake;
+  }
+  void taken(Quorl::ErrorStatus status) override { status_ = status; }
+
+private:
+  std::wstring_view name_;
+  const T& value_;
+  Quorl::ErrorStatus status_ = Quorl::eKeyNotFound;
+};
+
+} // namespace
+
+// Links follow from the fields, so they are taken down before and hung up after.
+template<class T> Quorl::ErrorStatus zndbSetField(ZnDbObject& object, const wchar_t* name, const T& value) {
+  object.assertWriteEnabled();
+  Setter<T> setter(name, value);
+  object.detachLinks();
+  object.walkFields(setter);
+  object.attachLinks();
+  return setter.status();
+}
+
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const bool&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const std::int64_t&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const double&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnString&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnGePoint3d&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnGeVector3d&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnGeMatrix3d&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnCmColor&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnCmTransparency&);
+template Quorl::ErrorStatus zndbSetField(ZnDbObject&, const wchar_t*, const ZnDbObjectId&);
