@@ -14,18 +14,10 @@ namespace app {
 
 namespace {
 
-bool setFrom(Failure& failure, const interchange::Error& error) {
-  return failure.set(error.file, error.line, error.what, error.expected);
-}
-
 // Messages name the file that the user asked for, not the one that is written in its place.
-bool setFrom(Failure& failure, const interchange::PictureError& error, const std::string& target) {
-  return failure.set(target, 0, error.what, error.expected);
-}
-
-bool setFrom(Failure& failure, const ZnFileError& error, const std::string& file) {
-  const std::string place = error.place.empty() ? "" : error.place + ": ";
-  return failure.set(file, static_cast<int>(error.line), place + error.what, error.expected);
+bool failed(Failure& failure, const std::string& target) {
+  failure.file = target;
+  return false;
 }
 
 } // namespace
@@ -47,13 +39,14 @@ bool Drawing::open(const std::string& path, const interchange::ReadOptions& opti
   path_ = path;
   if (*format == Format::kSvg) {
     take(std::make_unique<ZnDbDatabase>());
-    interchange::Error error;
-    if (!interchange::importSvgFile(path, options, *database_, import_.emplace(), error))
-      return setFrom(failure, error);
+    if (!interchange::importSvgFile(path, options, *database_, import_.emplace(), failure)) return false;
   } else {
     ZnFileError error;
     std::unique_ptr<ZnDbDatabase> database = zndbOpenDrawing(path, error);
-    if (!database) return setFrom(failure, error, path);
+    if (!database) {
+      failure = error;
+      return failed(failure, path);
+    }
     take(std::move(database));
   }
   // Reading is no change that a user could want to take back.
@@ -68,17 +61,17 @@ bool Drawing::write(const std::string& file, const std::string& target, Failure&
     return failure.set(target, 0, "can't be written by its ending", "one of " + listOfEndings(isAny));
   if (isOwn(*format)) {
     ZnFileError error;
-    return zndbSaveDrawing(*database_, file, error) == Quorl::eOk || setFrom(failure, error, target);
+    if (zndbSaveDrawing(*database_, file, error) == Quorl::eOk) return true;
+    failure = error;
+    return failed(failure, target);
   }
-  interchange::PictureError error;
-  return interchange::writePicture(*database_, file, {}, error, extra) || setFrom(failure, error, target);
+  return interchange::writePicture(*database_, file, {}, failure, extra) || failed(failure, target);
 }
 
 bool Drawing::writeOntoSource(const std::vector<ZnDbObjectId>& annotation, const std::string& file,
                               const std::string& target, Failure& failure) const {
-  interchange::PictureError error;
-  return interchange::writeAnnotatedSvg(path_, import_->page, *database_, annotation, file, {}, error) ||
-         setFrom(failure, error, target);
+  return interchange::writeAnnotatedSvg(path_, import_->page, *database_, annotation, file, {}, failure) ||
+         failed(failure, target);
 }
 
 } // namespace app

@@ -2,23 +2,6 @@
 
 namespace app {
 
-std::string Failure::text() const {
-  std::string text = file;
-  if (line > 0) text += ":" + std::to_string(line);
-  if (!text.empty()) text += ": ";
-  text += what;
-  if (!expected.empty()) text += ", expected " + expected;
-  return text;
-}
-
-bool Failure::set(std::string inFile, int atLine, std::string found, std::string wanted) {
-  file = std::move(inFile);
-  line = atLine;
-  what = std::move(found);
-  expected = std::move(wanted);
-  return false;
-}
-
 namespace {
 
 struct Sentence {

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "app/failure.h"
+
 namespace app {
 
 void tellImport(const Drawing& drawing, const Console& console) {
@@ -9,8 +11,7 @@ void tellImport(const Drawing& drawing, const Console& console) {
   if (!import) return;
   if (!import->document.hasPhysicalSize && !import->document.unitReason.empty())
     console.note(fmt::format("{}: {}", drawing.path(), import->document.unitReason));
-  for (const interchange::Error& problem : import->problems)
-    console.note(Failure{problem.file, problem.line, problem.what, problem.expected}.text());
+  for (const Failure& problem : import->problems) console.note(problem.text());
   if (!import->skipped.empty())
     console.note(fmt::format("{}: {} passed over; a report names what and where", drawing.path(),
                              import->skipped.size() == 1

@@ -21,16 +21,6 @@ namespace {
 
 constexpr double kChordOnPage = 0.005;
 
-std::optional<Affine> inverse(const Affine& map) {
-  const double area = map.determinant();
-  if (!map.isFinite() || area == 0) return std::nullopt;
-  Affine back{map.d / area, -map.b / area, -map.c / area, map.a / area, 0, 0};
-  const Point2 origin = back.applyVector({map.e, map.f});
-  back.e = -origin.x;
-  back.f = -origin.y;
-  return back;
-}
-
 // UTF-16 by its mark; every other encoding of drawings spells our letters as we do.
 bool isWide(std::string_view bytes) { return bytes.starts_with("\xff\xfe") || bytes.starts_with("\xfe\xff"); }
 
@@ -76,7 +66,7 @@ bool reachesOutside(const std::optional<Extent>& extent, const SourcePage& page)
 
 bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbDatabase& database,
                  const std::vector<ZnDbObjectId>& annotation, const PictureOptions& options,
-                 std::string& annotated, PictureError& error) {
+                 std::string& annotated, Quorl::Failure& error) {
   std::string text = isWide(source) ? withoutEncoding(toUtf8(source)) : std::string(source);
   if (const std::optional<RootTag> tag = findRootEnd(text)) removeEarlier(text, tag->prefix + "g");
   const std::string readable = toUtf8(text);
@@ -84,22 +74,18 @@ bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbData
   const pugi::xml_parse_result parsed =
       document.load_buffer(readable.data(), readable.size(), pugi::parse_default, pugi::encoding_utf8);
   if (!parsed) {
-    error = {"", std::string("the source is no XML: ") + parsed.description(), "an SVG document"};
-    return false;
+    return error.set("", 0, std::string("the source is no XML: ") + parsed.description(), "an SVG document");
   }
   const std::optional<RootTag> root = findRootEnd(text);
-  const std::optional<Affine> toUser = inverse(page.userToPage);
   if (!root || !std::string_view(document.document_element().name()).ends_with("svg")) {
-    error = {"", "the source has no svg element", "an SVG document"};
-    return false;
+    return error.set("", 0, "the source has no svg element", "an SVG document");
   }
-  if (!toUser) {
-    error = {"", "the source's page has no area", "the page that the source was imported with"};
-    return false;
+  if (page.userToPage.isSingular()) {
+    return error.set("", 0, "the source's page has no area", "the page that the source was imported with");
   }
 
   TraitResolver resolver(database, options.background);
-  SvgPathTarget target(*toUser, page.userToPage.meanScale(), root->prefix);
+  SvgPathTarget target(page.userToPage.inverse(), page.userToPage.meanScale(), root->prefix);
   PictureDraw draw(resolver, target, kChordOnPage, options.lineWeightFactor);
   for (const ZnDbObjectId id : annotation) {
     const ZnDbHolder<ZnDbEntity> entity(id);
@@ -120,7 +106,7 @@ bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbData
 
 bool writeAnnotatedSvg(const std::string& sourcePath, const SourcePage& page, const ZnDbDatabase& database,
                        const std::vector<ZnDbObjectId>& annotation, const std::string& path,
-                       const PictureOptions& options, PictureError& error) {
+                       const PictureOptions& options, Quorl::Failure& error) {
   std::string source, annotated;
   if (!readWhole(sourcePath, source, error)) return false;
   if (!annotateSvg(source, page, database, annotation, options, annotated, error)) {

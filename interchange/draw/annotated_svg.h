@@ -4,6 +4,7 @@
 #include "interchange/draw/picture_options.h"
 #include "interchange/import/source_page.h"
 
+#include "quorl/base/failure.h"
 #include "quorl/db/core/object_id.h"
 
 #include <string>
@@ -22,11 +23,11 @@ namespace interchange {
 // for a source that is no SVG document.
 bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbDatabase& database,
                  const std::vector<ZnDbObjectId>& annotation, const PictureOptions& options,
-                 std::string& annotated, PictureError& error);
+                 std::string& annotated, Quorl::Failure& error);
 
 // The same from file to file; a failure leaves what stood at the path. The two paths may be the same.
 bool writeAnnotatedSvg(const std::string& sourcePath, const SourcePage& page, const ZnDbDatabase& database,
                        const std::vector<ZnDbObjectId>& annotation, const std::string& path,
-                       const PictureOptions& options, PictureError& error);
+                       const PictureOptions& options, Quorl::Failure& error);
 
 } // namespace interchange

@@ -9,7 +9,7 @@
 
 namespace interchange {
 
-CairoTarget::CairoTarget(cairo_t* cairo, const Affine& toPage, double thinnest)
+CairoTarget::CairoTarget(cairo_t* cairo, const ZnGeMatrix2d& toPage, double thinnest)
     : cairo_(cairo)
     , toPage_(toPage)
     , thinnest_(thinnest) {
@@ -24,16 +24,16 @@ void CairoTarget::setInk(const Ink& ink) {
 
 void CairoTarget::trace(const Contour& contour) {
   if (contour.segments.empty()) return;
-  const Point2 start = toPage_.apply(contour.segments.front().start);
+  const ZnGePoint2d start = toPage_ * contour.segments.front().start;
   cairo_move_to(cairo_, start.x, start.y);
   for (const Segment& segment : contour.segments) {
     for (const Segment& piece : asCubics(segment)) {
-      const Point2 end = toPage_.apply(piece.end);
+      const ZnGePoint2d end = toPage_ * piece.end;
       if (piece.kind == SegmentKind::Line) {
         cairo_line_to(cairo_, end.x, end.y);
         continue;
       }
-      const Point2 control1 = toPage_.apply(piece.control1), control2 = toPage_.apply(piece.control2);
+      const ZnGePoint2d control1 = toPage_ * piece.control1, control2 = toPage_ * piece.control2;
       cairo_curve_to(cairo_, control1.x, control1.y, control2.x, control2.y, end.x, end.y);
     }
   }
@@ -54,9 +54,9 @@ void CairoTarget::area(const Contour& contour, const Ink& ink) {
 }
 
 // A touch of a round pen: as a small circle, whoever reads the picture would take it for a hole.
-void CairoTarget::dot(Point2 center, double diameter, const Ink& ink) {
+void CairoTarget::dot(ZnGePoint2d center, double diameter, const Ink& ink) {
   setInk(ink);
-  const Point2 at = toPage_.apply(center);
+  const ZnGePoint2d at = toPage_ * center;
   cairo_set_line_width(cairo_, std::max(diameter, thinnest_));
   cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
   cairo_move_to(cairo_, at.x - tolerance::kDotLength / 2, at.y);
@@ -73,9 +73,9 @@ void CairoTarget::lettering(const Lettering& lettering, const Ink& ink) {
   cairo_new_path(cairo_);
 }
 
-void CairoTarget::pushWindow(Point2 corner, Point2 opposite) {
+void CairoTarget::pushWindow(ZnGePoint2d corner, ZnGePoint2d opposite) {
   cairo_save(cairo_);
-  const Point2 p = toPage_.apply(corner), q = toPage_.apply(opposite);
+  const ZnGePoint2d p = toPage_ * corner, q = toPage_ * opposite;
   cairo_rectangle(cairo_, std::min(p.x, q.x), std::min(p.y, q.y), std::abs(q.x - p.x), std::abs(q.y - p.y));
   cairo_clip(cairo_);
 }

@@ -11,13 +11,13 @@ class CairoTarget final : public StrokeTarget {
 public:
   // The context's user unit is a millimetre of the page; it must outlive the target. Lines are at least
   // `thinnest` millimetres wide.
-  CairoTarget(cairo_t* cairo, const Affine& toPage, double thinnest);
+  CairoTarget(cairo_t* cairo, const ZnGeMatrix2d& toPage, double thinnest);
 
   void stroke(const std::vector<Contour>& contours, const Ink& ink, LineEnds ends) override;
   void area(const Contour& contour, const Ink& ink) override;
-  void dot(Point2 center, double diameter, const Ink& ink) override;
+  void dot(ZnGePoint2d center, double diameter, const Ink& ink) override;
   void lettering(const Lettering& lettering, const Ink& ink) override;
-  void pushWindow(Point2 corner, Point2 opposite) override;
+  void pushWindow(ZnGePoint2d corner, ZnGePoint2d opposite) override;
   void popWindow() override;
 
 private:
@@ -25,7 +25,7 @@ private:
   void trace(const Contour& contour);
 
   cairo_t* cairo_;
-  Affine toPage_;
+  ZnGeMatrix2d toPage_;
   double thinnest_;
 };
 

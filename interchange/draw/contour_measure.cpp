@@ -1,17 +1,19 @@
 #include "interchange/draw/contour_measure.h"
 
+#include "quorl/ge/angles.h"
+#include "quorl/ge/arc_length.h"
+
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <numbers>
 
 namespace interchange {
 
 namespace {
 
-constexpr int kSteps = 16; // of the quadrature along one piece
+// A place on a piece is found to this share of the piece's length.
+constexpr double kLengthShare = 1e-12;
 
-Point2 derivative(const Segment& segment, double t) {
+ZnGeVector2d derivative(const Segment& segment, double t) {
   switch (segment.kind) {
   case SegmentKind::Line:
     break;
@@ -29,42 +31,50 @@ Point2 derivative(const Segment& segment, double t) {
   return segment.end - segment.start;
 }
 
-// Five-point Gauss-Legendre quadrature of the speed.
 double lengthBetween(const Segment& segment, double from, double to) {
-  constexpr std::array<double, 3> nodes{0, 0.5384693101056831, 0.9061798459386640};
-  constexpr std::array<double, 3> weights{0.5688888888888889, 0.4786286704993665, 0.2369268850561891};
-  const double middle = 0.5 * (from + to), half = 0.5 * (to - from);
-  double sum = weights[0] * length(derivative(segment, middle));
-  for (std::size_t i = 1; i < nodes.size(); ++i)
-    for (const double side : {-1.0, 1.0})
-      sum += weights[i] * length(derivative(segment, middle + side * half * nodes[i]));
-  return half * sum;
+  return ZnGe::arcLength([&segment](double t) { return derivative(segment, t).length(); }, from, to);
 }
 
 bool hasConstantSpeed(const Segment& segment) {
   if (segment.kind == SegmentKind::Line) return true;
-  return segment.kind == SegmentKind::Arc && length(segment.arc.u) == length(segment.arc.v) &&
-         dot(segment.arc.u, segment.arc.v) == 0;
+  return segment.kind == SegmentKind::Arc && segment.arc.u.length() == segment.arc.v.length() &&
+         segment.arc.u.dotProduct(segment.arc.v) == 0;
 }
 
 double lengthOf(const Segment& segment) {
-  if (hasConstantSpeed(segment)) return length(derivative(segment, 0));
-  double sum = 0;
-  for (int i = 0; i < kSteps; ++i)
-    sum += lengthBetween(segment, static_cast<double>(i) / kSteps, static_cast<double>(i + 1) / kSteps);
-  return sum;
+  return hasConstantSpeed(segment) ? derivative(segment, 0).length() : lengthBetween(segment, 0, 1);
 }
 
 Segment cubicPart(const Segment& whole, double from, double to) {
   // The blossom of the cubic gives the control points of any part.
   const auto blossom = [&whole](double a, double b, double c) {
-    const auto mix = [](Point2 p, Point2 q, double t) { return (1 - t) * p + t * q; };
-    const Point2 p01 = mix(whole.start, whole.control1, a), p12 = mix(whole.control1, whole.control2, a);
-    const Point2 p23 = mix(whole.control2, whole.end, a);
+    const auto mix = [](ZnGePoint2d p, ZnGePoint2d q, double t) {
+      return ZnGePoint2d::kOrigin + (1 - t) * p.asVector() + t * q.asVector();
+    };
+    const ZnGePoint2d p01 = mix(whole.start, whole.control1, a), p12 = mix(whole.control1, whole.control2, a);
+    const ZnGePoint2d p23 = mix(whole.control2, whole.end, a);
     return mix(mix(p01, p12, b), mix(p12, p23, b), c);
   };
   return Segment::cubic(blossom(from, from, from), blossom(from, from, to), blossom(from, to, to),
                         blossom(to, to, to));
+}
+
+// The piece between two of its parameters, 0 <= from <= to <= 1.
+Segment subSegment(const Segment& segment, double from, double to) {
+  if (!(from > 0) && !(to < 1)) return segment;
+  switch (segment.kind) {
+  case SegmentKind::Line:
+    break;
+  case SegmentKind::Cubic:
+    return cubicPart(segment, from, to);
+  case SegmentKind::Arc: {
+    EllipticArc arc = segment.arc;
+    arc.start += from * arc.sweep;
+    arc.sweep *= to - from;
+    return Segment::ellipticArc(arc);
+  }
+  }
+  return Segment::line(segment.at(from), segment.at(to));
 }
 
 } // namespace
@@ -75,32 +85,26 @@ ContourMeasure::ContourMeasure(const Contour& contour)
   for (const Segment& segment : contour.segments) ends_.push_back(end += lengthOf(segment));
 }
 
-// Newton's method on the arc length, from the chord's guess; it stays within the piece.
+// Newton's method on the arc length, kept between the parameters that are known to be too low and too high.
 double ContourMeasure::paramAt(std::size_t index, double target) const {
+  constexpr int kMostSteps = 40;
   const Segment& segment = contour_.segments[index];
   const double whole = ends_[index] - (index == 0 ? 0 : ends_[index - 1]);
   if (!(whole > 0)) return 0;
-  if (hasConstantSpeed(segment)) return std::clamp(target / whole, 0.0, 1.0);
-  double walked = 0;
-  int step = 0;
-  double stretch = 0;
-  for (; step < kSteps; ++step) {
-    stretch =
-        lengthBetween(segment, static_cast<double>(step) / kSteps, static_cast<double>(step + 1) / kSteps);
-    if (walked + stretch >= target || step + 1 == kSteps) break;
-    walked += stretch;
-  }
-  const double lower = static_cast<double>(step) / kSteps, upper = static_cast<double>(step + 1) / kSteps;
-  double t = stretch > 0 ? std::clamp(lower + (target - walked) / stretch / kSteps, lower, upper) : lower;
-  for (int i = 0; i < 4; ++i) {
-    const double speed = interchange::length(derivative(segment, t));
-    if (!(speed > 0)) break;
-    t = std::clamp(t - (walked + lengthBetween(segment, lower, t) - target) / speed, lower, upper);
+  double t = std::clamp(target / whole, 0.0, 1.0);
+  if (hasConstantSpeed(segment)) return t;
+  double low = 0, high = 1;
+  for (int i = 0; i < kMostSteps; ++i) {
+    const double off = lengthBetween(segment, 0, t) - target;
+    if (std::abs(off) <= kLengthShare * whole) break;
+    (off < 0 ? low : high) = t;
+    const double next = t - off / derivative(segment, t).length();
+    t = next > low && next < high ? next : 0.5 * (low + high);
   }
   return t;
 }
 
-Point2 ContourMeasure::pointAt(double at) const {
+ZnGePoint2d ContourMeasure::pointAt(double at) const {
   if (ends_.empty()) return {};
   const auto found = std::lower_bound(ends_.begin(), ends_.end(), at);
   const std::size_t index =
@@ -126,37 +130,20 @@ void ContourMeasure::appendPart(double from, double to, Contour& part) const {
   }
 }
 
-Segment subSegment(const Segment& segment, double from, double to) {
-  if (!(from > 0) && !(to < 1)) return segment;
-  switch (segment.kind) {
-  case SegmentKind::Line:
-    break;
-  case SegmentKind::Cubic:
-    return cubicPart(segment, from, to);
-  case SegmentKind::Arc: {
-    EllipticArc arc = segment.arc;
-    arc.start += from * arc.sweep;
-    arc.sweep *= to - from;
-    return Segment::ellipticArc(arc);
-  }
-  }
-  return Segment::line(segment.at(from), segment.at(to));
-}
-
 // Pieces of an eighth of a turn: the tangent handles of 4/3 tan(sweep / 4) then leave the ellipse by about
 // four millionths of its radius.
 std::vector<Segment> asCubics(const Segment& segment) {
   if (segment.kind != SegmentKind::Arc) return {segment};
   const EllipticArc& arc = segment.arc;
-  const int count = std::max(1, static_cast<int>(std::ceil(std::abs(arc.sweep) / (std::numbers::pi / 4))));
+  const int count = std::max(1, static_cast<int>(std::ceil(std::abs(arc.sweep) / (ZnGe::kPi / 4))));
   const double step = arc.sweep / count;
   const double handle = 4.0 / 3.0 * std::tan(step / 4);
   const auto tangent = [&arc](double angle) { return std::cos(angle) * arc.v - std::sin(angle) * arc.u; };
   std::vector<Segment> cubics;
   for (int i = 0; i < count; ++i) {
     const double from = arc.start + i * step, to = from + step;
-    const Point2 start = i == 0 ? segment.start : cubics.back().end;
-    const Point2 end = i + 1 == count ? segment.end : arc.at(to);
+    const ZnGePoint2d start = i == 0 ? segment.start : cubics.back().end;
+    const ZnGePoint2d end = i + 1 == count ? segment.end : arc.at(to);
     cubics.push_back(Segment::cubic(start, start + handle * tangent(from), end - handle * tangent(to), end));
   }
   return cubics;

@@ -18,7 +18,7 @@ public:
   // The open contour from one arc length to another; `to` may run beyond the end of a closed contour by up to
   // its length, everything else is kept within the contour.
   Contour part(double from, double to) const;
-  Point2 pointAt(double length) const;
+  ZnGePoint2d pointAt(double length) const;
 
 private:
   void appendPart(double from, double to, Contour& part) const;
@@ -27,9 +27,6 @@ private:
   const Contour& contour_;
   std::vector<double> ends_; // arc length at the end of each piece
 };
-
-// The piece between two of its parameters, 0 <= from <= to <= 1.
-Segment subSegment(const Segment& segment, double from, double to);
 
 // The piece as cubics that leave it by less than five millionths of its size; lines stay lines.
 std::vector<Segment> asCubics(const Segment& segment);

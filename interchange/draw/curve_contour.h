@@ -7,8 +7,8 @@
 
 namespace interchange {
 
-inline Point2 seenFromAbove(const ZnGePoint3d& point) { return {point.x, point.y}; }
-inline Point2 seenFromAbove(const ZnGeVector3d& vector) { return {vector.x, vector.y}; }
+inline ZnGePoint2d seenFromAbove(const ZnGePoint3d& point) { return {point.x, point.y}; }
+inline ZnGeVector2d seenFromAbove(const ZnGeVector3d& vector) { return {vector.x, vector.y}; }
 
 // Appends the image of the curve under the map, looked at along the z axis. Lines, circular and elliptic arcs
 // are exact under every map; other curves become lines that keep to them by the chord height (in units of the

@@ -12,7 +12,8 @@ namespace {
 constexpr double kMostElements = 1e5;
 // Dashes that differ by less are of one length: linetype files round to a few digits.
 constexpr double kSameLength = 0.999;
-// A closed curve takes the pattern shrunk to this share at most, a shorter one is drawn continuous.
+// A closed curve, and a pattern that is stretched as a whole, take the pattern shrunk to this share at most;
+// a shorter curve is drawn continuous.
 constexpr double kLeastShrink = 0.6;
 // Of a long dash at the end of a curve, the least that stays.
 constexpr double kLeastEndShare = 0.5;
@@ -92,6 +93,7 @@ void tryCenter(const Cycle& cycle, std::size_t center, double half, bool fit, st
         Filling filling{center, steps - 1 + static_cast<std::size_t>(more) * cycle.size(),
                         reach + more * cycle.period(), 1};
         if (fit) filling.scale = half / (filling.inner + leastEnd);
+        if (filling.scale < kLeastShrink) continue;
         if (isBetter(filling, best, fit)) best = filling;
       }
     }
@@ -186,12 +188,6 @@ std::vector<DashSpan> layOutClosed(const Cycle& cycle, double length) {
 }
 
 } // namespace
-
-double DashPattern::period() const {
-  double sum = 0;
-  for (const double length : lengths) sum += std::abs(length);
-  return sum;
-}
 
 std::vector<DashSpan> layOutDashes(const DashPattern& pattern, double length, bool closed) {
   if (!(length > 0)) return {};

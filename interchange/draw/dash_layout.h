@@ -10,8 +10,6 @@ struct DashPattern {
   std::vector<double> lengths;
   // Stretch the whole pattern to the curve instead of the two end dashes.
   bool scaledToFit = false;
-
-  double period() const;
 };
 
 // A drawn part in arc length from the start; a dot has equal ends. Of a closed curve the last part may run

@@ -18,14 +18,13 @@ struct Closer {
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
-bool fail(PictureError& error, const std::string& path, const char* what, const char* expected) {
-  error = {path, std::string(what) + " (" + std::strerror(errno) + ")", expected};
-  return false;
+bool fail(Quorl::Failure& error, const std::string& path, const char* what, const char* expected) {
+  return error.set(path, 0, std::string(what) + " (" + std::strerror(errno) + ")", expected);
 }
 
 } // namespace
 
-bool writeWhole(const std::string& path, std::string_view bytes, PictureError& error) {
+bool writeWhole(const std::string& path, std::string_view bytes, Quorl::Failure& error) {
   // The process number keeps two programs that write the same file from sharing the one beside it.
   const std::string beside = path + ".part" + std::to_string(::getpid());
   constexpr const char* kExpected = "a path in a folder that can be written to";
@@ -46,12 +45,11 @@ bool writeWhole(const std::string& path, std::string_view bytes, PictureError& e
   return false;
 }
 
-bool readWhole(const std::string& path, std::string& bytes, PictureError& error) {
+bool readWhole(const std::string& path, std::string& bytes, Quorl::Failure& error) {
   bytes.clear();
   std::error_code status;
   if (std::filesystem::is_directory(path, status)) {
-    error = {path, "the path names a folder", "a readable file"};
-    return false;
+    return error.set(path, 0, "the path names a folder", "a readable file");
   }
   const File file(std::fopen(path.c_str(), "rb"));
   if (!file) return fail(error, path, "the file cannot be read", "a readable file");

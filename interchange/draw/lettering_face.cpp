@@ -22,10 +22,10 @@ void chooseFace(cairo_t* cairo) {
 
 } // namespace
 
-void setUpLettering(cairo_t* cairo, const Lettering& lettering, const Affine& place) {
+void setUpLettering(cairo_t* cairo, const Lettering& lettering, const ZnGeMatrix2d& place) {
   static constexpr double kShares[] = {0, 0.5, 1};
-  const Point2 at = place.apply(lettering.position);
-  const Point2 along = place.applyVector(lettering.along), up = place.applyVector(lettering.up);
+  const ZnGePoint2d at = place * lettering.position;
+  const ZnGeVector2d along = place * lettering.along, up = place * lettering.up;
   const cairo_matrix_t matrix{along.x, along.y, -up.x, -up.y, at.x, at.y};
   cairo_transform(cairo, &matrix);
   chooseFace(cairo);

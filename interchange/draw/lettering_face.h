@@ -12,7 +12,7 @@ namespace interchange {
 // Chooses the face and maps the user space so that the lettering starts at the origin with its font size set,
 // x along the baseline. `place` maps the lettering's coordinates to the context's user space; the caller
 // saves and restores the context. Sizes do not depend on the resolution.
-void setUpLettering(cairo_t* cairo, const Lettering& lettering, const Affine& place);
+void setUpLettering(cairo_t* cairo, const Lettering& lettering, const ZnGeMatrix2d& place);
 
 // Width of a text by the face, in capital heights. The same at every size.
 double widthOfText(const std::string& text);

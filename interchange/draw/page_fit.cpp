@@ -13,10 +13,10 @@ constexpr double kLeastMargin = 1; // so that the half width of border lines is 
 constexpr double kLeastSide = 1;   // of a drawing that is a line or a point
 
 // The drawing's center in the middle of the page.
-Affine centered(const Extent& extent, const PageFit& page) {
-  const Point2 center = midpoint(extent.min, extent.max);
-  return Affine::translation(page.width / 2, page.height / 2) * Affine::scaling(page.scale, -page.scale) *
-         Affine::translation(-center.x, -center.y);
+ZnGeMatrix2d centered(const Extent& extent, const PageFit& page) {
+  const ZnGeVector2d center = 0.5 * (extent.min.asVector() + extent.max.asVector());
+  return ZnGeMatrix2d::translation({page.width / 2, page.height / 2}) *
+         ZnGeMatrix2d::scaling({page.scale, -page.scale}) * ZnGeMatrix2d::translation(-center);
 }
 
 double marginFor(const PictureOptions& options, double width, double height) {
@@ -28,7 +28,7 @@ PageFit fitToGivenPage(const Extent& extent, double unit, const PictureOptions& 
   PageFit page;
   page.width = options.pageWidth;
   page.height = options.pageHeight;
-  const Point2 size = extent.max - extent.min;
+  const ZnGeVector2d size = extent.max - extent.min;
   // A margin that leaves nothing of the page is cut to what leaves half of it.
   const double margin =
       std::min(marginFor(options, page.width, page.height), std::min(page.width, page.height) / 4);
@@ -45,7 +45,7 @@ PageFit fitToGivenPage(const Extent& extent, double unit, const PictureOptions& 
 
 PageFit fitAroundDrawing(const Extent& extent, double unit, const PictureOptions& options) {
   PageFit page;
-  const Point2 size = extent.max - extent.min;
+  const ZnGeVector2d size = extent.max - extent.min;
   page.scale = unit * (options.scale > 0 ? options.scale : 1);
   const double longer = std::max(size.x, size.y) * page.scale;
   if (!(options.scale > 0) && longer > kLongestSheet) page.scale *= kLongestSheet / longer;
@@ -64,11 +64,11 @@ PageFit fitPage(const std::optional<Extent>& extent, double unit, const std::opt
                 const PictureOptions& options) {
   const bool isGiven = options.pageWidth > 0 && options.pageHeight > 0;
   if (!isGiven && paper && !(options.scale > 0)) {
-    PageFit page{paper->width, paper->height, 1, Affine{1, 0, 0, -1, 0, paper->height}};
+    PageFit page{paper->width, paper->height, 1, ZnGeMatrix2d({0, paper->height}, {1, 0}, {0, -1})};
     return page;
   }
   if (!extent) {
-    PageFit page{kBlankPage, kBlankPage, unit, Affine::scaling(unit, -unit)};
+    PageFit page{kBlankPage, kBlankPage, unit, ZnGeMatrix2d::scaling({unit, -unit})};
     if (isGiven) {
       page.width = options.pageWidth;
       page.height = options.pageHeight;

@@ -2,22 +2,23 @@
 #pragma once
 
 #include "interchange/draw/picture_options.h"
-#include "interchange/recognize/plane.h"
+
+#include "quorl/ge/matrix2d.h"
 
 #include <optional>
 
 namespace interchange {
 
 struct Extent {
-  Point2 min;
-  Point2 max;
+  ZnGePoint2d min;
+  ZnGePoint2d max;
 };
 
 struct PageFit {
   double width = 0; // millimetres
   double height = 0;
-  double scale = 1; // millimetres on the page of one drawing unit
-  Affine toPage;    // drawing units, y up, to millimetres from the upper left corner, y down
+  double scale = 1;    // millimetres on the page of one drawing unit
+  ZnGeMatrix2d toPage; // drawing units, y up, to millimetres from the upper left corner, y down
 };
 
 struct PaperSize {

@@ -2,6 +2,7 @@
 
 #include "interchange/draw/contour_measure.h"
 #include "interchange/draw/curve_contour.h"
+#include "interchange/recognize/limits.h"
 #include "interchange/tolerance.h"
 
 #include "quorl/db/entity/entity.h"
@@ -46,8 +47,8 @@ void PictureDraw::drawEntity(const ZnDbEntity& entity) {
 // What is seen does not depend on whether the frame's layer shows: frames are often hidden on purpose.
 void PictureDraw::drawThroughViewport(const ZnDbViewport& viewport, ZnDbObjectId modelSpace) {
   if (!viewport.isOn() || viewport.visibility() != ZnDb::kVisible) return;
-  const Point2 center = seenFromAbove(viewport.centerPoint());
-  const Point2 half{viewport.width() / 2, viewport.height() / 2};
+  const ZnGePoint2d center = seenFromAbove(viewport.centerPoint());
+  const ZnGeVector2d half{viewport.width() / 2, viewport.height() / 2};
   target_.pushWindow(center - half, center + half);
   levels_.push_back({viewport.modelToPaperTransform(), {}, false});
   viewport_ = &viewport;
@@ -140,11 +141,11 @@ void PictureDraw::text(const ZnGePoint3d& position, const ZnGeVector3d& normal, 
   const bool isUsable = interchange::isUsable(lettering.position) && interchange::isUsable(lettering.along) &&
                         interchange::isUsable(lettering.up);
   // Letters seen edge on have no area to ink.
-  if (isUsable && cross(lettering.along, lettering.up) != 0) target_.lettering(lettering, ink_);
+  if (isUsable && lettering.along.crossProduct(lettering.up) != 0) target_.lettering(lettering, ink_);
 }
 
 void PictureDraw::point(const ZnGePoint3d& position) {
-  const Point2 center = seenFromAbove(toSpace() * position);
+  const ZnGePoint2d center = seenFromAbove(toSpace() * position);
   if (isUsable(center)) target_.dot(center, std::max(ink_.width, kPointDiameter), ink_);
 }
 

@@ -1,4 +1,4 @@
-// What the caller decides about a picture, and what can be wrong with it.
+// What the caller decides about a picture.
 #pragma once
 
 #include <cstdint>
@@ -22,15 +22,6 @@ struct PictureOptions {
   double dpi = 0;
   std::uint32_t background = 0xffffff; // 0xRRGGBB
   double lineWeightFactor = 1;
-};
-
-struct PictureError {
-  std::string file;
-  std::string what;
-  std::string expected;
-
-  // "file: what, expected ..."
-  std::string text() const;
 };
 
 } // namespace interchange

@@ -55,11 +55,10 @@ struct Job {
   const std::string& path;
   const PictureOptions& options;
   const std::vector<const ZnDbEntity*>& extra;
-  PictureError& error;
+  Quorl::Failure& error;
 
   bool fail(std::string what, std::string expected) const {
-    error = {path, std::move(what), std::move(expected)};
-    return false;
+    return error.set(path, 0, std::move(what), std::move(expected));
   }
 };
 
@@ -251,14 +250,8 @@ bool chooseSheet(const Job& job, Sheet& sheet) {
 
 } // namespace
 
-std::string PictureError::text() const {
-  std::string message = file.empty() ? what : file + ": " + what;
-  if (!expected.empty()) message += ", expected " + expected;
-  return message;
-}
-
 bool writePicture(const ZnDbDatabase& database, const std::string& path, const PictureOptions& options,
-                  PictureError& error, const std::vector<const ZnDbEntity*>& extra) {
+                  Quorl::Failure& error, const std::vector<const ZnDbEntity*>& extra) {
   const Job job{database, path, options, extra, error};
   const Format* format = formatOf(path);
   if (!format)

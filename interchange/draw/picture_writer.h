@@ -3,6 +3,8 @@
 
 #include "interchange/draw/picture_options.h"
 
+#include "quorl/base/failure.h"
+
 #include <string>
 #include <vector>
 
@@ -17,6 +19,6 @@ namespace interchange {
 // no size, a page or bitmap beyond the limits, a path that cannot be written; nothing is left at the path
 // then that was not there before.
 bool writePicture(const ZnDbDatabase& database, const std::string& path, const PictureOptions& options,
-                  PictureError& error, const std::vector<const ZnDbEntity*>& extra = {});
+                  Quorl::Failure& error, const std::vector<const ZnDbEntity*>& extra = {});
 
 } // namespace interchange

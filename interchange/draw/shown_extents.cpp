@@ -2,6 +2,7 @@
 
 #include "interchange/draw/curve_contour.h"
 #include "interchange/draw/lettering_face.h"
+#include "interchange/recognize/limits.h"
 
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/entity/extents_draw.h"

@@ -23,9 +23,9 @@ enum class Alignment { Left, Center, Right };
 // One line of text on its baseline. `along` and `up` are as long as a capital letter is high, stretched as
 // the letters are; they need not be perpendicular.
 struct Lettering {
-  Point2 position;
-  Point2 along{1, 0};
-  Point2 up{0, 1};
+  ZnGePoint2d position;
+  ZnGeVector2d along{1, 0};
+  ZnGeVector2d up{0, 1};
   Alignment alignment = Alignment::Left;
   std::string text; // UTF-8
 };
@@ -39,11 +39,11 @@ public:
   virtual void stroke(const std::vector<Contour>& contours, const Ink& ink, LineEnds ends) = 0;
   virtual void area(const Contour& contour, const Ink& ink) = 0;
   // A round dot; the diameter is in millimetres on the paper.
-  virtual void dot(Point2 center, double diameter, const Ink& ink) = 0;
+  virtual void dot(ZnGePoint2d center, double diameter, const Ink& ink) = 0;
   virtual void lettering(const Lettering& lettering, const Ink& ink) = 0;
 
   // Until the window is popped nothing shows outside the rectangle of these corners.
-  virtual void pushWindow(Point2 corner, Point2 opposite) = 0;
+  virtual void pushWindow(ZnGePoint2d corner, ZnGePoint2d opposite) = 0;
   virtual void popWindow() = 0;
 };
 

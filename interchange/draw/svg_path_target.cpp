@@ -29,8 +29,7 @@ std::string colorText(std::uint32_t rgb) {
   return text;
 }
 
-} // namespace
-
+// Fixed notation without needless zeros, with a point in every locale.
 std::string fixedNumber(double value, int decimals) {
   char buffer[64];
   const auto [end, status] =
@@ -43,18 +42,20 @@ std::string fixedNumber(double value, int decimals) {
   return text == "-0" ? "0" : text;
 }
 
-SvgPathTarget::SvgPathTarget(const Affine& toUser, double unit, std::string prefix)
+} // namespace
+
+SvgPathTarget::SvgPathTarget(const ZnGeMatrix2d& toUser, double unit, std::string prefix)
     : toUser_(toUser)
     , unit_(unit)
     , decimals_(
           std::clamp(static_cast<int>(std::ceil(kDecimalsOfMillimetre + std::log10(unit))), 0, kMostDecimals))
     , prefix_(std::move(prefix)) {}
 
-std::string SvgPathTarget::point(Point2 userPoint) const {
+std::string SvgPathTarget::point(ZnGePoint2d userPoint) const {
   return fixedNumber(userPoint.x, decimals_) + " " + fixedNumber(userPoint.y, decimals_);
 }
 
-void SvgPathTarget::note(Point2 drawingPoint) {
+void SvgPathTarget::note(ZnGePoint2d drawingPoint) {
   if (!extent_) extent_ = Extent{drawingPoint, drawingPoint};
   extent_->min = {std::min(extent_->min.x, drawingPoint.x), std::min(extent_->min.y, drawingPoint.y)};
   extent_->max = {std::max(extent_->max.x, drawingPoint.x), std::max(extent_->max.y, drawingPoint.y)};
@@ -62,7 +63,7 @@ void SvgPathTarget::note(Point2 drawingPoint) {
 
 std::string SvgPathTarget::dataOf(const Contour& contour) {
   if (contour.segments.empty()) return {};
-  std::string data = "M" + point(toUser_.apply(contour.segments.front().start));
+  std::string data = "M" + point(toUser_ * contour.segments.front().start);
   note(contour.segments.front().start);
   for (const Segment& segment : contour.segments) {
     for (const Segment& piece : asCubics(segment)) {
@@ -70,8 +71,8 @@ std::string SvgPathTarget::dataOf(const Contour& contour) {
       if (piece.kind == SegmentKind::Line)
         data += "L";
       else
-        data += "C" + point(toUser_.apply(piece.control1)) + " " + point(toUser_.apply(piece.control2)) + " ";
-      data += point(toUser_.apply(piece.end));
+        data += "C" + point(toUser_ * piece.control1) + " " + point(toUser_ * piece.control2) + " ";
+      data += point(toUser_ * piece.end);
     }
   }
   return contour.closed ? data + "Z" : data;
@@ -100,10 +101,10 @@ void SvgPathTarget::area(const Contour& contour, const Ink& ink) {
                                      fixedNumber(ink.opacity, kOpacityDecimals) + ";stroke:none");
 }
 
-void SvgPathTarget::dot(Point2 center, double diameter, const Ink& ink) {
+void SvgPathTarget::dot(ZnGePoint2d center, double diameter, const Ink& ink) {
   // A touch of a round pen: as a small circle, whoever reads the document again would take it for a hole. The
   // length is a paper size; in drawing units it depends on how the drawing lies on the source.
-  const Point2 half{tolerance::kDotLength / 2 / unit_ / toUser_.meanScale(), 0};
+  const ZnGeVector2d half{tolerance::kDotLength / 2 / unit_ / toUser_.meanScale(), 0};
   Ink pen = ink;
   pen.width = diameter;
   stroke({Contour{{Segment::line(center - half, center + half)}, false}}, pen, LineEnds::Round);

@@ -14,15 +14,15 @@ class SvgPathTarget final : public StrokeTarget {
 public:
   // `toUser` maps drawing units to user units, of which one is `unit` millimetres. Element names get the
   // prefix, such as "svg:".
-  SvgPathTarget(const Affine& toUser, double unit, std::string prefix);
+  SvgPathTarget(const ZnGeMatrix2d& toUser, double unit, std::string prefix);
 
   void stroke(const std::vector<Contour>& contours, const Ink& ink, LineEnds ends) override;
   void area(const Contour& contour, const Ink& ink) override;
-  void dot(Point2 center, double diameter, const Ink& ink) override;
+  void dot(ZnGePoint2d center, double diameter, const Ink& ink) override;
   // As outlines, so that it looks alike wherever it is shown.
   void lettering(const Lettering& lettering, const Ink& ink) override;
   // Windows belong to sheets, which have no source to be drawn onto.
-  void pushWindow(Point2, Point2) override {}
+  void pushWindow(ZnGePoint2d, ZnGePoint2d) override {}
   void popWindow() override {}
 
   // One element a line.
@@ -33,18 +33,15 @@ public:
 private:
   void appendElement(const std::string& data, const std::string& paint);
   std::string dataOf(const Contour& contour);
-  std::string point(Point2 userPoint) const;
-  void note(Point2 drawingPoint);
+  std::string point(ZnGePoint2d userPoint) const;
+  void note(ZnGePoint2d drawingPoint);
 
-  Affine toUser_;
+  ZnGeMatrix2d toUser_;
   double unit_;
   int decimals_;
   std::string prefix_;
   std::string elements_;
   std::optional<Extent> extent_;
 };
-
-// Fixed notation without needless zeros, with a point in every locale.
-std::string fixedNumber(double value, int decimals);
 
 } // namespace interchange

@@ -4,11 +4,10 @@
 #include "interchange/import/source_page.h"
 #include "interchange/svg_in/scene.h"
 
+#include "quorl/base/failure.h"
 #include "quorl/db/core/object_id.h"
 
-#include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace interchange {
@@ -26,21 +25,13 @@ struct FoundCircle {
   bool visible = true;
 };
 
-class ImportReport {
-public:
+struct ImportReport {
   DocumentFacts document;
   SourcePage page;                      // for writing back onto the source
   std::vector<ImportedEntity> entities; // in document order, those of blocks first
   std::vector<FoundCircle> circles;
   std::vector<Skipped> skipped; // by the reader, and what the drawing could not hold
-  std::vector<Error> problems;
-
-  void add(ImportedEntity entity);
-  // Null for an entity that was not imported.
-  const ImportedEntity* find(ZnDbObjectId id) const;
-
-private:
-  std::unordered_map<ZnDbObjectId, std::size_t> byId_;
+  std::vector<Quorl::Failure> problems;
 };
 
 } // namespace interchange

@@ -111,7 +111,7 @@ private:
     ZnDbEntity* appended = entity.release();
     traits_.apply(element, *appended);
     appended->close();
-    report_.add({id, blockId, element.source, element.hiddenReason});
+    report_.entities.push_back({id, blockId, element.source, element.hiddenReason});
     return id;
   }
 
@@ -139,12 +139,11 @@ bool importScene(const Scene& scene, ZnDbDatabase& database, ImportReport& repor
 }
 
 bool importSvgFile(const std::string& path, const ReadOptions& options, ZnDbDatabase& database,
-                   ImportReport& report, Error& error) {
+                   ImportReport& report, Quorl::Failure& error) {
   std::error_code status;
   std::ifstream file(path, std::ios::binary);
   if (!file || std::filesystem::is_directory(path, status)) {
-    error = Error{path, 0, "the file cannot be read", "a readable SVG file"};
-    return false;
+    return error.set(path, 0, "the file cannot be read", "a readable SVG file");
   }
   const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   const SvgReadResult read = readSvg(text, path, options);
@@ -153,8 +152,7 @@ bool importSvgFile(const std::string& path, const ReadOptions& options, ZnDbData
     return false;
   }
   if (!importScene(read.scene, database, report)) {
-    error = Error{path, 0, "the drawing has no space to import into", "a drawing with its tables"};
-    return false;
+    return error.set(path, 0, "the drawing has no space to import into", "a drawing with its tables");
   }
   report.page = sourcePageOf(text, report.document);
   return true;

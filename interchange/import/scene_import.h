@@ -5,6 +5,8 @@
 #include "interchange/svg_in/read_options.h"
 #include "interchange/svg_in/scene.h"
 
+#include "quorl/base/failure.h"
+
 #include <string>
 
 class ZnDbDatabase;
@@ -19,6 +21,6 @@ bool importScene(const Scene& scene, ZnDbDatabase& database, ImportReport& repor
 // Reads and imports. False with the reason in `error` for a file that is refused; the drawing is unchanged
 // then.
 bool importSvgFile(const std::string& path, const ReadOptions& options, ZnDbDatabase& database,
-                   ImportReport& report, Error& error);
+                   ImportReport& report, Quorl::Failure& error);
 
 } // namespace interchange

@@ -23,7 +23,7 @@ using Made = std::unique_ptr<ZnDbEntity>;
 // Height of capitals as a part of the font's size: files name the size, drawings the height.
 constexpr double kCapitals = 0.7;
 
-ZnGePoint3d inPlane(Point2 point) { return {point.x, point.y, 0.0}; }
+ZnGePoint3d inPlane(ZnGePoint2d point) { return {point.x, point.y, 0.0}; }
 
 Made make(const Line& line) { return std::make_unique<ZnDbLine>(inPlane(line.start), inPlane(line.end)); }
 
@@ -31,8 +31,7 @@ Made make(const Polyline& polyline) {
   if (polyline.vertices.size() < 2) return nullptr;
   auto entity = std::make_unique<ZnDbPolyline>();
   for (const Vertex& vertex : polyline.vertices) {
-    const ZnGePoint2d point(vertex.point.x, vertex.point.y);
-    if (entity->addVertexAt(entity->vertexCount(), point, vertex.bulge) != Quorl::eOk) return nullptr;
+    if (entity->addVertexAt(entity->vertexCount(), vertex.point, vertex.bulge) != Quorl::eOk) return nullptr;
   }
   entity->setClosed(polyline.closed);
   return entity;
@@ -65,7 +64,7 @@ Made make(const EllipseArc& ellipse) {
 
 Made make(const Spline& spline) {
   std::vector<ZnGePoint3d> points;
-  for (const Point2 point : spline.control) points.push_back(inPlane(point));
+  for (const ZnGePoint2d& point : spline.control) points.push_back(inPlane(point));
   ZnGeNurbCurve3d curve;
   if (curve.set(Spline::kDegree, spline.knots, points) != Quorl::eOk) return nullptr;
   auto entity = std::make_unique<ZnDbSpline>();
@@ -79,7 +78,7 @@ Made make(const Text& text) {
                       : text.baseline == TextBaseline::Hanging ? height
                                                                : 0.0;
   const double side = text.mirrored ? -1 : 1;
-  const Point2 up{-side * std::sin(text.rotation), side * std::cos(text.rotation)};
+  const ZnGeVector2d up{-side * std::sin(text.rotation), side * std::cos(text.rotation)};
   static constexpr ZnDb::TextAlign kAligns[] = {ZnDb::kTextLeft, ZnDb::kTextCenter, ZnDb::kTextRight};
 
   auto entity = std::make_unique<ZnDbText>();
@@ -93,12 +92,13 @@ Made make(const Text& text) {
   return isUsable ? std::move(entity) : nullptr;
 }
 
-} // namespace
-
-ZnGeMatrix3d inSpace(const Affine& map) {
-  return ZnGeMatrix3d(inPlane({map.e, map.f}), ZnGeVector3d(map.a, map.b, 0.0),
-                      ZnGeVector3d(map.c, map.d, 0.0), ZnGeVector3d::kZAxis * map.meanScale());
+// Uniform in z where it is in the plane.
+ZnGeMatrix3d inSpace(const ZnGeMatrix2d& map) {
+  return ZnGeMatrix3d(inPlane(map.origin()), {map.xAxis().x, map.xAxis().y, 0.0},
+                      {map.yAxis().x, map.yAxis().y, 0.0}, ZnGeVector3d::kZAxis * map.meanScale());
 }
+
+} // namespace
 
 std::unique_ptr<ZnDbEntity> entityOf(const Shape& shape, const std::vector<ZnDbObjectId>& blocks) {
   if (const auto* insert = std::get_if<Insert>(&shape)) {

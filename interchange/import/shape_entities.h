@@ -4,7 +4,6 @@
 #include "interchange/recognize/shape.h"
 
 #include "quorl/db/core/object_id.h"
-#include "quorl/ge/matrix3d.h"
 
 #include <memory>
 #include <vector>
@@ -16,8 +15,5 @@ namespace interchange {
 // A new entity in no database with the shape's geometry in the plane z = 0. `blocks` are the records of the
 // scene's blocks, by index. Null for a shape without extent or beyond what the entity can hold.
 std::unique_ptr<ZnDbEntity> entityOf(const Shape& shape, const std::vector<ZnDbObjectId>& blocks);
-
-// The map of the plane as one of space that is uniform in z where it is in the plane.
-ZnGeMatrix3d inSpace(const Affine& map);
 
 } // namespace interchange

@@ -17,10 +17,10 @@ SourcePage sourcePageOf(std::string_view svg, const DocumentFacts& facts) {
   const pugi::xml_node root = document.document_element();
   const std::optional<ViewBox> box = parseViewBox(root.attribute("viewBox").value());
 
-  Affine toViewport = Affine::scaling(facts.millimetresPerUnit, facts.millimetresPerUnit);
+  ZnGeMatrix2d toViewport = ZnGeMatrix2d::scaling({facts.millimetresPerUnit, facts.millimetresPerUnit});
   if (box && facts.width > 0 && facts.height > 0)
     toViewport = fitViewBox(*box, facts.width, facts.height, root.attribute("preserveAspectRatio").value());
-  return {Affine{1, 0, 0, -1, 0, facts.height} * toViewport, facts.width, facts.height};
+  return {ZnGeMatrix2d({0, facts.height}, {1, 0}, {0, -1}) * toViewport, facts.width, facts.height};
 }
 
 } // namespace interchange

@@ -1,16 +1,16 @@
 // Where the user coordinates of an SVG file lie on the page that was read from it.
 #pragma once
 
-#include "interchange/recognize/plane.h"
 #include "interchange/svg_in/scene.h"
+#include "quorl/ge/matrix2d.h"
 
 #include <string_view>
 
 namespace interchange {
 
 struct SourcePage {
-  Affine userToPage; // user units, y down, to millimetres, y up
-  double width = 0;  // millimetres; 0 when the file does not tell
+  ZnGeMatrix2d userToPage; // user units, y down, to millimetres, y up
+  double width = 0;        // millimetres; 0 when the file does not tell
   double height = 0;
 };
 

@@ -1,10 +1,13 @@
 #include "interchange/recognize/arc_runs.h"
 
+#include "interchange/recognize/limits.h"
 #include "interchange/tolerance.h"
+
+#include "quorl/ge/angles.h"
+#include "quorl/ge/circ_arc2d.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <optional>
 #include <span>
 
@@ -12,22 +15,20 @@ namespace interchange {
 
 namespace {
 
-using std::numbers::pi;
-
 // A run that nearly closes is left open: whether the whole is a circle has been decided before.
-constexpr double kLongestRun = 1.95 * pi;
+constexpr double kLongestRun = 1.95 * ZnGe::kPi;
 
 // Off the chord by less than the numbers can tell, on a chord long enough for that to mean something.
 bool isStraight(const Segment& cubic, double rounding) {
-  const Point2 chord = cubic.end - cubic.start;
-  const double size = length(chord);
+  const ZnGeVector2d chord = cubic.end - cubic.start;
+  const double size = chord.length();
   if (!(size > tolerance::kZeroLength)) return false;
   const double rounded = size > tolerance::kLongChord * rounding ? rounding : 0;
   const double slack = std::max(tolerance::kStraightCubic * size, rounded);
-  for (const Point2 control : {cubic.control1, cubic.control2}) {
-    const Point2 arm = control - cubic.start;
-    if (std::abs(cross(chord, arm)) > slack * size) return false;
-    const double along = dot(chord, arm) / (size * size);
+  for (const ZnGePoint2d& control : {cubic.control1, cubic.control2}) {
+    const ZnGeVector2d arm = control - cubic.start;
+    if (std::abs(chord.crossProduct(arm)) > slack * size) return false;
+    const double along = chord.dotProduct(arm) / (size * size);
     if (along < -tolerance::kStraightCubic || along > 1 + tolerance::kStraightCubic) return false;
   }
   return true;
@@ -39,18 +40,18 @@ double partialLimit(double radius, double sweep, double rounding) {
   const double angle = std::abs(sweep);
   const double part =
       angle > tolerance::kHalfTurnSweep ? tolerance::kHalfTurnDeviation : tolerance::kPartialArcDeviation;
-  const double sagitta = radius * (1 - std::cos(std::min(angle, pi) / 2));
+  const double sagitta = radius * (1 - std::cos(std::min(angle, ZnGe::kPi) / 2));
   const double shapeLimit = std::min(part * radius, tolerance::kPartOfSagitta * sagitta);
   return std::max(shapeLimit, std::min(rounding, sagitta / 8));
 }
 
 bool leavesAlong(const Segment& cubic, const CenterRadius& circle, double sweep, double rounding,
                  double angleSlack) {
-  const auto fits = [&](Point2 at, Point2 tangent) {
-    const Point2 arm = at - circle.center;
-    const Point2 expected = sweep > 0 ? Point2{-arm.y, arm.x} : Point2{arm.y, -arm.x};
-    const double slack = angleSlack + rounding / std::max(length(tangent), rounding);
-    return std::abs(angleBetween(expected, tangent)) <= slack;
+  const auto fits = [&](const ZnGePoint2d& at, const ZnGeVector2d& tangent) {
+    const ZnGeVector2d arm = at - circle.center;
+    const ZnGeVector2d expected = sweep > 0 ? arm.perpVector() : -arm.perpVector();
+    const double slack = angleSlack + rounding / std::max(tangent.length(), rounding);
+    return std::abs(expected.signedAngleTo(tangent)) <= slack;
   };
   return fits(cubic.start, cubic.startTangent()) && fits(cubic.end, cubic.endTangent());
 }
@@ -62,7 +63,7 @@ struct ArcRun {
   double deviation = 0;
 };
 
-double totalSweep(std::span<const Segment> segments, Point2 center) {
+double totalSweep(std::span<const Segment> segments, ZnGePoint2d center) {
   double sweep = 0;
   for (const Segment& segment : segments) sweep += sweepAbout(segment, center);
   return sweep;
@@ -71,7 +72,8 @@ double totalSweep(std::span<const Segment> segments, Point2 center) {
 std::optional<ArcRun> fitRun(std::span<const Segment> segments) {
   std::optional<CenterRadius> circle;
   if (segments.size() == 1) {
-    circle = circleThrough(segments[0].start, segments[0].at(0.5), segments[0].end);
+    const ZnGeCircArc2d through(segments[0].start, segments[0].at(0.5), segments[0].end);
+    if (through.radius() > 0) circle = CenterRadius{through.center(), through.radius()};
   } else {
     CircleFit fit(segments[0].start);
     for (const Segment& segment : segments) fit.add(segment);
@@ -97,7 +99,7 @@ std::optional<ArcRun> verifyRun(std::span<const Segment> segments, double roundi
 
 bool joinsSmoothly(const Segment& one, const Segment& next) {
   return next.kind == SegmentKind::Cubic &&
-         std::abs(angleBetween(one.endTangent(), next.startTangent())) <= tolerance::kRoundTangent;
+         std::abs(one.endTangent().signedAngleTo(next.startTangent())) <= tolerance::kRoundTangent;
 }
 
 // A round between a straight piece or a corner on either side, whose curves do not fit one by one.
@@ -126,7 +128,7 @@ bool continues(const Segment& next, const ArcRun& run, double rounding) {
   if (next.kind != SegmentKind::Cubic) return false;
   const double limit = std::max(tolerance::kPartialArcDeviation * run.circle.radius, rounding);
   for (const double t : {0.5, 1.0}) {
-    if (std::abs(distance(next.at(t), run.circle.center) - run.circle.radius) > limit) return false;
+    if (std::abs(next.at(t).distanceTo(run.circle.center) - run.circle.radius) > limit) return false;
   }
   const double sweep = sweepAbout(next, run.circle.center);
   return sweep * run.sweep > 0 && std::abs(sweep + run.sweep) < kLongestRun;
@@ -174,15 +176,15 @@ Piece arcPiece(std::span<const Segment> segments, const ArcRun& run, RoundSpelli
 
 // Arcs say themselves on which ellipse they lie; neighbours that say the same are one.
 bool sameEllipse(const EllipticArc& one, const EllipticArc& other, double rounding) {
-  Point2 major, minor, otherMajor, otherMinor;
+  ZnGeVector2d major, minor, otherMajor, otherMinor;
   one.principalAxes(major, minor);
   other.principalAxes(otherMajor, otherMinor);
-  const double slack = std::max(rounding, tolerance::kAxesDiffer * length(minor));
-  const bool sameSize = std::abs(length(major) - length(otherMajor)) <= slack &&
-                        std::abs(length(minor) - length(otherMinor)) <= slack;
-  if (!sameSize || distance(one.center, other.center) > slack || one.sweep * other.sweep < 0) return false;
+  const double slack = std::max(rounding, tolerance::kAxesDiffer * minor.length());
+  const bool sameSize = std::abs(major.length() - otherMajor.length()) <= slack &&
+                        std::abs(minor.length() - otherMinor.length()) <= slack;
+  if (!sameSize || one.center.distanceTo(other.center) > slack || one.sweep * other.sweep < 0) return false;
   // The cross product over the other's length is how far the ends of the two axes lie apart.
-  return one.isCircular(rounding) || std::abs(cross(major, otherMajor)) <= slack * length(otherMajor);
+  return one.isCircular(rounding) || std::abs(major.crossProduct(otherMajor)) <= slack * otherMajor.length();
 }
 
 Piece declaredArcs(std::span<const Segment> segments, double rounding, std::size_t& count) {
@@ -190,16 +192,16 @@ Piece declaredArcs(std::span<const Segment> segments, double rounding, std::size
   count = 1;
   const auto follows = [&](const Segment& next) {
     return next.kind == SegmentKind::Arc && sameEllipse(arc, next.arc, rounding) &&
-           std::abs(arc.sweep + next.arc.sweep) <= 2 * pi + tolerance::kTurn;
+           std::abs(arc.sweep + next.arc.sweep) <= ZnGe::kTwoPi + tolerance::kTurn;
   };
   while (count < segments.size() && follows(segments[count])) arc.sweep += segments[count++].arc.sweep;
-  arc.sweep = std::clamp(arc.sweep, -2 * pi, 2 * pi);
+  arc.sweep = std::clamp(arc.sweep, -ZnGe::kTwoPi, ZnGe::kTwoPi);
   if (arc.isCircular(rounding)) {
-    Point2 major, minor;
+    ZnGeVector2d major, minor;
     arc.principalAxes(major, minor);
-    const CenterRadius circle{arc.center, (length(major) + length(minor)) / 2};
+    const CenterRadius circle{arc.center, (major.length() + minor.length()) / 2};
     // A frame that an affine map has mirrored turns the other way in the plane.
-    const double sweep = cross(arc.u, arc.v) < 0 ? -arc.sweep : arc.sweep;
+    const double sweep = arc.u.crossProduct(arc.v) < 0 ? -arc.sweep : arc.sweep;
     const ArcRun run{count, circle, sweep, largestDeviation(segments.first(count), circle)};
     return arcPiece(segments, run, RoundSpelling::Arcs);
   }
@@ -231,7 +233,7 @@ void joinAcrossStart(std::vector<Piece>& pieces, double rounding) {
   Piece& last = pieces.back();
   if (first.kind != PieceKind::Arc || last.kind != PieceKind::Arc || first.sweep * last.sweep < 0) return;
   const double slack = std::max(rounding, tolerance::kPartialArcDeviation * last.circle.radius);
-  const bool same = distance(first.circle.center, last.circle.center) <= slack &&
+  const bool same = first.circle.center.distanceTo(last.circle.center) <= slack &&
                     std::abs(first.circle.radius - last.circle.radius) <= slack;
   if (!same || std::abs(first.sweep + last.sweep) > kLongestRun) return;
   if (std::abs(first.sweep) > std::abs(last.sweep)) last.circle = first.circle;

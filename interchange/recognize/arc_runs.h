@@ -15,8 +15,8 @@ enum class PieceKind { Line, Arc, Cubic, Ellipse };
 
 struct Piece {
   PieceKind kind = PieceKind::Line;
-  Point2 start;
-  Point2 end;
+  ZnGePoint2d start;
+  ZnGePoint2d end;
   CenterRadius circle; // arc only
   double sweep = 0;    // arc only, signed
   Fit fit;             // arc only

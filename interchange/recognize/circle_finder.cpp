@@ -3,15 +3,14 @@
 #include "interchange/recognize/circle_fit.h"
 #include "interchange/tolerance.h"
 
+#include "quorl/ge/angles.h"
+
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace interchange {
 
 namespace {
-
-using std::numbers::pi;
 
 struct Census {
   int lines = 0;
@@ -24,7 +23,7 @@ Census countKinds(const Contour& contour, double seam) {
   for (const Segment& segment : contour.segments) {
     switch (segment.kind) {
     case SegmentKind::Line:
-      census.lines += distance(segment.start, segment.end) > seam;
+      census.lines += segment.start.distanceTo(segment.end) > seam;
       break;
     case SegmentKind::Cubic:
       ++census.curves;
@@ -55,7 +54,7 @@ bool turnsOnce(const Contour& contour, const CenterRadius& circle) {
     most = std::max(most, sweep);
   }
   const bool oneWay = least > -tolerance::kTurn || most < tolerance::kTurn;
-  return oneWay && std::abs(std::abs(total) - 2 * pi) < tolerance::kTurn;
+  return oneWay && std::abs(std::abs(total) - ZnGe::kTwoPi) < tolerance::kTurn;
 }
 
 // A circle has no corners; stubs of a few rounding steps have no direction of their own.
@@ -64,16 +63,16 @@ bool isSmooth(const Contour& contour, double radius, double rounding) {
   const Segment* last = nullptr;
   const Segment* first = nullptr;
   for (const Segment& segment : contour.segments) {
-    const bool wholeTurn = segment.kind == SegmentKind::Arc && std::abs(segment.arc.sweep) > pi;
-    if (!wholeTurn && distance(segment.start, segment.end) < shortest) continue;
-    const double handle = segment.kind == SegmentKind::Cubic ? length(segment.startTangent()) : radius;
+    const bool wholeTurn = segment.kind == SegmentKind::Arc && std::abs(segment.arc.sweep) > ZnGe::kPi;
+    if (!wholeTurn && segment.start.distanceTo(segment.end) < shortest) continue;
+    const double handle = segment.kind == SegmentKind::Cubic ? segment.startTangent().length() : radius;
     const double slack = tolerance::kCorner + 2 * rounding / std::max(handle, rounding);
-    if (last && std::abs(angleBetween(last->endTangent(), segment.startTangent())) > slack) return false;
+    if (last && std::abs(last->endTangent().signedAngleTo(segment.startTangent())) > slack) return false;
     if (!first) first = &segment;
     last = &segment;
   }
   return !last ||
-         std::abs(angleBetween(last->endTangent(), first->startTangent())) <= tolerance::kCorner * 1.5;
+         std::abs(last->endTangent().signedAngleTo(first->startTangent())) <= tolerance::kCorner * 1.5;
 }
 
 // An ellipse swings twice a turn and does little else; a circle drawn by hand wobbles without order.
@@ -84,8 +83,8 @@ bool isEllipse(const Contour& contour, const CenterRadius& circle) {
     for (const Segment& segment : contour.segments) {
       const double weight = std::abs(sweepAbout(segment, circle.center)) / kSteps;
       for (int i = 0; i < kSteps; ++i) {
-        const Point2 arm = segment.at((i + 0.5) / kSteps) - circle.center;
-        use(direction(arm), length(arm) / circle.radius - 1, weight);
+        const ZnGeVector2d arm = segment.at((i + 0.5) / kSteps) - circle.center;
+        use(arm.signedAngle(), arm.length() / circle.radius - 1, weight);
       }
     }
   };
@@ -123,9 +122,9 @@ Circle makeCircle(const Contour& contour, const CenterRadius& fitted, RoundSpell
 std::optional<Circle> findWhole(const Contour& contour, const FitOptions& options) {
   const EllipticArc& arc = contour.segments.front().arc;
   if (!arc.isCircular(options.rounding())) return std::nullopt;
-  Point2 major, minor;
+  ZnGeVector2d major, minor;
   arc.principalAxes(major, minor);
-  const CenterRadius fitted{arc.center, (length(major) + length(minor)) / 2};
+  const CenterRadius fitted{arc.center, (major.length() + minor.length()) / 2};
   return makeCircle(contour, fitted, RoundSpelling::Whole, 1);
 }
 
@@ -135,14 +134,15 @@ std::optional<Circle> findPolygon(const Contour& contour, const FitOptions& opti
   const std::optional<CenterRadius> fitted = fitWhole(contour);
   if (!fitted) return std::nullopt;
   const double rounding = std::min(options.rounding(), tolerance::kCircleDeviation * fitted->radius);
-  const double side = 2 * fitted->radius * std::sin(pi / sides);
+  const double side = 2 * fitted->radius * std::sin(ZnGe::kPi / sides);
   const double sideSlack = tolerance::kPolygonSide * side + 2 * rounding;
   const double vertexSlack = tolerance::kPolygonVertex * fitted->radius + rounding;
   // The slack must leave sides that can be told from none, or a cloud of rounded points would do.
   if (sideSlack > side / 2) return std::nullopt;
   for (const Segment& segment : contour.segments) {
-    if (std::abs(distance(segment.start, segment.end) - side) > sideSlack) return std::nullopt;
-    if (std::abs(distance(segment.start, fitted->center) - fitted->radius) > vertexSlack) return std::nullopt;
+    if (std::abs(segment.start.distanceTo(segment.end) - side) > sideSlack) return std::nullopt;
+    if (std::abs(segment.start.distanceTo(fitted->center) - fitted->radius) > vertexSlack)
+      return std::nullopt;
   }
   if (!turnsOnce(contour, *fitted)) return std::nullopt;
   const Circle circle = makeCircle(contour, *fitted, RoundSpelling::Polygon, sides);
@@ -177,8 +177,8 @@ std::optional<Circle> findCurved(const Contour& contour, const FitOptions& optio
 std::optional<Circle> findCircle(const Contour& contour, const FitOptions& options) {
   if (!contour.closed || contour.segments.empty()) return std::nullopt;
   const Segment& first = contour.segments.front();
-  const bool whole = contour.segments.size() == 1 && first.kind == SegmentKind::Arc &&
-                     std::abs(std::abs(first.arc.sweep) - 2 * pi) < tolerance::kZeroLength;
+  const bool whole =
+      contour.segments.size() == 1 && first.kind == SegmentKind::Arc && first.arc.isWholeTurn();
   if (whole) return findWhole(contour, options);
   const bool polygon = std::all_of(contour.segments.begin(), contour.segments.end(),
                                    [](const Segment& s) { return s.kind == SegmentKind::Line; });

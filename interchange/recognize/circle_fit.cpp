@@ -17,9 +17,9 @@ constexpr int kSteps = 24;
 
 } // namespace
 
-void CircleFit::add(Point2 point, double weight) {
-  const Point2 p = point - origin_;
-  const double z = dot(p, p);
+void CircleFit::add(ZnGePoint2d point, double weight) {
+  const ZnGeVector2d p = point - origin_;
+  const double z = p.lengthSquared();
   w_ += weight;
   x_ += weight * p.x;
   y_ += weight * p.y;
@@ -32,8 +32,8 @@ void CircleFit::add(Point2 point, double weight) {
 }
 
 void CircleFit::add(const Segment& segment) {
-  const Point2 middle = segment.at(0.5);
-  const double weight = distance(segment.start, middle) + distance(middle, segment.end);
+  const ZnGePoint2d middle = segment.at(0.5);
+  const double weight = segment.start.distanceTo(middle) + middle.distanceTo(segment.end);
   add(segment.start, weight / 2);
   add(segment.end, weight / 2);
   if (segment.kind == SegmentKind::Line) return; // the middle of a side is where a polygon is farthest off
@@ -53,20 +53,10 @@ std::optional<CenterRadius> CircleFit::solve() const {
   const double det = sxx * syy - sxy * sxy;
   const double spread = sxx + syy;
   if (!(det > tolerance::kFlatMap * spread * spread) || !(spread > 0)) return std::nullopt;
-  const Point2 center{(sxz * syy - syz * sxy) / (2 * det), (syz * sxx - sxz * sxy) / (2 * det)};
-  const double squared = mz - 2 * (center.x * mx + center.y * my) + dot(center, center);
+  const ZnGeVector2d center{(sxz * syy - syz * sxy) / (2 * det), (syz * sxx - sxz * sxy) / (2 * det)};
+  const double squared = mz - 2 * (center.x * mx + center.y * my) + center.lengthSquared();
   if (!(squared > 0)) return std::nullopt;
   return CenterRadius{origin_ + center, std::sqrt(squared)};
-}
-
-std::optional<CenterRadius> circleThrough(Point2 p, Point2 q, Point2 r) {
-  const Point2 a = q - p;
-  const Point2 b = r - p;
-  const double det = 2 * cross(a, b);
-  const double scale = length(a) * length(b);
-  if (!(std::abs(det) > tolerance::kZeroLength * scale)) return std::nullopt;
-  const Point2 center{(b.y * dot(a, a) - a.y * dot(b, b)) / det, (a.x * dot(b, b) - b.x * dot(a, a)) / det};
-  return CenterRadius{p + center, length(center)};
 }
 
 double largestDeviation(std::span<const Segment> segments, const CenterRadius& circle) {
@@ -74,7 +64,7 @@ double largestDeviation(std::span<const Segment> segments, const CenterRadius& c
   for (const Segment& segment : segments) {
     std::array<double, kSteps + 1> off;
     for (int i = 0; i <= kSteps; ++i) {
-      const double radius = distance(segment.at(static_cast<double>(i) / kSteps), circle.center);
+      const double radius = segment.at(static_cast<double>(i) / kSteps).distanceTo(circle.center);
       off[static_cast<std::size_t>(i)] = std::abs(radius - circle.radius);
     }
     const auto most = std::max_element(off.begin(), off.end());
@@ -88,13 +78,13 @@ double largestDeviation(std::span<const Segment> segments, const CenterRadius& c
   return largest;
 }
 
-double sweepAbout(const Segment& segment, Point2 center) {
+double sweepAbout(const Segment& segment, ZnGePoint2d center) {
   double sweep = 0;
-  Point2 last = segment.start - center;
+  ZnGeVector2d last = segment.start - center;
   constexpr int kParts = 4; // a whole turn in one arc still has parts of less than half a turn
   for (int i = 1; i <= kParts; ++i) {
-    const Point2 next = segment.at(static_cast<double>(i) / kParts) - center;
-    sweep += angleBetween(last, next);
+    const ZnGeVector2d next = segment.at(static_cast<double>(i) / kParts) - center;
+    sweep += last.signedAngleTo(next);
     last = next;
   }
   return sweep;

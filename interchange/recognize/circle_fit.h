@@ -2,7 +2,8 @@
 #pragma once
 
 #include "interchange/recognize/contour.h"
-#include "interchange/recognize/plane.h"
+
+#include "quorl/ge/matrix2d.h"
 
 #include <optional>
 #include <span>
@@ -10,7 +11,7 @@
 namespace interchange {
 
 struct CenterRadius {
-  Point2 center;
+  ZnGePoint2d center;
   double radius = 0;
 };
 
@@ -18,10 +19,10 @@ struct CenterRadius {
 class CircleFit {
 public:
   // Points are summed about the origin given here; choose one of the points, or digits are lost.
-  explicit CircleFit(Point2 origin)
+  explicit CircleFit(ZnGePoint2d origin)
       : origin_(origin) {}
 
-  void add(Point2 point, double weight);
+  void add(ZnGePoint2d point, double weight);
   // The ends and the points between at which a cubic drawn for a circle touches it: its middle. Weighted
   // with the chord, so that seams and stubs do not pull.
   void add(const Segment& segment);
@@ -29,17 +30,14 @@ public:
   std::optional<CenterRadius> solve() const;
 
 private:
-  Point2 origin_;
+  ZnGePoint2d origin_;
   double w_ = 0, x_ = 0, y_ = 0, xx_ = 0, xy_ = 0, yy_ = 0, xz_ = 0, yz_ = 0, z_ = 0;
 };
-
-// The circle through three points; nothing when they lie on one line.
-std::optional<CenterRadius> circleThrough(Point2 p, Point2 q, Point2 r);
 
 // Largest distance of the drawn curve from the circle, found at fixed steps along each piece.
 double largestDeviation(std::span<const Segment> segments, const CenterRadius& circle);
 
 // Angle that the piece runs through about the center, signed, also beyond half a turn.
-double sweepAbout(const Segment& segment, Point2 center);
+double sweepAbout(const Segment& segment, ZnGePoint2d center);
 
 } // namespace interchange

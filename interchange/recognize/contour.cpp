@@ -1,38 +1,43 @@
 #include "interchange/recognize/contour.h"
 
+#include "interchange/recognize/limits.h"
 #include "interchange/tolerance.h"
+
+#include "quorl/ge/angles.h"
 
 #include <cmath>
 
 namespace interchange {
 
-Point2 EllipticArc::at(double angle) const { return center + std::cos(angle) * u + std::sin(angle) * v; }
+ZnGePoint2d EllipticArc::at(double angle) const { return center + std::cos(angle) * u + std::sin(angle) * v; }
 
 // The squared radius (u cos + v sin)^2 is extremal where tan(2 t) = 2 u.v / (u.u - v.v).
-double EllipticArc::principalAxes(Point2& major, Point2& minor) const {
-  const double angle = 0.5 * std::atan2(2 * dot(u, v), dot(u, u) - dot(v, v));
+double EllipticArc::principalAxes(ZnGeVector2d& major, ZnGeVector2d& minor) const {
+  const double angle = 0.5 * std::atan2(2 * u.dotProduct(v), u.lengthSquared() - v.lengthSquared());
   major = std::cos(angle) * u + std::sin(angle) * v;
   minor = std::cos(angle) * v - std::sin(angle) * u;
   return angle;
 }
 
+bool EllipticArc::isWholeTurn() const { return std::abs(sweep) > ZnGe::kTwoPi - tolerance::kZeroLength; }
+
 bool EllipticArc::isCircular(double rounding) const {
-  Point2 major, minor;
+  ZnGeVector2d major, minor;
   principalAxes(major, minor);
-  const double longer = length(major);
+  const double longer = major.length();
   // Rounding may explain a difference on a small circle, but never more than a percent.
   const double slack = std::fmax(tolerance::kAxesDiffer * longer, std::fmin(rounding, longer / 100));
-  return longer - length(minor) <= slack;
+  return longer - minor.length() <= slack;
 }
 
-Segment Segment::line(Point2 start, Point2 end) {
+Segment Segment::line(ZnGePoint2d start, ZnGePoint2d end) {
   Segment segment;
   segment.start = start;
   segment.end = end;
   return segment;
 }
 
-Segment Segment::cubic(Point2 start, Point2 control1, Point2 control2, Point2 end) {
+Segment Segment::cubic(ZnGePoint2d start, ZnGePoint2d control1, ZnGePoint2d control2, ZnGePoint2d end) {
   Segment segment = line(start, end);
   segment.kind = SegmentKind::Cubic;
   segment.control1 = control1;
@@ -40,7 +45,7 @@ Segment Segment::cubic(Point2 start, Point2 control1, Point2 control2, Point2 en
   return segment;
 }
 
-Segment Segment::quadratic(Point2 start, Point2 control, Point2 end) {
+Segment Segment::quadratic(ZnGePoint2d start, ZnGePoint2d control, ZnGePoint2d end) {
   return cubic(start, start + (2.0 / 3.0) * (control - start), end + (2.0 / 3.0) * (control - end), end);
 }
 
@@ -51,54 +56,55 @@ Segment Segment::ellipticArc(const EllipticArc& arc) {
   return segment;
 }
 
-Point2 Segment::at(double t) const {
+ZnGePoint2d Segment::at(double t) const {
   const double s = 1 - t;
   switch (kind) {
   case SegmentKind::Line:
     break;
   case SegmentKind::Cubic:
-    return (s * s * s) * start + (3 * s * s * t) * control1 + (3 * s * t * t) * control2 + (t * t * t) * end;
+    return ZnGePoint2d::kOrigin + (s * s * s) * start.asVector() + (3 * s * s * t) * control1.asVector() +
+           (3 * s * t * t) * control2.asVector() + (t * t * t) * end.asVector();
   case SegmentKind::Arc:
     return arc.at(arc.start + t * arc.sweep);
   }
-  return s * start + t * end;
+  return ZnGePoint2d::kOrigin + s * start.asVector() + t * end.asVector();
 }
 
 namespace {
 
 // Ends of a cubic may carry their control point on top of them; the next one then gives the direction.
-Point2 firstDirection(Point2 from, Point2 first, Point2 second, Point2 last) {
-  if (length(first - from) > tolerance::kZeroLength) return first - from;
-  if (length(second - from) > tolerance::kZeroLength) return second - from;
+ZnGeVector2d firstDirection(ZnGePoint2d from, ZnGePoint2d first, ZnGePoint2d second, ZnGePoint2d last) {
+  if ((first - from).length() > tolerance::kZeroLength) return first - from;
+  if ((second - from).length() > tolerance::kZeroLength) return second - from;
   return last - from;
 }
 
-Point2 arcTangent(const EllipticArc& arc, double angle) {
-  const Point2 growing = std::cos(angle) * arc.v - std::sin(angle) * arc.u;
-  return arc.sweep < 0 ? -1.0 * growing : growing;
+ZnGeVector2d arcTangent(const EllipticArc& arc, double angle) {
+  const ZnGeVector2d growing = std::cos(angle) * arc.v - std::sin(angle) * arc.u;
+  return arc.sweep < 0 ? -growing : growing;
 }
 
 } // namespace
 
-Point2 Segment::startTangent() const {
+ZnGeVector2d Segment::startTangent() const {
   if (kind == SegmentKind::Cubic) return firstDirection(start, control1, control2, end);
   return kind == SegmentKind::Arc ? arcTangent(arc, arc.start) : end - start;
 }
 
-Point2 Segment::endTangent() const {
-  if (kind == SegmentKind::Cubic) return -1.0 * firstDirection(end, control2, control1, start);
+ZnGeVector2d Segment::endTangent() const {
+  if (kind == SegmentKind::Cubic) return -firstDirection(end, control2, control1, start);
   return kind == SegmentKind::Arc ? arcTangent(arc, arc.start + arc.sweep) : end - start;
 }
 
-void Contour::transform(const Affine& map) {
+void Contour::transform(const ZnGeMatrix2d& map) {
   for (Segment& segment : segments) {
-    segment.start = map.apply(segment.start);
-    segment.end = map.apply(segment.end);
-    segment.control1 = map.apply(segment.control1);
-    segment.control2 = map.apply(segment.control2);
-    segment.arc.center = map.apply(segment.arc.center);
-    segment.arc.u = map.applyVector(segment.arc.u);
-    segment.arc.v = map.applyVector(segment.arc.v);
+    segment.start = map * segment.start;
+    segment.end = map * segment.end;
+    segment.control1 = map * segment.control1;
+    segment.control2 = map * segment.control2;
+    segment.arc.center = map * segment.arc.center;
+    segment.arc.u = map * segment.arc.u;
+    segment.arc.v = map * segment.arc.v;
   }
 }
 

@@ -4,9 +4,10 @@
 #include "interchange/recognize/circle_finder.h"
 #include "interchange/tolerance.h"
 
+#include "quorl/ge/angles.h"
+
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <optional>
 #include <span>
 
@@ -14,44 +15,37 @@ namespace interchange {
 
 namespace {
 
-using std::numbers::pi;
-
 // Beyond this the chord is too short for a bulge to say where the circle lies; the arc is cut in two.
-constexpr double kLargestBulgeSweep = 1.9 * pi;
+constexpr double kLargestBulgeSweep = 1.9 * ZnGe::kPi;
 // From here on the chord changes faster with the sweep than the numbers of the ends were rounded.
-constexpr double kShortChordSweep = 1.4 * pi;
-
-double positiveAngle(double angle) {
-  const double turned = std::fmod(angle, 2 * pi);
-  return turned < 0 ? turned + 2 * pi : turned;
-}
+constexpr double kShortChordSweep = 1.4 * ZnGe::kPi;
 
 bool hasExtent(const Segment& segment) {
   const double least = tolerance::kZeroLength;
   if (segment.kind == SegmentKind::Cubic) {
-    return distance(segment.start, segment.end) > least ||
-           distance(segment.start, segment.control1) > least ||
-           distance(segment.start, segment.control2) > least;
+    return segment.start.distanceTo(segment.end) > least ||
+           segment.start.distanceTo(segment.control1) > least ||
+           segment.start.distanceTo(segment.control2) > least;
   }
   if (segment.kind == SegmentKind::Arc) {
     return std::abs(segment.arc.sweep) > tolerance::kZeroLength &&
-           std::max(length(segment.arc.u), length(segment.arc.v)) > least;
+           std::max(segment.arc.u.length(), segment.arc.v.length()) > least;
   }
-  return distance(segment.start, segment.end) > least;
+  return segment.start.distanceTo(segment.end) > least;
 }
 
 // Cutting programs leave curves of no area at corners; as a shape each would break the outline in two.
 bool isCornerLoop(const Segment& segment, double reach) {
   return segment.kind == SegmentKind::Cubic &&
-         distance(segment.start, segment.end) <= tolerance::kZeroLength &&
-         distance(segment.start, segment.control1) <= reach &&
-         distance(segment.start, segment.control2) <= reach;
+         segment.start.distanceTo(segment.end) <= tolerance::kZeroLength &&
+         segment.start.distanceTo(segment.control1) <= reach &&
+         segment.start.distanceTo(segment.control2) <= reach;
 }
 
 double contourExtent(const std::vector<Segment>& segments) {
   double extent = 0;
   for (const Segment& segment : segments) {
-    for (const double t : {0.5, 1.0}) extent = std::max(extent, distance(segments[0].start, segment.at(t)));
+    for (const double t : {0.5, 1.0}) extent = std::max(extent, segments[0].start.distanceTo(segment.at(t)));
   }
   return extent;
 }
@@ -61,8 +55,8 @@ Arc arcOf(const Piece& piece) {
   arc.center = piece.circle.center;
   arc.radius = piece.circle.radius;
   arc.fit = piece.fit;
-  const Point2 from = piece.sweep > 0 ? piece.start : piece.end;
-  arc.startAngle = positiveAngle(direction(from - arc.center));
+  const ZnGePoint2d from = piece.sweep > 0 ? piece.start : piece.end;
+  arc.startAngle = (from - arc.center).angle();
   arc.endAngle = arc.startAngle + std::abs(piece.sweep);
   return arc;
 }
@@ -70,15 +64,15 @@ Arc arcOf(const Piece& piece) {
 Shape ellipseOf(const Piece& piece) {
   const EllipticArc& drawn = piece.ellipse;
   EllipseArc ellipse;
-  Point2 minor;
+  ZnGeVector2d minor;
   const double offset = drawn.principalAxes(ellipse.major, minor);
   ellipse.center = drawn.center;
-  ellipse.ratio = length(minor) / length(ellipse.major);
+  ellipse.ratio = minor.length() / ellipse.major.length();
   if (!(ellipse.ratio > tolerance::kZeroLength)) return Line{piece.start, piece.end};
   double start = drawn.start - offset;
   double sweep = drawn.sweep;
   // Mirrored axes: the parameter counts the other way.
-  if (cross(ellipse.major, minor) < 0) {
+  if (ellipse.major.crossProduct(minor) < 0) {
     start = -start;
     sweep = -sweep;
   }
@@ -86,9 +80,9 @@ Shape ellipseOf(const Piece& piece) {
     start += sweep;
     sweep = -sweep;
   }
-  ellipse.startParam = positiveAngle(start);
+  ellipse.startParam = ZnGe::normalizeAngle(start);
   ellipse.endParam = ellipse.startParam + sweep;
-  ellipse.closed = sweep > 2 * pi - tolerance::kZeroLength;
+  ellipse.closed = drawn.isWholeTurn();
   return ellipse;
 }
 
@@ -96,18 +90,18 @@ Shape ellipseOf(const Piece& piece) {
 double sweepOver(double chord, const Piece& piece) {
   const double half = chord / (2 * piece.circle.radius);
   if (std::abs(piece.sweep) < kShortChordSweep || !(half < 1)) return piece.sweep;
-  return std::copysign(2 * pi - 2 * std::asin(half), piece.sweep);
+  return std::copysign(ZnGe::kTwoPi - 2 * std::asin(half), piece.sweep);
 }
 
 void appendArc(std::vector<Vertex>& vertices, const Piece& piece) {
   if (std::abs(piece.sweep) <= kLargestBulgeSweep) {
-    const double sweep = sweepOver(distance(piece.start, piece.end), piece);
+    const double sweep = sweepOver(piece.start.distanceTo(piece.end), piece);
     vertices.push_back({piece.start, std::tan(sweep / 4)});
     return;
   }
   const double bulge = std::tan(piece.sweep / 8);
-  const double middle = direction(piece.start - piece.circle.center) + piece.sweep / 2;
-  const Point2 arm{std::cos(middle), std::sin(middle)};
+  const double middle = (piece.start - piece.circle.center).signedAngle() + piece.sweep / 2;
+  const ZnGeVector2d arm{std::cos(middle), std::sin(middle)};
   vertices.push_back({piece.start, bulge});
   vertices.push_back({piece.circle.center + piece.circle.radius * arm, bulge});
 }
@@ -167,8 +161,8 @@ void closeEnds(Contour& contour, const FitOptions& options) {
   std::vector<Segment>& segments = contour.segments;
   std::erase_if(segments, [](const Segment& segment) { return !hasExtent(segment); });
   if (segments.empty()) return;
-  const Point2 start = segments.front().start;
-  if (distance(segments.back().end, start) > options.join()) {
+  const ZnGePoint2d start = segments.front().start;
+  if (segments.back().end.distanceTo(start) > options.join()) {
     if (contour.closed) segments.push_back(Segment::line(segments.back().end, start));
     return;
   }

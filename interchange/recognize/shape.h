@@ -2,7 +2,7 @@
 // of a block definition in the definition's own units with y upwards; angles in radians, counter-clockwise.
 #pragma once
 
-#include "interchange/recognize/plane.h"
+#include "quorl/ge/matrix2d.h"
 
 #include <cstddef>
 #include <string>
@@ -28,13 +28,13 @@ struct Fit {
 };
 
 struct Line {
-  Point2 start;
-  Point2 end;
+  ZnGePoint2d start;
+  ZnGePoint2d end;
 };
 
 // bulge is the tangent of a quarter of the arc's angle to the next vertex, positive counter-clockwise.
 struct Vertex {
-  Point2 point;
+  ZnGePoint2d point;
   double bulge = 0;
 };
 
@@ -45,14 +45,14 @@ struct Polyline {
 };
 
 struct Circle {
-  Point2 center;
+  ZnGePoint2d center;
   double radius = 0;
   Fit fit;
 };
 
 // Counter-clockwise from startAngle to endAngle, whichever way it was drawn; 0 <= startAngle < 2 pi.
 struct Arc {
-  Point2 center;
+  ZnGePoint2d center;
   double radius = 0;
   double startAngle = 0;
   double endAngle = 0;
@@ -61,8 +61,8 @@ struct Arc {
 
 // center + cos(t) major + sin(t) minor, where minor is major turned left by a right angle times ratio.
 struct EllipseArc {
-  Point2 center;
-  Point2 major;
+  ZnGePoint2d center;
+  ZnGeVector2d major;
   double ratio = 1; // 0 < ratio <= 1
   double startParam = 0;
   double endParam = 0; // counter-clockwise; a whole ellipse ends 2 pi after its start
@@ -72,7 +72,7 @@ struct EllipseArc {
 // A cubic B-spline; Bezier pieces come with inner knots of multiplicity three.
 struct Spline {
   static constexpr int kDegree = 3;
-  std::vector<Point2> control;
+  std::vector<ZnGePoint2d> control;
   std::vector<double> knots; // control.size() + kDegree + 1, ascending
   bool closed = false;
 };
@@ -81,7 +81,7 @@ enum class TextAnchor { Start, Middle, End };
 enum class TextBaseline { Alphabetic, Middle, Hanging };
 
 struct Text {
-  Point2 position;
+  ZnGePoint2d position;
   double height = 0;      // the font's size; capital letters are about seven tenths of it
   double rotation = 0;    // of the writing direction
   double widthFactor = 1; // horizontal stretch against the height
@@ -94,7 +94,7 @@ struct Text {
 // A placed block definition; the matrix maps its coordinates to those of the owner.
 struct Insert {
   std::size_t block = 0;
-  Affine matrix;
+  ZnGeMatrix2d matrix;
 };
 
 using Shape = std::variant<Line, Polyline, Circle, Arc, EllipseArc, Spline, Text, Insert>;

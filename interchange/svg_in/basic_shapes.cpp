@@ -2,17 +2,16 @@
 
 #include "interchange/svg_in/number_scanner.h"
 
+#include "quorl/ge/angles.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <optional>
 
 namespace interchange {
 
 namespace {
-
-using std::numbers::pi;
 
 struct Reader {
   const pugi::xml_node& node;
@@ -38,7 +37,7 @@ void readLine(const Reader& read) {
 
 void readPoints(const Reader& read, bool closed) {
   NumberScanner scanner(trimmed(read.node.attribute("points").value()));
-  std::vector<Point2> points;
+  std::vector<ZnGePoint2d> points;
   while (!scanner.atEnd()) {
     const std::optional<double> x = scanner.number();
     scanner.skipSeparator();
@@ -67,12 +66,12 @@ void readPoints(const Reader& read, bool closed) {
 void readPolyline(const Reader& read) { readPoints(read, false); }
 void readPolygon(const Reader& read) { readPoints(read, true); }
 
-Contour wholeEllipse(Point2 center, double rx, double ry) {
+Contour wholeEllipse(ZnGePoint2d center, double rx, double ry) {
   EllipticArc arc;
   arc.center = center;
   arc.u = {rx, 0};
   arc.v = {0, ry};
-  arc.sweep = 2 * pi;
+  arc.sweep = ZnGe::kTwoPi;
   Segment segment = Segment::ellipticArc(arc);
   segment.end = segment.start;
   Contour contour;
@@ -106,23 +105,25 @@ void readEllipse(const Reader& read) {
 }
 
 // Sides and corners in the order of the rule: from the left end of the top side onwards, y down.
-Contour roundedRectangle(Point2 corner, double width, double height, double rx, double ry) {
+Contour roundedRectangle(ZnGePoint2d corner, double width, double height, double rx, double ry) {
   Contour contour;
   contour.closed = true;
   const double right = corner.x + width, bottom = corner.y + height;
-  const auto side = [&](Point2 from, Point2 to) { contour.segments.push_back(Segment::line(from, to)); };
-  const auto round = [&](Point2 center, double start) {
+  const auto side = [&](ZnGePoint2d from, ZnGePoint2d to) {
+    contour.segments.push_back(Segment::line(from, to));
+  };
+  const auto round = [&](ZnGePoint2d center, double start) {
     if (rx <= 0 || ry <= 0) return;
-    contour.segments.push_back(Segment::ellipticArc({center, {rx, 0}, {0, ry}, start, pi / 2}));
+    contour.segments.push_back(Segment::ellipticArc({center, {rx, 0}, {0, ry}, start, ZnGe::kHalfPi}));
   };
   side({corner.x + rx, corner.y}, {right - rx, corner.y});
-  round({right - rx, corner.y + ry}, -pi / 2);
+  round({right - rx, corner.y + ry}, -ZnGe::kHalfPi);
   side({right, corner.y + ry}, {right, bottom - ry});
   round({right - rx, bottom - ry}, 0);
   side({right - rx, bottom}, {corner.x + rx, bottom});
-  round({corner.x + rx, bottom - ry}, pi / 2);
+  round({corner.x + rx, bottom - ry}, ZnGe::kHalfPi);
   side({corner.x, bottom - ry}, {corner.x, corner.y + ry});
-  round({corner.x + rx, corner.y + ry}, pi);
+  round({corner.x + rx, corner.y + ry}, ZnGe::kPi);
   return contour;
 }
 

@@ -5,7 +5,9 @@
 // place, because a round hole that it squeezes is no round hole, and an ellipse that it rounds is one.
 #include "interchange/svg_in/document_walker.h"
 
+#include "interchange/recognize/limits.h"
 #include "interchange/svg_in/number_scanner.h"
+#include "interchange/tolerance.h"
 
 #include <algorithm>
 
@@ -13,7 +15,7 @@ namespace interchange {
 
 namespace {
 
-const Affine kFlip = Affine::scaling(1, -1);
+constexpr ZnGeMatrix2d kFlip = ZnGeMatrix2d::scaling({1, -1});
 
 std::string_view hrefOf(const pugi::xml_node& node) {
   if (const pugi::xml_attribute href = node.attribute("href")) return trimmed(href.value());
@@ -69,13 +71,13 @@ void DocumentWalker::placeReference(const pugi::xml_node& use, const pugi::xml_n
   const auto read = [&](const pugi::xml_node& node, const char* attribute, LengthAxis axis, double missing) {
     return lengthAttribute(node, attribute, state.lengths, axis, missing, unread);
   };
-  const Point2 at{read(use, "x", LengthAxis::X, 0), read(use, "y", LengthAxis::Y, 0)};
-  state.toOwner = state.toOwner * Affine::translation(at.x, at.y);
+  const ZnGeVector2d at{read(use, "x", LengthAxis::X, 0), read(use, "y", LengthAxis::Y, 0)};
+  state.toOwner = state.toOwner * ZnGeMatrix2d::translation(at);
   const std::string_view name = localName(target);
   if (isViewport(name)) {
     if (name == "svg") {
-      const Point2 corner{read(target, "x", LengthAxis::X, 0), read(target, "y", LengthAxis::Y, 0)};
-      state.toOwner = state.toOwner * Affine::translation(corner.x, corner.y);
+      const ZnGeVector2d corner{read(target, "x", LengthAxis::X, 0), read(target, "y", LengthAxis::Y, 0)};
+      state.toOwner = state.toOwner * ZnGeMatrix2d::translation(corner);
     }
     const auto size = [&](const char* attribute, LengthAxis axis, double viewport) {
       return read(use, attribute, axis, read(target, attribute, axis, viewport));
@@ -88,8 +90,9 @@ void DocumentWalker::placeReference(const pugi::xml_node& use, const pugi::xml_n
   }
   if (!unread.problem.empty()) report(use, unread.problem, unread.expected);
   state.inReference = true;
-  if (!state.toOwner.isFinite()) return skip(use, "a place beyond the limits of a drawing");
-  if (!state.toOwner.isSimilarity()) return expandInPlace(target, state);
+  if (!isFinite(state.toOwner)) return skip(use, "a place beyond the limits of a drawing");
+  if (!state.toOwner.isUniformlyScaled({tolerance::kSimilarity, tolerance::kSimilarity}))
+    return expandInPlace(target, state);
 
   const std::optional<std::size_t> block = blockFor(target, state);
   if (refusal_) return;

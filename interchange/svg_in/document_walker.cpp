@@ -1,6 +1,7 @@
 #include "interchange/svg_in/document_walker.h"
 
 #include "interchange/recognize/contour_shapes.h"
+#include "interchange/recognize/limits.h"
 #include "interchange/svg_in/number_scanner.h"
 #include "interchange/svg_in/path_data.h"
 #include "interchange/svg_in/text_runs.h"
@@ -25,9 +26,9 @@ std::string_view prefixedAttribute(const pugi::xml_node& node, std::string_view 
   return {};
 }
 
-bool flattens(const Affine& map) {
-  const double size = std::max(std::hypot(map.a, map.b), std::hypot(map.c, map.d));
-  return !(std::abs(map.determinant()) > tolerance::kFlatMap * size * size);
+bool flattens(const ZnGeMatrix2d& map) {
+  const double size = map.scale();
+  return !(std::abs(map.det()) > tolerance::kFlatMap * size * size);
 }
 
 } // namespace
@@ -61,7 +62,7 @@ DocumentWalker::DocumentWalker(const LineIndex& lines, const std::string& fileNa
     , options_(options)
     , scene_(scene) {}
 
-std::optional<Error> DocumentWalker::walk(const pugi::xml_node& root, const std::string& hint) {
+std::optional<Quorl::Failure> DocumentWalker::walk(const pugi::xml_node& root, const std::string& hint) {
   const std::string_view rootName = root.name();
   rootPrefix_ = rootName.substr(0, rootName.find(':') + 1); // npos + 1 is 0
   if (localName(root) != "svg") {
@@ -167,11 +168,11 @@ void DocumentWalker::visitNestedSvg(const pugi::xml_node& node, std::string_view
   const auto read = [&](const char* attribute, LengthAxis axis, double missing) {
     return lengthAttribute(node, attribute, state.lengths, axis, missing, unread);
   };
-  const Point2 corner{read("x", LengthAxis::X, 0), read("y", LengthAxis::Y, 0)};
+  const ZnGeVector2d corner{read("x", LengthAxis::X, 0), read("y", LengthAxis::Y, 0)};
   const double width = read("width", LengthAxis::X, state.lengths.viewportWidth);
   const double height = read("height", LengthAxis::Y, state.lengths.viewportHeight);
   if (!unread.problem.empty()) report(node, unread.problem, unread.expected);
-  inner.toOwner = inner.toOwner * Affine::translation(corner.x, corner.y);
+  inner.toOwner = inner.toOwner * ZnGeMatrix2d::translation(corner);
   if (const std::optional<State> viewport = enterViewport(node, inner, width, height)) {
     visitChildren(node, *viewport);
   } else {
@@ -307,7 +308,7 @@ DocumentWalker::State DocumentWalker::enter(const pugi::xml_node& node, std::str
   inner.lengths.fontSize = inner.style.fontSize;
   if (const pugi::xml_attribute text = node.attribute("transform")) {
     std::string expected;
-    if (const std::optional<Affine> transform = parseTransform(text.value(), expected)) {
+    if (const std::optional<ZnGeMatrix2d> transform = parseTransform(text.value(), expected)) {
       inner.toOwner = state.toOwner * *transform;
     } else {
       report(node, "transform=\"" + std::string(text.value()).substr(0, 60) + "\" is not applied", expected);
@@ -412,11 +413,11 @@ void DocumentWalker::skip(const pugi::xml_node& node, std::string why) {
 }
 
 void DocumentWalker::report(const pugi::xml_node& node, std::string what, std::string expected) {
-  scene_.problems.push_back({file_, lineOf(node), describe(node) + ": " + what, std::move(expected)});
+  scene_.problems.emplace_back().set(file_, lineOf(node), describe(node) + ": " + what, std::move(expected));
 }
 
 void DocumentWalker::refuse(const pugi::xml_node& node, std::string what, std::string expected) {
-  if (!refusal_) refusal_ = Error{file_, lineOf(node), std::move(what), std::move(expected)};
+  if (!refusal_) refusal_.emplace().set(file_, lineOf(node), std::move(what), std::move(expected));
 }
 
 } // namespace interchange

@@ -8,6 +8,8 @@
 #include "interchange/svg_in/read_options.h"
 #include "interchange/svg_in/scene.h"
 
+#include "quorl/base/failure.h"
+
 #include <pugixml.hpp>
 
 #include <map>
@@ -28,12 +30,12 @@ public:
                  Scene& scene);
 
   // Returns the error for which the file is refused; the scene is then incomplete.
-  std::optional<Error> walk(const pugi::xml_node& root, const std::string& hint);
+  std::optional<Quorl::Failure> walk(const pugi::xml_node& root, const std::string& hint);
 
 private:
   // What an element inherits. The owner is the page or the block definition being built.
   struct State {
-    Affine toOwner;         // user units, y down, to the owner's, y up
+    ZnGeMatrix2d toOwner;   // user units, y down, to the owner's, y up
     double ownerToPage = 1; // millimetres of an owner unit
     ComputedStyle style;
     LengthContext lengths;
@@ -111,7 +113,7 @@ private:
   std::set<std::string> blockNames_;
   double pageSize_ = 0; // elements on the page with all that is repeated
   std::size_t referenceVisits_ = 0;
-  std::optional<Error> refusal_;
+  std::optional<Quorl::Failure> refusal_;
 };
 
 } // namespace interchange

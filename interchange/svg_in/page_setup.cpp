@@ -116,7 +116,7 @@ PageSetup setUpPage(const pugi::xml_node& root, const std::string& hint, const R
   completeSizes(width, height, box ? &*box : nullptr);
   const bool sized = width.has_value() || height.has_value();
 
-  Affine toViewport = Affine::scaling(pixel, pixel);
+  ZnGeMatrix2d toViewport = ZnGeMatrix2d::scaling({pixel, pixel});
   if (box) {
     // Asked for a unit, a user unit is that unit, whatever a pixel size would stretch the view box to.
     const bool asBox = !physical && (options.unit || !sized);
@@ -128,9 +128,9 @@ PageSetup setUpPage(const pugi::xml_node& root, const std::string& hint, const R
   page.facts.height = height.value_or(0);
   page.facts.hasPhysicalSize = physical;
   page.facts.dpi = pixelSize.dpi;
-  page.facts.millimetresPerUnit = length(toViewport.applyVector({1, 0}));
+  page.facts.millimetresPerUnit = toViewport.xAxis().length();
   page.facts.unitReason = reasonFor(physical, box.has_value(), sized, pixelSize.reason);
-  page.toPage = Affine{1, 0, 0, -1, 0, page.facts.height} * toViewport;
+  page.toPage = ZnGeMatrix2d({0, page.facts.height}, {1, 0}, {0, -1}) * toViewport;
   page.lengths.dpi = pixelSize.dpi;
   page.lengths.viewportWidth = box ? box->width : page.facts.width / pixel;
   page.lengths.viewportHeight = box ? box->height : page.facts.height / pixel;

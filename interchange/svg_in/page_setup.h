@@ -1,10 +1,11 @@
 // Decides how long a user unit of a drawing is and where its page lies.
 #pragma once
 
-#include "interchange/recognize/plane.h"
 #include "interchange/svg_in/length.h"
 #include "interchange/svg_in/read_options.h"
 #include "interchange/svg_in/scene.h"
+
+#include "quorl/ge/matrix2d.h"
 
 #include <pugixml.hpp>
 
@@ -14,7 +15,7 @@ namespace interchange {
 
 struct PageSetup {
   DocumentFacts facts;
-  Affine toPage;         // user units, y down, to millimetres, y up
+  ZnGeMatrix2d toPage;   // user units, y down, to millimetres, y up
   LengthContext lengths; // for the lengths of the root's content
   std::string problem;   // a size or view box that could not be read; empty when all was well
 };

@@ -2,15 +2,14 @@
 
 #include "interchange/svg_in/number_scanner.h"
 
+#include "quorl/ge/angles.h"
+
 #include <array>
 #include <cmath>
-#include <numbers>
 
 namespace interchange {
 
 namespace {
-
-using std::numbers::pi;
 
 bool isCommand(char c) { return std::string_view("MmLlHhVvCcSsQqTtAaZz").find(c) != std::string_view::npos; }
 char lowered(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -76,9 +75,9 @@ private:
     return true;
   }
 
-  bool point(Point2& p) {
+  bool point(ZnGePoint2d& p) {
     if (!number(p.x) || !number(p.y)) return false;
-    if (relative_) p = current_ + p;
+    if (relative_) p = current_ + p.asVector();
     return true;
   }
 
@@ -115,7 +114,7 @@ private:
   }
 
   bool readMove() {
-    Point2 to;
+    ZnGePoint2d to;
     if (!point(to)) return false;
     endSubpath(false);
     current_ = begin_ = to;
@@ -123,16 +122,21 @@ private:
   }
 
   bool readLine() {
-    Point2 to;
+    ZnGePoint2d to;
     if (!point(to)) return false;
     append(Segment::line(current_, to));
     return true;
   }
 
+  // The smooth commands go on in the direction of the curve before them.
+  ZnGePoint2d reflectedControl() const {
+    return ZnGePoint2d::kOrigin + (2.0 * current_.asVector() - control_.asVector());
+  }
+
   bool readAlong(bool x) {
     double value = 0;
     if (!number(value)) return false;
-    Point2 to = current_;
+    ZnGePoint2d to = current_;
     double& moved = x ? to.x : to.y;
     moved = relative_ ? moved + value : value;
     append(Segment::line(current_, to));
@@ -140,8 +144,8 @@ private:
   }
 
   bool readCubic(bool smooth) {
-    Point2 control1 = smooth ? 2.0 * current_ - control_ : current_;
-    Point2 control2, to;
+    ZnGePoint2d control1 = smooth ? reflectedControl() : current_;
+    ZnGePoint2d control2, to;
     if (kind_ == 'c' && !point(control1)) return false;
     if (!point(control2) || !point(to)) return false;
     append(Segment::cubic(current_, control1, control2, to));
@@ -150,8 +154,8 @@ private:
   }
 
   bool readQuadratic(bool smooth) {
-    Point2 control = smooth ? 2.0 * current_ - control_ : current_;
-    Point2 to;
+    ZnGePoint2d control = smooth ? reflectedControl() : current_;
+    ZnGePoint2d to;
     if (kind_ == 'q' && !point(control)) return false;
     if (!point(to)) return false;
     append(Segment::quadratic(current_, control, to));
@@ -162,7 +166,7 @@ private:
   bool readArc() {
     double rx = 0, ry = 0, tilt = 0;
     bool large = false, positive = false;
-    Point2 to;
+    ZnGePoint2d to;
     if (!number(rx) || !number(ry) || !number(tilt) || !flag(large) || !flag(positive) || !point(to)) {
       return false;
     }
@@ -187,9 +191,9 @@ private:
   NumberScanner scanner_;
   PathData data_;
   Contour contour_;
-  Point2 begin_;   // of the subpath
-  Point2 current_; // pen
-  Point2 control_; // last control point, for the smooth commands
+  ZnGePoint2d begin_;   // of the subpath
+  ZnGePoint2d current_; // pen
+  ZnGePoint2d control_; // last control point, for the smooth commands
   bool began_ = false;
   bool relative_ = false;
   bool first_ = false; // no separator before the first number of a command
@@ -205,38 +209,38 @@ PathData parsePath(std::string_view text) {
 }
 
 // In the frame of the ellipse the two points lie on a unit circle; its center is on their bisector.
-std::optional<Segment> arcBetween(Point2 start, Point2 end, double rx, double ry, double tiltDegrees,
-                                  bool large, bool positive) {
+std::optional<Segment> arcBetween(ZnGePoint2d start, ZnGePoint2d end, double rx, double ry,
+                                  double tiltDegrees, bool large, bool positive) {
   if (start.x == end.x && start.y == end.y) return std::nullopt;
   rx = std::abs(rx);
   ry = std::abs(ry);
   if (rx == 0 || ry == 0) return Segment::line(start, end);
-  const double tilt = std::fmod(tiltDegrees, 360.0) * pi / 180;
-  const Point2 xAxis{std::cos(tilt), std::sin(tilt)};
-  const Point2 yAxis{-xAxis.y, xAxis.x};
-  const Point2 chord = end - start;
-  Point2 half{dot(chord, xAxis) / (2 * rx), dot(chord, yAxis) / (2 * ry)};
-  const double squared = dot(half, half);
+  const double tilt = std::fmod(tiltDegrees, 360.0) * ZnGe::kPi / 180;
+  const ZnGeVector2d xAxis{std::cos(tilt), std::sin(tilt)};
+  const ZnGeVector2d yAxis = xAxis.perpVector();
+  const ZnGeVector2d chord = end - start;
+  ZnGeVector2d half{chord.dotProduct(xAxis) / (2 * rx), chord.dotProduct(yAxis) / (2 * ry)};
+  const double squared = half.lengthSquared();
   if (squared > 1) {
     const double grow = std::sqrt(squared);
     rx *= grow;
     ry *= grow;
     half = (1 / grow) * half;
   }
-  const double size = length(half);
+  const double size = half.length();
   const double off = std::sqrt(std::fmax(0, 1 - size * size));
-  const Point2 left = size > 0 ? (off / size) * Point2{-half.y, half.x} : Point2{};
-  const Point2 toCenter = half + (large == positive ? -1.0 : 1.0) * left;
+  const ZnGeVector2d left = size > 0 ? (off / size) * half.perpVector() : ZnGeVector2d();
+  const ZnGeVector2d toCenter = half + (large == positive ? -1.0 : 1.0) * left;
   EllipticArc arc;
   arc.u = rx * xAxis;
   arc.v = ry * yAxis;
   arc.center = start + toCenter.x * arc.u + toCenter.y * arc.v;
-  const Point2 from = -1.0 * toCenter;
-  const Point2 to = 2.0 * half - toCenter;
-  arc.start = direction(from);
-  arc.sweep = angleBetween(from, to);
-  if (positive && arc.sweep < 0) arc.sweep += 2 * pi;
-  if (!positive && arc.sweep > 0) arc.sweep -= 2 * pi;
+  const ZnGeVector2d from = -toCenter;
+  const ZnGeVector2d to = 2.0 * half - toCenter;
+  arc.start = from.signedAngle();
+  arc.sweep = from.signedAngleTo(to);
+  if (positive && arc.sweep < 0) arc.sweep += ZnGe::kTwoPi;
+  if (!positive && arc.sweep > 0) arc.sweep -= ZnGe::kTwoPi;
   Segment segment = Segment::ellipticArc(arc);
   segment.start = start;
   segment.end = end;

@@ -27,7 +27,7 @@ PathData parsePath(std::string_view text);
 
 // The arc through two points with given radii, as the A command says: radii that are too small grow, zero
 // radii give a line, equal ends give nothing at all.
-std::optional<Segment> arcBetween(Point2 start, Point2 end, double rx, double ry, double tiltDegrees,
-                                  bool large, bool positive);
+std::optional<Segment> arcBetween(ZnGePoint2d start, ZnGePoint2d end, double rx, double ry,
+                                  double tiltDegrees, bool large, bool positive);
 
 } // namespace interchange

@@ -12,7 +12,7 @@ struct Collector {
   std::size_t pageElement = 0;
 
   // Inserts keep circles round: the reader makes them of similarities only.
-  void collect(const std::vector<Element>& elements, const Affine& toPage, bool visible, bool onPage) {
+  void collect(const std::vector<Element>& elements, const ZnGeMatrix2d& toPage, bool visible, bool onPage) {
     for (std::size_t i = 0; i < elements.size(); ++i) {
       if (onPage) pageElement = i;
       const Element& element = elements[i];
@@ -22,7 +22,7 @@ struct Collector {
       } else if (const Circle* circle = std::get_if<Circle>(&element.shape)) {
         PlacedCircle placed{*circle, pageElement, seen};
         const double scale = toPage.meanScale();
-        placed.circle.center = toPage.apply(circle->center);
+        placed.circle.center = toPage * circle->center;
         placed.circle.radius *= scale;
         placed.circle.fit.deviation *= scale;
         found.push_back(placed);

@@ -3,6 +3,8 @@
 
 #include "interchange/recognize/shape.h"
 
+#include "quorl/base/failure.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -10,17 +12,6 @@
 #include <vector>
 
 namespace interchange {
-
-// What is wrong with a file, where, and what would have been right.
-struct Error {
-  std::string file;
-  int line = 0; // counted from 1; 0 when it is about the file as a whole
-  std::string what;
-  std::string expected;
-
-  // "file:line: what, expected ..."
-  std::string text() const;
-};
 
 // Something that the file holds and the scene does not.
 struct Skipped {
@@ -90,7 +81,7 @@ struct Scene {
   std::vector<Block> blocks;
   std::vector<Element> elements; // in document order
   std::vector<Skipped> skipped;
-  std::vector<Error> problems; // what was wrong and could be read around
+  std::vector<Quorl::Failure> problems; // what was wrong and could be read around
 };
 
 } // namespace interchange

@@ -30,8 +30,7 @@ std::size_t closingBrace(std::string_view text, std::size_t at) {
   return at;
 }
 
-} // namespace
-
+// The words of a class attribute.
 std::vector<std::string_view> splitWords(std::string_view text) {
   std::vector<std::string_view> words;
   const char* const kSpaces = " \t\r\n\f";
@@ -42,6 +41,8 @@ std::vector<std::string_view> splitWords(std::string_view text) {
   }
   return words;
 }
+
+} // namespace
 
 std::vector<Declaration> parseDeclarations(std::string_view text) {
   const std::string clean = withoutComments(text);

@@ -55,7 +55,4 @@ private:
   std::vector<std::string> refused_;
 };
 
-// The words of a class attribute.
-std::vector<std::string_view> splitWords(std::string_view text);
-
 } // namespace interchange

@@ -6,7 +6,6 @@
 
 #include <pugixml.hpp>
 
-#include <fstream>
 #include <iterator>
 #include <utility>
 
@@ -40,14 +39,6 @@ std::string commentsBefore(const pugi::xml_node& root) {
 
 } // namespace
 
-std::string Error::text() const {
-  std::string message = file;
-  if (line > 0) message += ":" + std::to_string(line);
-  message += ": " + what;
-  if (!expected.empty()) message += ", expected " + expected;
-  return message;
-}
-
 SvgReadResult readSvg(std::string_view text, const std::string& fileName, const ReadOptions& options) {
   SvgReadResult result;
   std::string buffer = toUtf8(text);
@@ -57,7 +48,8 @@ SvgReadResult readSvg(std::string_view text, const std::string& fileName, const 
   const pugi::xml_parse_result parsed =
       document.load_buffer_inplace(buffer.data(), buffer.size(), kParse, pugi::encoding_utf8);
   if (!parsed) {
-    result.error = Error{fileName, lines.lineOf(parsed.offset), parsed.description(), expectedAt(parsed)};
+    result.error.emplace().set(fileName, lines.lineOf(parsed.offset), parsed.description(),
+                               expectedAt(parsed));
     return result;
   }
   DocumentWalker walker(lines, fileName, options, result.scene);
@@ -65,17 +57,6 @@ SvgReadResult readSvg(std::string_view text, const std::string& fileName, const 
   result.error = walker.walk(root, commentsBefore(root));
   if (result.error) result.scene = {};
   return result;
-}
-
-SvgReadResult readSvgFile(const std::string& path, const ReadOptions& options) {
-  std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  if (!file.good() && !file.eof()) {
-    SvgReadResult result;
-    result.error = Error{path, 0, "the file cannot be read", "a readable SVG file"};
-    return result;
-  }
-  return readSvg(text, path, options);
 }
 
 } // namespace interchange

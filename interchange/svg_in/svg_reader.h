@@ -4,6 +4,8 @@
 #include "interchange/svg_in/read_options.h"
 #include "interchange/svg_in/scene.h"
 
+#include "quorl/base/failure.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,7 +13,7 @@
 namespace interchange {
 
 struct SvgReadResult {
-  std::optional<Error> error; // set: the file is refused and the scene is empty
+  std::optional<Quorl::Failure> error; // set: the file is refused and the scene is empty
   Scene scene;
 };
 
@@ -19,8 +21,5 @@ struct SvgReadResult {
 // deeper than a drawing does or expand beyond the options' limit. Everything else is read; what is wrong in
 // places stands in the scene's problems, what is passed over in its skipped list. Never throws.
 SvgReadResult readSvg(std::string_view text, const std::string& fileName, const ReadOptions& options = {});
-
-// The same from a file; refused also when it cannot be read.
-SvgReadResult readSvgFile(const std::string& path, const ReadOptions& options = {});
 
 } // namespace interchange

@@ -1,5 +1,7 @@
 #include "interchange/svg_in/text_encoding.h"
 
+#include "quorl/base/string.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -9,25 +11,6 @@ namespace interchange {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-
-void append(std::string& text, char32_t code) {
-  const auto byte = [&](char32_t bits) { text.push_back(static_cast<char>(bits)); };
-  if (code < 0x80) {
-    byte(code);
-  } else if (code < 0x800) {
-    byte(0xC0 | (code >> 6));
-    byte(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    byte(0xE0 | (code >> 12));
-    byte(0x80 | ((code >> 6) & 0x3F));
-    byte(0x80 | (code & 0x3F));
-  } else {
-    byte(0xF0 | (code >> 18));
-    byte(0x80 | ((code >> 12) & 0x3F));
-    byte(0x80 | ((code >> 6) & 0x3F));
-    byte(0x80 | (code & 0x3F));
-  }
-}
 
 std::string fromUtf16(std::string_view bytes, bool bigEndian) {
   const auto unit = [&](std::size_t i) -> char32_t {
@@ -45,7 +28,7 @@ std::string fromUtf16(std::string_view bytes, bool bigEndian) {
       code = pairs ? 0x10000 + ((code - 0xD800) << 10) + (next - 0xDC00) : kReplacement;
       if (pairs) i += 2;
     }
-    append(text, code);
+    Quorl::appendUtf8(text, code);
   }
   return text;
 }
@@ -71,7 +54,7 @@ std::string toUtf8(std::string_view bytes) {
   if (!declaresLatin(bytes)) return std::string(bytes);
   std::string text;
   text.reserve(bytes.size() + bytes.size() / 8);
-  for (const char c : bytes) append(text, static_cast<std::uint8_t>(c));
+  for (const char c : bytes) Quorl::appendUtf8(text, static_cast<std::uint8_t>(c));
   return text;
 }
 

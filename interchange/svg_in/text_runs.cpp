@@ -55,8 +55,8 @@ private:
   }
 
   void readSpan(const pugi::xml_node& node, const ComputedStyle& style, int depth) {
-    Point2 at = runs_.empty() ? Point2{} : penAfterRun();
-    Point2 move;
+    ZnGePoint2d at = runs_.empty() ? ZnGePoint2d{} : penAfterRun();
+    ZnGeVector2d move;
     const bool hasX = coordinate(node, "x", LengthAxis::X, style, at.x);
     const bool hasY = coordinate(node, "y", LengthAxis::Y, style, at.y);
     const bool hasDx = coordinate(node, "dx", LengthAxis::X, style, move.x);
@@ -75,15 +75,15 @@ private:
     }
   }
 
-  Point2 penAfterRun() const {
+  ZnGePoint2d penAfterRun() const {
     const Text& text = runs_.back().text;
     const auto letters = std::count_if(text.string.begin(), text.string.end(),
                                        [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
     const double advance = text.anchor == TextAnchor::Start ? kAdvance : 0;
-    return text.position + Point2{advance * text.height * static_cast<double>(letters), 0};
+    return text.position + ZnGeVector2d{advance * text.height * static_cast<double>(letters), 0};
   }
 
-  void beginRun(Point2 at, const ComputedStyle& style, const pugi::xml_node& node) {
+  void beginRun(ZnGePoint2d at, const ComputedStyle& style, const pugi::xml_node& node) {
     finishRun();
     TextRun run;
     run.text.position = at;
@@ -125,17 +125,17 @@ std::vector<TextRun> readText(const pugi::xml_node& node, const ComputedStyle& s
   return TextReader(sheet, lengths, preservesSpace(node)).read(node, style);
 }
 
-void placeText(Text& text, const Affine& map) {
-  const Point2 along = map.applyVector({1, 0});
-  const Point2 up = map.applyVector({0, -1});
-  const double stretch = length(along);
-  const double area = cross(along, up);
-  text.position = map.apply(text.position);
+void placeText(Text& text, const ZnGeMatrix2d& map) {
+  const ZnGeVector2d along = map * ZnGeVector2d(1, 0);
+  const ZnGeVector2d up = map * ZnGeVector2d(0, -1);
+  const double stretch = along.length();
+  const double area = along.crossProduct(up);
+  text.position = map * text.position;
   if (!(stretch > 0) || !(std::abs(area) > 0)) return;
   const double rise = std::abs(area) / stretch; // of the height, across the writing direction
   text.height *= rise;
   text.widthFactor = stretch / rise;
-  text.rotation = direction(along);
+  text.rotation = along.signedAngle();
   text.mirrored = area < 0;
 }
 

@@ -22,6 +22,6 @@ std::vector<TextRun> readText(const pugi::xml_node& node, const ComputedStyle& s
                               const LengthContext& lengths);
 
 // Maps a run by the user-to-owner transform: position, height, direction and stretch.
-void placeText(Text& text, const Affine& map);
+void placeText(Text& text, const ZnGeMatrix2d& map);
 
 } // namespace interchange

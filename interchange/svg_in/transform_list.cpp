@@ -1,11 +1,13 @@
 #include "interchange/svg_in/transform_list.h"
 
+#include "interchange/recognize/limits.h"
 #include "interchange/svg_in/number_scanner.h"
+
+#include "quorl/ge/angles.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 #include <vector>
 
 namespace interchange {
@@ -14,24 +16,30 @@ namespace {
 
 using Arguments = std::vector<double>;
 
-double radians(double degrees) { return degrees * std::numbers::pi / 180; }
+double radians(double degrees) { return degrees * ZnGe::kPi / 180; }
 
-Affine makeMatrix(const Arguments& v) { return {v[0], v[1], v[2], v[3], v[4], v[5]}; }
-Affine makeTranslate(const Arguments& v) { return Affine::translation(v[0], v.size() > 1 ? v[1] : 0); }
-Affine makeScale(const Arguments& v) { return Affine::scaling(v[0], v.size() > 1 ? v[1] : v[0]); }
-Affine makeSkewX(const Arguments& v) { return {1, 0, std::tan(radians(v[0])), 1, 0, 0}; }
-Affine makeSkewY(const Arguments& v) { return {1, std::tan(radians(v[0])), 0, 1, 0, 0}; }
-Affine makeRotate(const Arguments& v) {
-  const Affine turn = Affine::rotation(radians(v[0]));
+ZnGeMatrix2d makeMatrix(const Arguments& v) { return {{v[4], v[5]}, {v[0], v[1]}, {v[2], v[3]}}; }
+ZnGeMatrix2d makeTranslate(const Arguments& v) {
+  return ZnGeMatrix2d::translation({v[0], v.size() > 1 ? v[1] : 0});
+}
+ZnGeMatrix2d makeScale(const Arguments& v) {
+  return ZnGeMatrix2d::scaling({v[0], v.size() > 1 ? v[1] : v[0]});
+}
+ZnGeMatrix2d makeSkewX(const Arguments& v) { return {{}, {1, 0}, {std::tan(radians(v[0])), 1}}; }
+ZnGeMatrix2d makeSkewY(const Arguments& v) { return {{}, {1, std::tan(radians(v[0]))}, {0, 1}}; }
+// Not the host's rotation, which rounds quarter turns: a drawing comes out as every viewer computes it.
+ZnGeMatrix2d makeRotate(const Arguments& v) {
+  const double cosine = std::cos(radians(v[0])), sine = std::sin(radians(v[0]));
+  const ZnGeMatrix2d turn({}, {cosine, sine}, {-sine, cosine});
   if (v.size() < 3) return turn;
-  return Affine::translation(v[1], v[2]) * turn * Affine::translation(-v[1], -v[2]);
+  return ZnGeMatrix2d::translation({v[1], v[2]}) * turn * ZnGeMatrix2d::translation({-v[1], -v[2]});
 }
 
 struct Function {
   std::string_view name;
   std::size_t least;
   std::size_t most; // rotate takes one or three, the others any number between
-  Affine (*make)(const Arguments&);
+  ZnGeMatrix2d (*make)(const Arguments&);
 };
 
 constexpr std::array<Function, 6> kFunctions{{{"matrix", 6, 6, makeMatrix},
@@ -61,8 +69,8 @@ bool readArguments(NumberScanner& scanner, Arguments& values) {
 
 } // namespace
 
-std::optional<Affine> parseTransform(std::string_view text, std::string& expected) {
-  Affine product;
+std::optional<ZnGeMatrix2d> parseTransform(std::string_view text, std::string& expected) {
+  ZnGeMatrix2d product;
   NumberScanner scanner(text);
   scanner.skipSpaces();
   if (trimmed(text) == "none") return product;
@@ -84,7 +92,7 @@ std::optional<Affine> parseTransform(std::string_view text, std::string& expecte
     product = product * known->make(values);
     scanner.skipSeparator();
   }
-  if (product.isFinite()) return product;
+  if (isFinite(product)) return product;
   expected = "finite numbers";
   return std::nullopt;
 }
@@ -102,13 +110,14 @@ std::optional<ViewBox> parseViewBox(std::string_view text) {
   return ViewBox{values[0], values[1], values[2], values[3]};
 }
 
-Affine fitViewBox(const ViewBox& box, double width, double height, std::string_view preserveAspectRatio) {
+ZnGeMatrix2d fitViewBox(const ViewBox& box, double width, double height,
+                        std::string_view preserveAspectRatio) {
   double sx = width / box.width;
   double sy = height / box.height;
   std::string_view rule = trimmed(preserveAspectRatio);
   if (rule.starts_with("defer")) rule = trimmed(rule.substr(5));
   if (rule.starts_with("none")) {
-    return Affine::scaling(sx, sy) * Affine::translation(-box.x, -box.y);
+    return ZnGeMatrix2d::scaling({sx, sy}) * ZnGeMatrix2d::translation({-box.x, -box.y});
   }
   const bool slice = rule.find("slice") != rule.npos;
   sx = sy = slice ? std::max(sx, sy) : std::min(sx, sy);
@@ -117,7 +126,8 @@ Affine fitViewBox(const ViewBox& box, double width, double height, std::string_v
   };
   const double dx = placed("xMin", "xMax") * (width - sx * box.width);
   const double dy = placed("YMin", "YMax") * (height - sy * box.height);
-  return Affine::translation(dx, dy) * Affine::scaling(sx, sy) * Affine::translation(-box.x, -box.y);
+  return ZnGeMatrix2d::translation({dx, dy}) * ZnGeMatrix2d::scaling({sx, sy}) *
+         ZnGeMatrix2d::translation({-box.x, -box.y});
 }
 
 } // namespace interchange

@@ -1,7 +1,7 @@
 // The transform attribute and the fitting of a view box.
 #pragma once
 
-#include "interchange/recognize/plane.h"
+#include "quorl/ge/matrix2d.h"
 
 #include <optional>
 #include <string>
@@ -11,7 +11,7 @@ namespace interchange {
 
 // The product of a list of matrix, translate, scale, rotate, skewX and skewY. Nothing when the text is no
 // such list; `expected` then says what was.
-std::optional<Affine> parseTransform(std::string_view text, std::string& expected);
+std::optional<ZnGeMatrix2d> parseTransform(std::string_view text, std::string& expected);
 
 struct ViewBox {
   double x = 0, y = 0, width = 0, height = 0;
@@ -21,6 +21,7 @@ struct ViewBox {
 std::optional<ViewBox> parseViewBox(std::string_view text);
 
 // Maps the view box into a viewport at the origin, placed as preserveAspectRatio says.
-Affine fitViewBox(const ViewBox& box, double width, double height, std::string_view preserveAspectRatio);
+ZnGeMatrix2d fitViewBox(const ViewBox& box, double width, double height,
+                        std::string_view preserveAspectRatio);
 
 } // namespace interchange

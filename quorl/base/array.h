@@ -30,9 +30,7 @@ public:
   // Size
   int length() const { return static_cast<int>(items_.size()); }
   bool isEmpty() const { return items_.empty(); }
-  int growLength() const { return growStep_; }
   int physicalLength() const { return static_cast<int>(items_.capacity()); }
-  void setGrowLength(int step) { growStep_ = step; }
   void setPhysicalLength(int length) { items_.reserve(static_cast<size_t>(length)); }
   // New elements are default constructed.
   void setLogicalLength(int length) { items_.resize(static_cast<size_t>(length)); }
@@ -48,8 +46,6 @@ public:
   const_reference first() const { return items_[checked(0)]; }
   reference last() { return items_[checked(length() - 1)]; }
   const_reference last() const { return items_[checked(length() - 1)]; }
-  T* asArrayPtr() { return items_.data(); }
-  const T* asArrayPtr() const { return items_.data(); }
 
   // Change. append returns the new element's index.
   int append(const T& item) { return append(T(item)); } // a copy first: it may be one of this array

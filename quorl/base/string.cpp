@@ -218,29 +218,19 @@ bool isCharacter(std::uint32_t code) { return code <= 0x10FFFF && (code < 0xD800
 
 } // namespace
 
+void appendUtf8(std::string& bytes, char32_t character) {
+  const std::uint32_t c = isCharacter(character) ? character : kReplacement;
+  // The lead byte tells how many bytes of six bits follow; the first of four has room for all characters.
+  const int following = c < 0x80 ? 0 : c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
+  constexpr std::uint32_t kLead[] = {0, 0xC0, 0xE0, 0xF0};
+  bytes += static_cast<char>(kLead[following] | (c >> (6 * following)));
+  for (int i = following - 1; i >= 0; --i) bytes += static_cast<char>(0x80 | ((c >> (6 * i)) & 0x3F));
+}
+
 std::string toUtf8(std::wstring_view text) {
   std::string bytes;
   bytes.reserve(text.size());
-  for (const wchar_t wide : text) {
-    const auto code = static_cast<std::uint32_t>(wide);
-    // What is no character has no encoding.
-    const std::uint32_t c = isCharacter(code) ? code : kReplacement;
-    if (c < 0x80) {
-      bytes += static_cast<char>(c);
-    } else if (c < 0x800) {
-      bytes += static_cast<char>(0xC0 | (c >> 6));
-      bytes += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-      bytes += static_cast<char>(0xE0 | (c >> 12));
-      bytes += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      bytes += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-      bytes += static_cast<char>(0xF0 | ((c >> 18) & 0x07));
-      bytes += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-      bytes += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-      bytes += static_cast<char>(0x80 | (c & 0x3F));
-    }
-  }
+  for (const wchar_t wide : text) appendUtf8(bytes, static_cast<char32_t>(wide));
   return bytes;
 }
 

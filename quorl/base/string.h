@@ -104,6 +104,8 @@ private:
 ZnString handleText(ZnDbHandle handle);
 
 namespace Quorl {
+// What is no character becomes U+FFFD.
+void appendUtf8(std::string& bytes, char32_t character);
 std::string toUtf8(std::wstring_view text);
 std::wstring fromUtf8(std::string_view bytes);
 wchar_t foldWide(wchar_t c); // for characters above 127

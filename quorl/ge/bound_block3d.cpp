@@ -37,15 +37,6 @@ ZnGeBoundBlock3d& ZnGeBoundBlock3d::addBox(const ZnGeBoundBlock3d& box) {
   return *this;
 }
 
-ZnGeBoundBlock3d& ZnGeBoundBlock3d::swell(double distance) {
-  if (isEmpty_) return *this;
-  const ZnGePoint3d middle = center();
-  const ZnGeVector3d by(distance, distance, distance);
-  min_ = lowerOf(min_ - by, middle);
-  max_ = upperOf(max_ + by, middle);
-  return *this;
-}
-
 // Each world coordinate of the image is a sum of three independent terms, one for each side of the box: the
 // extremes of the sum are the sums of the extremes.
 ZnGeBoundBlock3d& ZnGeBoundBlock3d::transformBy(const ZnGeMatrix3d& matrix) {
@@ -68,11 +59,6 @@ bool ZnGeBoundBlock3d::contains(const ZnGePoint3d& point, const ZnGeTol& tol) co
 
 bool ZnGeBoundBlock3d::contains(const ZnGeBoundBlock3d& box, const ZnGeTol& tol) const {
   return !box.isEmpty_ && contains(box.min_, tol) && contains(box.max_, tol);
-}
-
-bool ZnGeBoundBlock3d::intersects(const ZnGeBoundBlock3d& box, const ZnGeTol& tol) const {
-  if (isEmpty_ || box.isEmpty_) return false;
-  return isBelow(min_, box.max_, tol.equalPoint()) && isBelow(box.min_, max_, tol.equalPoint());
 }
 
 double ZnGeBoundBlock3d::distanceTo(const ZnGePoint3d& point) const {

@@ -20,15 +20,12 @@ public:
   // Both grow the box and return it.
   ZnGeBoundBlock3d& addPoint(const ZnGePoint3d& point);
   ZnGeBoundBlock3d& addBox(const ZnGeBoundBlock3d& box);
-  // Moves every side outwards by the distance; a negative one shrinks, at most to the center.
-  ZnGeBoundBlock3d& swell(double distance);
   // The box along the world axes around the transformed box; usually larger than that of what was inside.
   ZnGeBoundBlock3d& transformBy(const ZnGeMatrix3d& matrix);
 
-  // Points outside by no more than equalPoint along each axis are contained; touching boxes intersect.
+  // Points outside by no more than equalPoint along each axis are contained.
   bool contains(const ZnGePoint3d& point, const ZnGeTol& tol = ZnGeContext::gTol) const;
   bool contains(const ZnGeBoundBlock3d& box, const ZnGeTol& tol = ZnGeContext::gTol) const;
-  bool intersects(const ZnGeBoundBlock3d& box, const ZnGeTol& tol = ZnGeContext::gTol) const;
   // 0 inside; infinity for an empty box.
   double distanceTo(const ZnGePoint3d& point) const;
 

@@ -1,7 +1,6 @@
 #include "quorl/ge/bulge.h"
 
 #include <cmath>
-#include <limits>
 
 namespace ZnGe {
 
@@ -20,12 +19,6 @@ bool arcFromBulge(const ZnGePoint3d& start, const ZnGePoint3d& end, double bulge
   const double radius = chord.length() * (1.0 + b * b) / (4.0 * b);
   arc = ZnGeCircArc3d(center, arcNormal, start - center, radius, 0.0, 4.0 * std::atan(b));
   return true;
-}
-
-double bulgeOf(const ZnGeCircArc3d& arc, const ZnGeVector3d& normal) {
-  const double span = arc.endAng() - arc.startAng();
-  const double magnitude = span < kTwoPi ? std::tan(0.25 * span) : std::numeric_limits<double>::infinity();
-  return arc.normal().dotProduct(normal) < 0.0 ? -magnitude : magnitude;
 }
 
 } // namespace ZnGe

@@ -1,4 +1,4 @@
-// The bulge of a polyline segment, and the arc that it stands for.
+// The arc that the bulge of a polyline segment stands for.
 #pragma once
 
 #include "quorl/ge/circ_arc3d.h"
@@ -12,9 +12,5 @@ namespace ZnGe {
 // perpendicular to the normal (by tol).
 bool arcFromBulge(const ZnGePoint3d& start, const ZnGePoint3d& end, double bulge, const ZnGeVector3d& normal,
                   ZnGeCircArc3d& arc, const ZnGeTol& tol = ZnGeContext::gTol);
-
-// Positive when the arc's normal and the given one point the same way, negative otherwise. A closed circle
-// has no bulge: the result is infinite.
-double bulgeOf(const ZnGeCircArc3d& arc, const ZnGeVector3d& normal);
 
 } // namespace ZnGe

@@ -93,10 +93,6 @@ bool ZnGeLinearEnt3d::isParallelTo(const ZnGeLinearEnt3d& other, const ZnGeTol& 
   return direction().isParallelTo(other.direction(), tol);
 }
 
-bool ZnGeLinearEnt3d::isPerpendicularTo(const ZnGeLinearEnt3d& other, const ZnGeTol& tol) const {
-  return direction().isPerpendicularTo(other.direction(), tol);
-}
-
 bool ZnGeLinearEnt3d::isColinearTo(const ZnGeLinearEnt3d& other, const ZnGeTol& tol) const {
   return isParallelTo(other, tol) && isDefinedOnLineOf(*this, other, tol) &&
          isDefinedOnLineOf(other, *this, tol);

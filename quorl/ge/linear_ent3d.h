@@ -43,7 +43,6 @@ public:
 
   // Relations of the unbounded lines, by equalVector; false when either is degenerate.
   bool isParallelTo(const ZnGeLinearEnt3d& other, const ZnGeTol& tol = ZnGeContext::gTol) const;
-  bool isPerpendicularTo(const ZnGeLinearEnt3d& other, const ZnGeTol& tol = ZnGeContext::gTol) const;
   // Parallel, and the base (and for a segment the end) of each within equalPoint of the line of the other.
   bool isColinearTo(const ZnGeLinearEnt3d& other, const ZnGeTol& tol = ZnGeContext::gTol) const;
 

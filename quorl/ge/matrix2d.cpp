@@ -1,35 +1,30 @@
 #include "quorl/ge/matrix2d.h"
 
 #include "quorl/ge/angles.h"
-#include "quorl/ge/linear_ent2d.h"
 
-namespace {
-
-// The map with these axes that leaves the center where it is.
-ZnGeMatrix2d aboutCenter(const ZnGeVector2d& xAxis, const ZnGeVector2d& yAxis, const ZnGePoint2d& center) {
-  const ZnGeMatrix2d linear(ZnGePoint2d::kOrigin, xAxis, yAxis);
-  return {center - linear * center.asVector(), xAxis, yAxis};
-}
-
-} // namespace
-
-ZnGeMatrix2d& ZnGeMatrix2d::setToTranslation(const ZnGeVector2d& v) {
-  return *this = {ZnGePoint2d::kOrigin + v, ZnGeVector2d::kXAxis, ZnGeVector2d::kYAxis};
-}
-
-ZnGeMatrix2d& ZnGeMatrix2d::setToRotation(double angle, const ZnGePoint2d& center) {
+ZnGeMatrix2d ZnGeMatrix2d::rotation(double angle, const ZnGePoint2d& center) {
   const auto [s, c] = ZnGe::sinCos(angle);
-  return *this = aboutCenter({c, s}, {-s, c}, center);
+  const ZnGeMatrix2d turn(ZnGePoint2d::kOrigin, {c, s}, {-s, c});
+  return {center - turn * center.asVector(), turn.x_, turn.y_};
 }
 
-ZnGeMatrix2d& ZnGeMatrix2d::setToScaling(double factor, const ZnGePoint2d& center) {
-  return *this = aboutCenter({factor, 0.0}, {0.0, factor}, center);
+// Written so that an undefined determinant counts as singular.
+bool ZnGeMatrix2d::isSingular() const {
+  const double area = x_.length() * y_.length();
+  return !(std::fabs(det()) > ZnGe::kSingularRatio * area) || !std::isfinite(det());
 }
 
-ZnGeMatrix2d& ZnGeMatrix2d::setToMirroring(const ZnGeLinearEnt2d& line) {
-  // For a unit direction d the mirror image of v is 2 (v.d) d - v; a line without direction has no image.
-  const ZnGeVector2d d = line.direction();
-  if (line.isDegenerate()) return *this = ZnGeMatrix2d();
-  return *this = aboutCenter(2.0 * d.x * d - ZnGeVector2d::kXAxis, 2.0 * d.y * d - ZnGeVector2d::kYAxis,
-                             line.pointOnLine());
+bool ZnGeMatrix2d::isUniformlyScaled(const ZnGeTol& tol) const {
+  const double slack = tol.equalVector() * scale();
+  const auto isNear = [slack](const ZnGeVector2d& v, const ZnGeVector2d& w) {
+    return std::fabs(v.x - w.x) <= slack && std::fabs(v.y - w.y) <= slack;
+  };
+  return isNear(y_, x_.perpVector()) || isNear(y_, -x_.perpVector());
+}
+
+ZnGeMatrix2d ZnGeMatrix2d::inverse() const {
+  if (isSingular()) return kIdentity;
+  const double area = det();
+  const ZnGeMatrix2d linear(ZnGePoint2d::kOrigin, {y_.y / area, -x_.y / area}, {-y_.x / area, x_.x / area});
+  return {ZnGePoint2d::kOrigin - linear * origin_.asVector(), linear.x_, linear.y_};
 }

@@ -4,7 +4,6 @@
 
 #include "quorl/base/assert.h"
 #include "quorl/ge/angles.h"
-#include "quorl/ge/linear_ent3d.h"
 #include "quorl/ge/planar_ent.h"
 
 namespace {
@@ -57,33 +56,9 @@ ZnGeMatrix3d& ZnGeMatrix3d::setToRotation(double angle, const ZnGeVector3d& axis
                              turned(ZnGeVector3d::kZAxis), center);
 }
 
-ZnGeMatrix3d& ZnGeMatrix3d::setToScaling(double factor, const ZnGePoint3d& center) {
-  return setToScaling(ZnGeVector3d(factor, factor, factor), center);
-}
-
-ZnGeMatrix3d& ZnGeMatrix3d::setToScaling(const ZnGeVector3d& factors, const ZnGePoint3d& center) {
-  return *this = aboutCenter({factors.x, 0.0, 0.0}, {0.0, factors.y, 0.0}, {0.0, 0.0, factors.z}, center);
-}
-
-ZnGeMatrix3d& ZnGeMatrix3d::setToMirroring(const ZnGePlanarEnt& plane) {
-  const ZnGeVector3d n = plane.normal();
-  return *this = aboutCenter(ZnGeVector3d::kXAxis - 2.0 * n.x * n, ZnGeVector3d::kYAxis - 2.0 * n.y * n,
-                             ZnGeVector3d::kZAxis - 2.0 * n.z * n, plane.pointOnPlane());
-}
-
-ZnGeMatrix3d& ZnGeMatrix3d::setToMirroring(const ZnGePoint3d& center) { return setToScaling(-1.0, center); }
-
-ZnGeMatrix3d& ZnGeMatrix3d::setToMirroring(const ZnGeLinearEnt3d& line) {
-  return setToRotation(ZnGe::kPi, line.direction(), line.pointOnLine());
-}
-
 ZnGeMatrix3d& ZnGeMatrix3d::setCoordSystem(const ZnGePoint3d& origin, const ZnGeVector3d& xAxis,
                                            const ZnGeVector3d& yAxis, const ZnGeVector3d& zAxis) {
   return *this = {origin, xAxis, yAxis, zAxis};
-}
-
-ZnGeMatrix3d& ZnGeMatrix3d::setToAlignCoordSys(const ZnGeMatrix3d& from, const ZnGeMatrix3d& to) {
-  return *this = from.isSingular() ? ZnGeMatrix3d() : to * from.inverse();
 }
 
 ZnGeMatrix3d ZnGeMatrix3d::translation(const ZnGeVector3d& v) { return ZnGeMatrix3d().setToTranslation(v); }
@@ -93,31 +68,20 @@ ZnGeMatrix3d ZnGeMatrix3d::rotation(double angle, const ZnGeVector3d& axis, cons
 }
 
 ZnGeMatrix3d ZnGeMatrix3d::scaling(double factor, const ZnGePoint3d& center) {
-  return ZnGeMatrix3d().setToScaling(factor, center);
+  return scaling(ZnGeVector3d(factor, factor, factor), center);
 }
 
 ZnGeMatrix3d ZnGeMatrix3d::scaling(const ZnGeVector3d& factors, const ZnGePoint3d& center) {
-  return ZnGeMatrix3d().setToScaling(factors, center);
+  return aboutCenter({factors.x, 0.0, 0.0}, {0.0, factors.y, 0.0}, {0.0, 0.0, factors.z}, center);
 }
 
 ZnGeMatrix3d ZnGeMatrix3d::mirroring(const ZnGePlanarEnt& plane) {
-  return ZnGeMatrix3d().setToMirroring(plane);
+  const ZnGeVector3d n = plane.normal();
+  return aboutCenter(ZnGeVector3d::kXAxis - 2.0 * n.x * n, ZnGeVector3d::kYAxis - 2.0 * n.y * n,
+                     ZnGeVector3d::kZAxis - 2.0 * n.z * n, plane.pointOnPlane());
 }
 
-ZnGeMatrix3d ZnGeMatrix3d::mirroring(const ZnGePoint3d& center) {
-  return ZnGeMatrix3d().setToMirroring(center);
-}
-
-ZnGeMatrix3d ZnGeMatrix3d::mirroring(const ZnGeLinearEnt3d& line) {
-  return ZnGeMatrix3d().setToMirroring(line);
-}
-
-ZnGeMatrix3d ZnGeMatrix3d::alignCoordSys(const ZnGePoint3d& fromOrigin, const ZnGeVector3d& fromX,
-                                         const ZnGeVector3d& fromY, const ZnGeVector3d& fromZ,
-                                         const ZnGePoint3d& toOrigin, const ZnGeVector3d& toX,
-                                         const ZnGeVector3d& toY, const ZnGeVector3d& toZ) {
-  return ZnGeMatrix3d().setToAlignCoordSys({fromOrigin, fromX, fromY, fromZ}, {toOrigin, toX, toY, toZ});
-}
+ZnGeMatrix3d ZnGeMatrix3d::mirroring(const ZnGePoint3d& center) { return scaling(-1.0, center); }
 
 ZnGeMatrix3d ZnGeMatrix3d::planeToWorld(const ZnGeVector3d& normal) {
   const double size = normal.length();
@@ -127,15 +91,6 @@ ZnGeMatrix3d ZnGeMatrix3d::planeToWorld(const ZnGeVector3d& normal) {
 }
 
 ZnGeMatrix3d ZnGeMatrix3d::worldToPlane(const ZnGeVector3d& normal) { return planeToWorld(normal).inverse(); }
-
-ZnGeMatrix3d ZnGeMatrix3d::planeToWorld(const ZnGePlanarEnt& plane) {
-  ZnGePoint3d origin;
-  ZnGeVector3d u, v;
-  plane.getCoordSystem(origin, u, v);
-  return {origin, u, v, plane.normal()};
-}
-
-ZnGeMatrix3d ZnGeMatrix3d::worldToPlane(const ZnGePlanarEnt& plane) { return planeToWorld(plane).inverse(); }
 
 void ZnGeMatrix3d::getCoordSystem(ZnGePoint3d& origin, ZnGeVector3d& xAxis, ZnGeVector3d& yAxis,
                                   ZnGeVector3d& zAxis) const {

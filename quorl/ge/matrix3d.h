@@ -3,8 +3,6 @@
 
 #include "quorl/ge/point3d.h"
 
-class ZnGeLinearEnt3d;
-
 class ZnGeMatrix3d {
 public:
   static const ZnGeMatrix3d kIdentity;
@@ -28,41 +26,25 @@ public:
   // Counterclockwise about the axis through the center; a zero axis gives the identity.
   ZnGeMatrix3d& setToRotation(double angle, const ZnGeVector3d& axis,
                               const ZnGePoint3d& center = ZnGePoint3d::kOrigin);
-  ZnGeMatrix3d& setToScaling(double factor, const ZnGePoint3d& center = ZnGePoint3d::kOrigin);
-  // One factor for each world axis.
-  ZnGeMatrix3d& setToScaling(const ZnGeVector3d& factors, const ZnGePoint3d& center = ZnGePoint3d::kOrigin);
-  ZnGeMatrix3d& setToMirroring(const ZnGePlanarEnt& plane);
-  ZnGeMatrix3d& setToMirroring(const ZnGePoint3d& center);
-  // Half turn about the line; a degenerate line gives the identity.
-  ZnGeMatrix3d& setToMirroring(const ZnGeLinearEnt3d& line);
   ZnGeMatrix3d& setToProduct(const ZnGeMatrix3d& left, const ZnGeMatrix3d& right) {
     return *this = left * right;
   }
   ZnGeMatrix3d& setCoordSystem(const ZnGePoint3d& origin, const ZnGeVector3d& xAxis,
                                const ZnGeVector3d& yAxis, const ZnGeVector3d& zAxis);
-  // Maps the first frame onto the second; the identity when the first frame has no volume.
-  ZnGeMatrix3d& setToAlignCoordSys(const ZnGeMatrix3d& from, const ZnGeMatrix3d& to);
 
-  // The same as values
+  // Maps as values
   static ZnGeMatrix3d translation(const ZnGeVector3d& v);
   static ZnGeMatrix3d rotation(double angle, const ZnGeVector3d& axis,
                                const ZnGePoint3d& center = ZnGePoint3d::kOrigin);
   static ZnGeMatrix3d scaling(double factor, const ZnGePoint3d& center = ZnGePoint3d::kOrigin);
+  // One factor for each world axis.
   static ZnGeMatrix3d scaling(const ZnGeVector3d& factors, const ZnGePoint3d& center = ZnGePoint3d::kOrigin);
   static ZnGeMatrix3d mirroring(const ZnGePlanarEnt& plane);
   static ZnGeMatrix3d mirroring(const ZnGePoint3d& center);
-  static ZnGeMatrix3d mirroring(const ZnGeLinearEnt3d& line);
-  static ZnGeMatrix3d alignCoordSys(const ZnGePoint3d& fromOrigin, const ZnGeVector3d& fromX,
-                                    const ZnGeVector3d& fromY, const ZnGeVector3d& fromZ,
-                                    const ZnGePoint3d& toOrigin, const ZnGeVector3d& toX,
-                                    const ZnGeVector3d& toY, const ZnGeVector3d& toZ);
   // The frame of entities with this normal: origin at the world origin, z along the normal, x its perpVector.
   // A zero normal counts as the world z axis.
   static ZnGeMatrix3d planeToWorld(const ZnGeVector3d& normal);
   static ZnGeMatrix3d worldToPlane(const ZnGeVector3d& normal);
-  // The frame of a plane: its origin, its two axes, its normal.
-  static ZnGeMatrix3d planeToWorld(const ZnGePlanarEnt& plane);
-  static ZnGeMatrix3d worldToPlane(const ZnGePlanarEnt& plane);
 
   // Parts
   // The axes keep their scale.
@@ -87,7 +69,6 @@ public:
   // Composition
   // The identity for a singular matrix; ask isSingular first where that matters.
   ZnGeMatrix3d inverse() const;
-  ZnGeMatrix3d& invert() { return *this = inverse(); }
   // First the right factor, then the left one.
   constexpr ZnGeMatrix3d operator*(const ZnGeMatrix3d& m) const {
     return {*this * m.origin_, *this * m.x_, *this * m.y_, *this * m.z_};
@@ -95,8 +76,6 @@ public:
   constexpr ZnGeMatrix3d& operator*=(const ZnGeMatrix3d& m) { return *this = *this * m; }
   // This map followed by the given one.
   constexpr ZnGeMatrix3d& preMultBy(const ZnGeMatrix3d& m) { return *this = m * *this; }
-  // The given map followed by this one.
-  constexpr ZnGeMatrix3d& postMultiplyBy(const ZnGeMatrix3d& m) { return *this = *this * m; }
   constexpr ZnGeVector3d operator*(const ZnGeVector3d& v) const { return x_ * v.x + y_ * v.y + z_ * v.z; }
   constexpr ZnGePoint3d operator*(const ZnGePoint3d& p) const { return origin_ + *this * p.asVector(); }
 

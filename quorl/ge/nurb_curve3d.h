@@ -24,7 +24,6 @@ public:
 
   // Definition
   int degree() const { return degree_; }
-  bool isRational() const { return !weights_.empty(); }
   const std::vector<double>& knots() const { return knots_; }
   const std::vector<ZnGePoint3d>& controlPoints() const { return points_; }
   // Empty for a curve without weights.

@@ -8,20 +8,12 @@ void ZnGePlanarEnt::getCoordSystem(ZnGePoint3d& origin, ZnGeVector3d& uAxis, ZnG
   vAxis = v_;
 }
 
-double ZnGePlanarEnt::distanceTo(const ZnGePoint3d& point) const {
-  return std::fabs(signedDistanceTo(point));
-}
-
 bool ZnGePlanarEnt::isParallelTo(const ZnGePlanarEnt& other, const ZnGeTol& tol) const {
   return normal_.isParallelTo(other.normal_, tol);
 }
 
 bool ZnGePlanarEnt::isCoplanarTo(const ZnGePlanarEnt& other, const ZnGeTol& tol) const {
   return isParallelTo(other, tol) && isOn(other.origin_, tol) && other.isOn(origin_, tol);
-}
-
-bool ZnGePlanarEnt::intersectWith(const ZnGeLinearEnt3d& line, ZnGePoint3d& point, const ZnGeTol& tol) const {
-  return line.intersectWith(*this, point, tol);
 }
 
 ZnGePlanarEnt& ZnGePlanarEnt::transformBy(const ZnGeMatrix3d& matrix) {

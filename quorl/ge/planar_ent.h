@@ -16,7 +16,6 @@ public:
   void getCoordSystem(ZnGePoint3d& origin, ZnGeVector3d& uAxis, ZnGeVector3d& vAxis) const;
 
   // Points
-  double distanceTo(const ZnGePoint3d& point) const;
   // Positive on the side of the normal.
   double signedDistanceTo(const ZnGePoint3d& point) const { return (point - origin_).dotProduct(normal_); }
   ZnGePoint3d project(const ZnGePoint3d& point) const { return point - normal_ * signedDistanceTo(point); }
@@ -26,9 +25,6 @@ public:
   bool isParallelTo(const ZnGePlanarEnt& other, const ZnGeTol& tol = ZnGeContext::gTol) const;
   // Parallel, facing either way, and the origin of each within equalPoint of the other.
   bool isCoplanarTo(const ZnGePlanarEnt& other, const ZnGeTol& tol = ZnGeContext::gTol) const;
-  // See ZnGeLinearEnt3d::intersectWith.
-  bool intersectWith(const ZnGeLinearEnt3d& line, ZnGePoint3d& point,
-                     const ZnGeTol& tol = ZnGeContext::gTol) const;
 
   // A map that flattens the plane leaves the axes as they were and moves the origin.
   ZnGePlanarEnt& transformBy(const ZnGeMatrix3d& matrix) override;

@@ -2,8 +2,4 @@
 
 #include "quorl/ge/matrix2d.h"
 
-ZnGePoint2d& ZnGePoint2d::rotateBy(double angle, const ZnGePoint2d& center) {
-  return *this = center + (*this - center).rotateBy(angle);
-}
-
 ZnGePoint2d& ZnGePoint2d::transformBy(const ZnGeMatrix2d& matrix) { return *this = matrix * *this; }

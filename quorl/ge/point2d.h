@@ -26,8 +26,6 @@ public:
 
   double distanceTo(const ZnGePoint2d& p) const { return (*this - p).length(); }
 
-  // Change in place; rotation is counterclockwise.
-  ZnGePoint2d& rotateBy(double angle, const ZnGePoint2d& center);
   ZnGePoint2d& transformBy(const ZnGeMatrix2d& matrix);
 
   bool isEqualTo(const ZnGePoint2d& p, const ZnGeTol& tol = ZnGeContext::gTol) const {

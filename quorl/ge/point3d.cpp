@@ -17,14 +17,6 @@ ZnGePoint3d& ZnGePoint3d::setToProduct(const ZnGeMatrix3d& matrix, const ZnGePoi
 
 ZnGePoint3d& ZnGePoint3d::transformBy(const ZnGeMatrix3d& matrix) { return *this = matrix * *this; }
 
-ZnGePoint3d& ZnGePoint3d::rotateBy(double angle, const ZnGeVector3d& axis, const ZnGePoint3d& center) {
-  return *this = center + (*this - center).rotateBy(angle, axis);
-}
-
-ZnGePoint3d& ZnGePoint3d::scaleBy(double factor, const ZnGePoint3d& center) {
-  return *this = center + (*this - center) * factor;
-}
-
 ZnGePoint2d ZnGePoint3d::convert2d(const ZnGePlanarEnt& plane) const {
   return ZnGePoint2d() + (*this - plane.pointOnPlane()).convert2d(plane);
 }

@@ -36,9 +36,6 @@ public:
   ZnGePoint3d& set(const ZnGePlanarEnt& plane, const ZnGePoint2d& p);
   ZnGePoint3d& setToProduct(const ZnGeMatrix3d& matrix, const ZnGePoint3d& p);
   ZnGePoint3d& transformBy(const ZnGeMatrix3d& matrix);
-  // Counterclockwise about the axis through the center; a zero axis leaves the point as it is.
-  ZnGePoint3d& rotateBy(double angle, const ZnGeVector3d& axis, const ZnGePoint3d& center = kOrigin);
-  ZnGePoint3d& scaleBy(double factor, const ZnGePoint3d& center = kOrigin);
 
   // Coordinates in a plane of the point's projection on it.
   ZnGePoint2d convert2d(const ZnGePlanarEnt& plane) const;

@@ -26,10 +26,6 @@ bool ZnGeVector2d::isEqualTo(const ZnGeVector2d& v, const ZnGeTol& tol) const {
   return (*this - v).length() <= tol.equalVector();
 }
 
-bool ZnGeVector2d::isUnitLength(const ZnGeTol& tol) const {
-  return std::fabs(length() - 1.0) <= tol.equalVector();
-}
-
 bool ZnGeVector2d::isParallelTo(const ZnGeVector2d& v, const ZnGeTol& tol) const {
   if (isZeroLength(tol) || v.isZeroLength(tol)) return false;
   return std::fabs(crossProduct(v)) <= tol.equalVector() * length() * v.length();
@@ -37,9 +33,4 @@ bool ZnGeVector2d::isParallelTo(const ZnGeVector2d& v, const ZnGeTol& tol) const
 
 bool ZnGeVector2d::isCodirectionalTo(const ZnGeVector2d& v, const ZnGeTol& tol) const {
   return dotProduct(v) > 0.0 && isParallelTo(v, tol);
-}
-
-bool ZnGeVector2d::isPerpendicularTo(const ZnGeVector2d& v, const ZnGeTol& tol) const {
-  if (isZeroLength(tol) || v.isZeroLength(tol)) return false;
-  return std::fabs(dotProduct(v)) <= tol.equalVector() * length() * v.length();
 }

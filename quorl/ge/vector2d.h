@@ -38,8 +38,12 @@ public:
   constexpr double crossProduct(const ZnGeVector2d& v) const { return x * v.y - y * v.x; }
   // From the x axis, counterclockwise, in [0, 2 pi); 0 for the zero vector.
   double angle() const;
+  // The same in (-pi, pi].
+  double signedAngle() const { return std::atan2(y, x); }
   // Unsigned, in [0, pi]; 0 when either vector is zero.
   double angleTo(const ZnGeVector2d& v) const;
+  // By how much this vector turns counterclockwise to point along v, in [-pi, pi].
+  double signedAngleTo(const ZnGeVector2d& v) const { return std::atan2(crossProduct(v), dotProduct(v)); }
 
   // Change in place
   // A vector no longer than equalVector is left as it is.
@@ -53,14 +57,12 @@ public:
   // Turned by a quarter counterclockwise, same length.
   constexpr ZnGeVector2d perpVector() const { return {-y, x}; }
 
-  // Relations; a vector no longer than equalVector has no direction and is parallel, codirectional and
-  // perpendicular to nothing.
+  // Relations; a vector no longer than equalVector has no direction and is parallel and codirectional to
+  // nothing.
   bool isEqualTo(const ZnGeVector2d& v, const ZnGeTol& tol = ZnGeContext::gTol) const;
   bool isZeroLength(const ZnGeTol& tol = ZnGeContext::gTol) const { return length() <= tol.equalVector(); }
-  bool isUnitLength(const ZnGeTol& tol = ZnGeContext::gTol) const;
   bool isParallelTo(const ZnGeVector2d& v, const ZnGeTol& tol = ZnGeContext::gTol) const;
   bool isCodirectionalTo(const ZnGeVector2d& v, const ZnGeTol& tol = ZnGeContext::gTol) const;
-  bool isPerpendicularTo(const ZnGeVector2d& v, const ZnGeTol& tol = ZnGeContext::gTol) const;
   bool operator==(const ZnGeVector2d& v) const { return isEqualTo(v); }
   bool operator!=(const ZnGeVector2d& v) const { return !isEqualTo(v); }
 };

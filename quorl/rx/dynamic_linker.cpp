@@ -127,7 +127,7 @@ Quorl::ErrorStatus ZnRxDynamicLinker::unload(const ZnString& name) {
     return fail(Quorl::eVetoed, text);
   }
   if (!module->announced) return fail(Quorl::eVetoed, known + L" never announced itself");
-  tear(*module);
+  unloadNow(*module);
   return Quorl::eOk;
 }
 
@@ -139,11 +139,11 @@ void ZnRxDynamicLinker::unloadAll() {
                                    [](const auto& module) { return module->running == 0; });
     if (last == modules_.rend()) return;
     unlockApplication(last->get());
-    tear(**last);
+    unloadNow(**last);
   }
 }
 
-void ZnRxDynamicLinker::tear(Module& module) {
+void ZnRxDynamicLinker::unloadNow(Module& module) {
   module.tell(ZnRxModuleMessage::kUnload, &module);
   close(module);
 }

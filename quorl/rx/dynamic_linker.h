@@ -74,7 +74,7 @@ private:
   Quorl::ErrorStatus open(Module& module);
   Quorl::ErrorStatus start(Module& module);
   void close(Module& module);
-  void tear(Module& module);
+  void unloadNow(Module& module);
   Quorl::ErrorStatus fail(Quorl::ErrorStatus status, const ZnString& text);
 
   ModuleList modules_;

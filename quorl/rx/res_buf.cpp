@@ -34,16 +34,6 @@ resbuf resbuf::ofString(const ZnString& value) {
   return buffer;
 }
 
-resbuf resbuf::copyOfOne() const {
-  resbuf copy;
-  copy.restype = restype;
-  copy.real = real;
-  copy.shortInt = shortInt;
-  copy.longInt = longInt;
-  copy.text = text;
-  return copy;
-}
-
 resbuf* znutBuildList(int type, ...) {
   va_list arguments;
   va_start(arguments, type);
@@ -77,5 +67,3 @@ resbuf* znutBuildList(int type, ...) {
   va_end(arguments);
   return first.release();
 }
-
-void znutReleaseList(resbuf* list) { delete list; }

@@ -33,9 +33,6 @@ struct resbuf {
   static resbuf ofShort(std::int16_t value);
   static resbuf ofLong(std::int32_t value);
   static resbuf ofString(const ZnString& value);
-
-  // The value alone, without the rest of the list.
-  resbuf copyOfOne() const;
 };
 
 using ZnResBufList = std::unique_ptr<resbuf>;
@@ -44,5 +41,3 @@ using ZnResBufList = std::unique_ptr<resbuf>;
 // a const wchar_t* after kResString. kResNone ends the arguments and becomes the last buffer. Null for an
 // unknown type. The caller owns the list.
 [[nodiscard]] resbuf* znutBuildList(int type, ...);
-// For lists held by plain pointer; null is allowed.
-void znutReleaseList(resbuf* list);

@@ -33,7 +33,6 @@ public:
   ZnRxVariableScope scope() const { return scope_; }
   const ZnRxVariableRange& range() const { return range_; }
   const ZnRxVariableValue& defaultValue() const { return default_; }
-  bool isReadOnly() const { return readOnly_; }
   void setReadOnly(bool on) { readOnly_ = on; }
 
   // The value that counts now. The reference holds until the next change of a variable or a drawing.

@@ -1,7 +1,6 @@
 #include "quorl/base/array.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 #include <string>
 
@@ -27,17 +26,11 @@ TEST(Array, AppendingItselfDoublesIt) {
 }
 
 TEST(Array, GrowsByItsStepAtLeast) {
-  struct Case {
-    int step;
-    int least;
-  };
-  for (const Case& c : {Case{8, 8}, Case{100, 100}}) {
-    ZnArray<int> numbers(0, c.step);
-    numbers.append(1);
-    EXPECT_GE(numbers.physicalLength(), c.least);
-    EXPECT_EQ(numbers.length(), 1);
-  }
-  EXPECT_EQ(ZnArray<int>().growLength(), 8);
+  ZnArray<int> usual, wide(0, 100);
+  usual.append(1);
+  wide.append(1);
+  EXPECT_GE(usual.physicalLength(), 8);
+  EXPECT_GE(wide.physicalLength(), 100);
 }
 
 TEST(Array, SearchAndRemoval) {
@@ -68,22 +61,6 @@ TEST(ArrayDeathTest, IndicesOutsideAreBugs) {
   EXPECT_DEATH(numbers[-1], "index");
   EXPECT_DEATH(numbers.insertAt(3, 0), "index");
   EXPECT_DEATH(ZnArray<int>().last(), "index");
-}
-
-RC_GTEST_PROP(Array, InsertingAndRemovingAgreesWithAPlainVector, (const std::vector<int>& values)) {
-  ZnArray<int> array;
-  std::vector<int> plain;
-  for (const int value : values) {
-    const int at = plain.empty() ? 0 : static_cast<int>(static_cast<unsigned>(value) % (plain.size() + 1));
-    if (value % 3 == 0 && at < array.length()) {
-      array.removeAt(at);
-      plain.erase(plain.begin() + at);
-    } else {
-      array.insertAt(at, value);
-      plain.insert(plain.begin() + at, value);
-    }
-  }
-  RC_ASSERT(std::vector<int>(array.begin(), array.end()) == plain);
 }
 
 } // namespace

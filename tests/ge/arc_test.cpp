@@ -132,7 +132,7 @@ RC_GTEST_PROP(ArcProperties, PlaneAndCircleShareTheirAngles, ()) {
   RC_ASSERT(isNear(std::sin(turn), 0.0) && std::cos(turn) > 0.0);
 }
 
-RC_GTEST_PROP(BulgeProperties, RoundTripAndHeight, ()) {
+RC_GTEST_PROP(BulgeProperties, EndsAndHeight, ()) {
   const ZnGeVector3d normal = anyVector();
   const ZnGeMatrix3d frame = ZnGeMatrix3d::planeToWorld(normal);
   const ZnGePoint3d start = frame * ZnGePoint3d(*coordinate(), *coordinate(), 7.0);
@@ -143,7 +143,6 @@ RC_GTEST_PROP(BulgeProperties, RoundTripAndHeight, ()) {
   RC_ASSERT(ZnGe::arcFromBulge(start, end, bulge, normal, arc));
   const double size = 100.0 * std::max(1.0, arc.radius());
   RC_ASSERT(isNear(arc.startPoint(), start, size) && isNear(arc.endPoint(), end, size));
-  RC_ASSERT(isNear(ZnGe::bulgeOf(arc, normal), bulge));
   // The bulge is the height of the arc over half of its chord, to the right of a counterclockwise one.
   const ZnGeVector3d chord = end - start;
   const ZnGeVector3d right = chord.crossProduct(normal).normal();
@@ -169,8 +168,6 @@ TEST(Bulges, NoArcWithoutShape) {
     EXPECT_FALSE(ZnGe::arcFromBulge(c.start, c.end, c.bulge, c.normal, arc)) << c.name;
     EXPECT_EQ(arc.radius(), 3.0) << c.name;
   }
-  EXPECT_EQ(ZnGe::bulgeOf(ZnGeCircArc3d(), kZ), infinity);
-  EXPECT_EQ(ZnGe::bulgeOf(ZnGeCircArc3d(), -kZ), -infinity);
 }
 
 RC_GTEST_PROP(FlatArcProperties, ThreePointsLieInOrder, ()) {

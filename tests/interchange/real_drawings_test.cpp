@@ -7,8 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -69,7 +70,9 @@ protected:
   }
 
   static Scene read(const std::string& name, const ReadOptions& options = {}) {
-    SvgReadResult result = readSvgFile((folder() / (name + ".svg")).string(), options);
+    std::ifstream file(folder() / (name + ".svg"), std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    SvgReadResult result = readSvg(text, name, options);
     EXPECT_FALSE(result.error) << result.error->text();
     return std::move(result.scene);
   }
@@ -79,12 +82,6 @@ protected:
     for (const PlacedCircle& placed : placedCircles(scene)) {
       if (placed.visible) circles.push_back(placed.circle);
     }
-    return circles;
-  }
-
-  static std::vector<Circle> ofRadius(const Scene& scene, double radius, double slack = 0.01) {
-    std::vector<Circle> circles = circlesOf(scene);
-    std::erase_if(circles, [&](const Circle& c) { return std::abs(c.radius - radius) > slack; });
     return circles;
   }
 };
@@ -131,66 +128,6 @@ TEST_F(RealDrawings, CheckSquaresAreAHundredMillimetres) {
     EXPECT_NEAR(width, 100, 0.01) << name;
     EXPECT_NEAR(height, 100, 0.01) << name;
   }
-}
-
-TEST_F(RealDrawings, MotorMountHasItsPitchCircle) {
-  const Scene scene = read("nema-mount");
-  const std::vector<Circle> circles = circlesOf(scene);
-  const auto pilot = std::max_element(circles.begin(), circles.end(),
-                                      [](const Circle& a, const Circle& b) { return a.radius < b.radius; });
-  ASSERT_NE(pilot, circles.end());
-  EXPECT_NEAR(2 * pilot->radius, 15.8, 0.01);
-  for (const Circle& circle : circles) {
-    if (&circle != &*pilot) {
-      EXPECT_NEAR(2 * distance(circle.center, pilot->center), 21.78, 0.01);
-    }
-  }
-}
-
-TEST_F(RealDrawings, RouterSledsDifferByAQuarter) {
-  const std::vector<Circle> full = circlesOf(read("router-sled-inch"));
-  const std::vector<Circle> small = circlesOf(read("router-sled-toolpaths"));
-  ASSERT_EQ(full.size(), small.size());
-  EXPECT_NEAR(2 * full[0].radius, 609.6, 1e-6);
-  for (std::size_t i = 0; i < full.size(); ++i) EXPECT_NEAR(0.75 * full[i].radius, small[i].radius, 1e-5);
-  // Four counterbored holes on one pitch circle, each with its two diameters concentric.
-  int bores = 0;
-  for (const Circle& bore : full) {
-    if (std::abs(bore.radius - 12.7) > 1e-3) continue;
-    ++bores;
-    EXPECT_NEAR(2 * distance(bore.center, full[0].center), 558.5, 0.01);
-    const auto drilled = std::count_if(full.begin(), full.end(), [&](const Circle& c) {
-      return std::abs(c.radius - 4.4027) < 1e-3 && distance(c.center, bore.center) < 1e-3;
-    });
-    EXPECT_EQ(drilled, 1);
-  }
-  EXPECT_EQ(bores, 4);
-}
-
-TEST_F(RealDrawings, PadsStandOnAThirtyDegreeRing) {
-  const Scene scene = read("ring-of-pads");
-  const auto outline = ofRadius(scene, 25.3, 0.2);
-  ASSERT_EQ(outline.size(), 1u);
-  int pads = 0;
-  for (const Circle& circle : circlesOf(scene)) {
-    if (circle.radius > 20) continue;
-    const Point2 arm = circle.center - outline[0].center;
-    const double steps = direction(arm) / (M_PI / 6);
-    EXPECT_NEAR(steps, std::round(steps), 0.02);
-    ++pads;
-  }
-  EXPECT_EQ(pads, 11);
-}
-
-TEST_F(RealDrawings, OptionsDecideWhereTheFileDoesNot) {
-  ReadOptions points;
-  points.dpi = 72;
-  EXPECT_NEAR(read("acrylic-plates-css", points).document.width, 813.66 * 25.4 / 72, 1e-6);
-  EXPECT_EQ(ofRadius(read("acrylic-plates-css", points), 1.1).size(), 24u);
-  ReadOptions screen;
-  screen.dpi = 96;
-  EXPECT_NEAR(read("ring-of-pads", screen).document.width, 38.1, 1e-6);
-  EXPECT_NEAR(read("nema-mount", screen).document.width, 161.36, 1e-6);
 }
 
 // The plate with one round per notch: each outline is one closed polyline, no curve left over.

@@ -14,14 +14,13 @@
 namespace interchange_test {
 
 // Points along what a shape says, from its own definition (bulges, parameters, control points).
-std::vector<interchange::Point2> sample(const interchange::Shape& shape);
+std::vector<ZnGePoint2d> sample(const interchange::Shape& shape);
 
 // Points along a contour's pieces.
-std::vector<interchange::Point2> sample(const interchange::Contour& contour);
+std::vector<ZnGePoint2d> sample(const interchange::Contour& contour);
 
 // Largest distance of a point of the one set from the other set.
-double oneSidedDistance(const std::vector<interchange::Point2>& from,
-                        const std::vector<interchange::Point2>& to);
+double oneSidedDistance(const std::vector<ZnGePoint2d>& from, const std::vector<ZnGePoint2d>& to);
 
 // The content of an svg element of 100 x 100 mm whose user unit is a millimetre.
 std::string page(const std::string& content);

@@ -30,7 +30,7 @@ std::string annotate(const std::string& source, const SmallDrawing& drawing,
   const SvgReadResult read = readSvg(source, "source.svg");
   EXPECT_FALSE(read.error) << read.error->text();
   std::string annotated;
-  PictureError error;
+  Quorl::Failure error;
   EXPECT_TRUE(annotateSvg(source, sourcePageOf(source, read.scene.document), drawing.database, ids, {},
                           annotated, error))
       << error.text();
@@ -188,10 +188,10 @@ TEST(AnnotatedSvg, letters_become_outlines) {
 TEST(AnnotatedSvg, files_and_refusals) {
   SmallDrawing drawing;
   const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
-  const SourcePage page{Affine{1, 0, 0, -1, 0, 50}, 100, 50};
+  const SourcePage page{ZnGeMatrix2d({0, 50}, {1, 0}, {0, -1}), 100, 50};
   const std::string source = scratchPath("source.svg"), target = scratchPath("target.svg");
   std::ofstream(source) << kMillimetres << "</svg>";
-  PictureError error;
+  Quorl::Failure error;
   ASSERT_TRUE(writeAnnotatedSvg(source, page, drawing.database, ids, target, {}, error)) << error.text();
   const std::string written = contentOf(target);
   EXPECT_FALSE(annotationOf(written).empty());
@@ -205,7 +205,7 @@ TEST(AnnotatedSvg, files_and_refusals) {
       {"no XML", "<svg><g></svg>", page, "no XML"},
       {"nothing", "", page, "no XML"},
       {"another root", "<html></html>", page, "no svg element"},
-      {"no page", "<svg/>", {Affine::scaling(0, 0), 0, 0}, "no area"},
+      {"no page", "<svg/>", {ZnGeMatrix2d::scaling({0, 0}), 0, 0}, "no area"},
   };
   for (const Case& test : kCases) {
     SCOPED_TRACE(test.name);
@@ -217,16 +217,4 @@ TEST(AnnotatedSvg, files_and_refusals) {
   }
   EXPECT_FALSE(writeAnnotatedSvg(scratchPath("missing.svg"), page, drawing.database, ids, target, {}, error));
   EXPECT_NE(error.what.find("cannot be read"), std::string::npos);
-}
-
-TEST(AnnotatedSvg, numbers) {
-  struct Case {
-    double value;
-    int decimals;
-    const char* text;
-  };
-  for (const Case& test :
-       {Case{1.5, 3, "1.5"}, Case{-0.0004, 3, "0"}, Case{100, 3, "100"}, Case{100, 0, "100"},
-        Case{0.12345, 3, "0.123"}, Case{-7.25, 1, "-7.2"}, Case{1e7, 2, "10000000"}})
-    EXPECT_EQ(fixedNumber(test.value, test.decimals), test.text);
 }

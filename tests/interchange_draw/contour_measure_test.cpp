@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-Segment arc(Point2 u, Point2 v, double start, double sweep) {
+Segment arc(ZnGeVector2d u, ZnGeVector2d v, double start, double sweep) {
   return Segment::ellipticArc(EllipticArc{{1, 2}, u, v, start, sweep});
 }
 
@@ -23,8 +23,8 @@ double chordLength(const Contour& contour) {
   double sum = 0;
   for (const Segment& segment : contour.segments)
     for (int i = 0; i < kSteps; ++i)
-      sum += distance(segment.at(static_cast<double>(i) / kSteps),
-                      segment.at(static_cast<double>(i + 1) / kSteps));
+      sum += segment.at(static_cast<double>(i) / kSteps)
+                 .distanceTo(segment.at(static_cast<double>(i + 1) / kSteps));
   return sum;
 }
 
@@ -65,21 +65,22 @@ RC_GTEST_PROP(ContourMeasure, parts_are_as_long_as_asked_and_lie_on_the_contour,
   const Contour part = measure.part(from, to);
   RC_ASSERT(!part.closed);
   RC_ASSERT(std::abs(ContourMeasure(part).length() - (to - from)) < 1e-6);
-  RC_ASSERT(distance(part.segments.front().start, measure.pointAt(from)) < 1e-6);
-  RC_ASSERT(distance(part.segments.back().end, measure.pointAt(to > whole ? to - whole : to)) < 1e-6);
+  RC_ASSERT(part.segments.front().start.distanceTo(measure.pointAt(from)) < 1e-6);
+  RC_ASSERT(part.segments.back().end.distanceTo(measure.pointAt(to > whole ? to - whole : to)) < 1e-6);
 }
 
 TEST(ContourMeasure, cubics_keep_to_arcs) {
   const Segment ellipse = arc({6, 1}, {-0.3, 1.8}, 0.4, 1.9 * kPi);
   const std::vector<Segment> cubics = asCubics(ellipse);
   ASSERT_GT(cubics.size(), 4u);
-  EXPECT_EQ(distance(cubics.front().start, ellipse.start), 0);
-  EXPECT_EQ(distance(cubics.back().end, ellipse.end), 0);
-  const double area = cross(ellipse.arc.u, ellipse.arc.v);
+  EXPECT_EQ(cubics.front().start.distanceTo(ellipse.start), 0);
+  EXPECT_EQ(cubics.back().end.distanceTo(ellipse.end), 0);
+  const double area = ellipse.arc.u.crossProduct(ellipse.arc.v);
   for (const Segment& cubic : cubics) {
     for (int i = 0; i <= 10; ++i) {
-      const Point2 offset = cubic.at(i / 10.0) - ellipse.arc.center;
-      const double cosine = cross(offset, ellipse.arc.v) / area, sine = cross(ellipse.arc.u, offset) / area;
+      const ZnGeVector2d offset = cubic.at(i / 10.0) - ellipse.arc.center;
+      const double cosine = offset.crossProduct(ellipse.arc.v) / area,
+                   sine = ellipse.arc.u.crossProduct(offset) / area;
       EXPECT_NEAR(std::hypot(cosine, sine), 1, 4e-6);
     }
   }

@@ -98,14 +98,13 @@ RC_GTEST_PROP(DashLayout, only_end_dashes_differ_from_the_pattern, ()) {
 RC_GTEST_PROP(DashLayout, closed_curves_take_whole_repeats, ()) {
   const NamedPattern& named = anyPattern();
   const double length = anyLength();
-  const double period = named.pattern.period();
+  double period = 0, drawn = 0;
+  for (const double own : named.pattern.lengths) period += std::abs(own), drawn += std::max(own, 0.0);
   const std::vector<DashSpan> spans = layOutDashes(named.pattern, length, true);
   if (isContinuous(spans, length)) {
     RC_ASSERT(length < period);
     RC_SUCCEED("too short for the pattern");
   }
-  double drawn = 0;
-  for (const double own : named.pattern.lengths) drawn += std::max(own, 0.0);
   RC_ASSERT(std::abs(inkOf(spans) - length * drawn / period) < kNear * length);
   // Each repeat brings every dash and dot once.
   const double repeats = std::max(1.0, std::round(length / period));
@@ -140,6 +139,7 @@ TEST(DashLayout, known_lengths) {
       {"dots stretch", {{0, -2}, false}, 4.8, false, {{0, 0}, {2.4, 2.4}, {4.8, 4.8}}},
       {"dot at the middle", {{8, -2, 0, -2}, false}, 14, false, {{0, 5}, {7, 7}, {9, 14}}},
       {"whole stretched", {{12, -2, 2, -2}, true}, 24, false, {{0, 8}, {32.0 / 3, 40.0 / 3}, {16, 24}}},
+      {"too short to be stretched", {{12, -2, 2, -2}, true}, 10.7, false, {{0, 10.7}}},
       {"closed", {{6, -2}, false}, 16.8, true, {{5.25, 11.55}, {13.65, 19.95}}},
       {"closed and short", {{6, -2}, false}, 4, true, {{0, 4}}},
       {"more dashes than sense", {{0.001, -0.001}, false}, 1000, false, {{0, 1000}}},

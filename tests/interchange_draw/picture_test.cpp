@@ -1,6 +1,5 @@
 // Pictures by their ink, their size and their bytes.
 #include "interchange/draw/picture_writer.h"
-#include "interchange/recognize/plane.h"
 #include "interchange/svg_in/svg_reader.h"
 
 #include "interchange_draw/picture_probe.h"
@@ -58,7 +57,7 @@ void addFrame(SmallDrawing& drawing) {
 std::string drawn(const SmallDrawing& drawing, const PictureOptions& options,
                   const char* name = "picture.png", const std::vector<const ZnDbEntity*>& extra = {}) {
   const std::string path = scratchPath(name);
-  PictureError error;
+  Quorl::Failure error;
   EXPECT_TRUE(writePicture(drawing.database, path, options, error, extra)) << error.text();
   return path;
 }
@@ -91,10 +90,11 @@ void fillDrawing(SmallDrawing& drawing) {
 TEST(Picture, svg_reads_back_with_nothing_passed_over) {
   SmallDrawing drawing;
   fillDrawing(drawing);
-  const SvgReadResult read = readSvgFile(drawn(drawing, pageOptions(), "picture.svg"), {});
+  const std::string path = drawn(drawing, pageOptions(), "picture.svg");
+  const SvgReadResult read = readSvg(contentOf(path), path);
   ASSERT_FALSE(read.error) << read.error->text();
   for (const Skipped& skipped : read.scene.skipped) ADD_FAILURE() << skipped.what << ": " << skipped.why;
-  for (const Error& problem : read.scene.problems) ADD_FAILURE() << problem.text();
+  for (const Quorl::Failure& problem : read.scene.problems) ADD_FAILURE() << problem.text();
   const auto isCircle = [](const Element& element) { return std::holds_alternative<Circle>(element.shape); };
   const std::vector<Element>& elements = read.scene.elements;
   EXPECT_EQ(std::count_if(elements.begin(), elements.end(), isCircle), 3);
@@ -104,7 +104,7 @@ TEST(Picture, ink_lies_on_the_shapes) {
   struct Case {
     const char* name;
     ZnDbEntity* entity;
-    std::vector<Point2> on, off;
+    std::vector<ZnGePoint2d> on, off;
   };
   auto* bulged = new ZnDbPolyline;
   bulged->addVertexAt(0, ZnGePoint2d(20, 20));
@@ -155,8 +155,8 @@ TEST(Picture, ink_lies_on_the_shapes) {
         drawn(drawing, pageOptions(), ("shape" + std::to_string(++number) + ".png").c_str()), kPage);
     ASSERT_TRUE(probe.isRead());
     EXPECT_GT(probe.inkedPixels(), 40);
-    for (const Point2 at : test.on) EXPECT_TRUE(probe.hasInkAt(at.x, at.y)) << at.x << ", " << at.y;
-    for (const Point2 at : test.off) EXPECT_FALSE(probe.hasInkAt(at.x, at.y)) << at.x << ", " << at.y;
+    for (const ZnGePoint2d& at : test.on) EXPECT_TRUE(probe.hasInkAt(at.x, at.y)) << at.x << ", " << at.y;
+    for (const ZnGePoint2d& at : test.off) EXPECT_FALSE(probe.hasInkAt(at.x, at.y)) << at.x << ", " << at.y;
   }
 }
 
@@ -329,7 +329,7 @@ TEST(Picture, bytes_for_another_process) {
   if (!target) GTEST_SKIP() << "writes for another process only";
   SmallDrawing drawing;
   fillDrawing(drawing);
-  PictureError error;
+  Quorl::Failure error;
   EXPECT_TRUE(writePicture(drawing.database, target, pageOptions(), error)) << error.text();
 }
 
@@ -389,7 +389,7 @@ TEST(Picture, refusals_leave_what_stood_there) {
     const std::string before = isFolder ? "" : contentOf(path);
     PictureOptions options;
     test.set(options);
-    PictureError error;
+    Quorl::Failure error;
     EXPECT_FALSE(writePicture(drawing.database, path, options, error));
     EXPECT_NE(error.text().find(test.what), std::string::npos) << error.text();
     EXPECT_EQ(error.file, path);

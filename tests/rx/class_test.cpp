@@ -87,21 +87,13 @@ TEST(Class, NamesAreTakenOnce) {
   EXPECT_EQ(znrxFindZnRxClass(L"tonly"), nullptr);
 }
 
-TEST(Class, RegistrationDataIsKept) {
-  ZnRxClass* cls = newZnRxClass(
-      L"TBody", L"ZnRxObject", 33, 427, 1153, []() -> ZnRxObject* { return new Extension; }, L"TBODY",
-      L"ZnDbTest");
-  ASSERT_NE(cls, nullptr);
-  EXPECT_EQ(cls->version(), 33);
-  EXPECT_EQ(cls->maintenanceVersion(), 427);
-  EXPECT_EQ(cls->proxyFlags(), 1153);
-  EXPECT_EQ(cls->tdocName(), L"TBODY");
-  EXPECT_EQ(cls->appName(), L"ZnDbTest");
-  EXPECT_FALSE(cls->isAbstract());
-  const std::unique_ptr<ZnRxObject> made(cls->create());
-  EXPECT_NE(dynamic_cast<Extension*>(made.get()), nullptr);
-  deleteZnRxClass(cls);
-  EXPECT_EQ(ZnRxObject::desc()->create(), nullptr);
+TEST(Class, ObjectsWhoseClassDefinesNoValue) {
+  Extension one, other;
+  EXPECT_EQ(one.clone(), nullptr);
+  EXPECT_EQ(one.copyFrom(&other), Quorl::eNotProvided);
+  EXPECT_TRUE(one.isEqualTo(&one) && !one.isEqualTo(&other));
+  EXPECT_EQ(one.comparedTo(&one), 0);
+  EXPECT_EQ(one.comparedTo(&other), -other.comparedTo(&one));
 }
 
 TEST(Class, ExtensionsAreInheritedFromTheNearest) {

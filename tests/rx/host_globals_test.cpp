@@ -8,23 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(HostGlobals, FlagsAndKind) {
-  EXPECT_FALSE(hostDocumentKindQuery());
-  EXPECT_FALSE(hostLogicalTransformDocument());
-  EXPECT_EQ(productKind(), 1);
-  setHostDocumentKind(true);
-  EXPECT_TRUE(hostDocumentKindQuery());
-  EXPECT_FALSE(hostLogicalTransformDocument());
-  setHostDocumentKind(false);
-  setHostLogicalTransformDocument(true);
-  EXPECT_FALSE(hostDocumentKindQuery());
-  EXPECT_TRUE(hostLogicalTransformDocument());
-  setHostLogicalTransformDocument(false);
-  setProductKind(kProductWithoutCommands);
-  EXPECT_EQ(productKind(), 4);
-  setProductKind(1);
-}
-
 TEST(HostGlobals, FoldersAreThoseOfThisBuild) {
   EXPECT_TRUE(fs::equivalent(Quorl::programFolder().utf8(), QUORL_BIN_DIR));
   EXPECT_TRUE(fs::exists(fs::path(Quorl::libraryFolder().utf8()) / "libquorl.so"));

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "quorl/rx/class_dictionary.h"
-#include "quorl/rx/dynamic_linker.h"
 #include "quorl/rx/services.h"
 
 namespace {
@@ -59,14 +58,6 @@ TEST(Dictionary, KeepsTheOrderOfInsertion) {
   EXPECT_EQ(dictionary.put(L"", &x), Quorl::eInvalidInput);
   EXPECT_EQ(dictionary.put(L"null", nullptr), Quorl::eInvalidInput);
   EXPECT_FALSE(dictionary.has(L"null"));
-}
-
-TEST(Registry, HoldsTheHostsObjects) {
-  ZnRxDictionary* registry = znrxSysRegistry();
-  EXPECT_NE(ZnRxDynamicLinker::cast(registry->at(L"DynamicLinker")), nullptr);
-  EXPECT_NE(ZnRxDictionary::cast(registry->at(L"ServiceDictionary")), nullptr);
-  EXPECT_NE(ZnRxClassDictionary::cast(registry->at(L"ClassDictionary")), nullptr);
-  EXPECT_EQ(ZnRxClassDictionary::cast(registry->at(L"ServiceDictionary")), nullptr);
 }
 
 TEST(Registry, ServicesComeAndGo) {

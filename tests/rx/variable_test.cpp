@@ -214,39 +214,4 @@ TEST_F(Variables, ListedByName) {
   EXPECT_EQ(dictionary.getVariable(L"TTEXT")->type(), ZnRxVariableType::kString);
 }
 
-TEST(HostVariables, TableOfDefaults) {
-  struct Case {
-    const wchar_t* name;
-    ZnRxVariableType type;
-    const wchar_t* text;
-    const wchar_t* refused; // null where every value of the type is taken
-  };
-  const Case cases[] = {
-      {L"CENTERCROSSSIZE", ZnRxVariableType::kString, L"0.1x", nullptr},
-      {L"CENTERCROSSGAP", ZnRxVariableType::kString, L"0.05x", nullptr},
-      {L"CENTEREXE", ZnRxVariableType::kDouble, L"0.5", L"-0.1"},
-      {L"CENTERMARKEXE", ZnRxVariableType::kBool, L"1", L"2"},
-      {L"CENTERMARKCHECKARC", ZnRxVariableType::kInt16, L"0", nullptr},
-      {L"CENTERLTYPE", ZnRxVariableType::kString, L"", nullptr},
-      {L"CENTERLTSCALE", ZnRxVariableType::kDouble, L"1", L"x"},
-      {L"CENTERLTYPEFILE", ZnRxVariableType::kString, L"", nullptr},
-      {L"CENTERLAYER", ZnRxVariableType::kString, L"", nullptr},
-      {L"CENTERLWEIGHT", ZnRxVariableType::kInt16, L"25", L"0.25"},
-      {L"CENTERMARKPATTERNAUTO", ZnRxVariableType::kInt16, L"0", L"-1"},
-      {L"LTSCALE", ZnRxVariableType::kDouble, L"1", L"0"},
-  };
-  ZnRxVariablesDictionary& dictionary = *ZnRxVariablesDictionary::get();
-  for (const Case& c : cases) {
-    ZnRxVariable* variable = dictionary.getVariable(c.name);
-    ASSERT_NE(variable, nullptr) << ZnString(c.name).utf8();
-    EXPECT_EQ(variable->type(), c.type) << ZnString(c.name).utf8();
-    EXPECT_EQ(variable->value().text().utf8(), ZnString(c.text).utf8());
-    ZnString error;
-    if (!c.refused) continue;
-    EXPECT_NE(variable->setValue(resbuf::ofString(c.refused), error), Quorl::eOk);
-    EXPECT_FALSE(error.isEmpty());
-    EXPECT_EQ(variable->value().text().utf8(), ZnString(c.text).utf8());
-  }
-}
-
 } // namespace
