@@ -7,11 +7,12 @@
 #include "companion/curve_values.h"
 #include "companion/mark_commands.h"
 #include "companion/object_naming.h"
+#include "torvi/core/edge_relations.h"
 #include "torvi/core/object_wrapper.h"
-#include "torvi/core/tolerance.h"
 #include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
+using torvi::EdgeMeeting;
 
 namespace companion {
 
@@ -36,28 +37,24 @@ struct Kind {
   ErrorStatus (*reassociate)(ZnDbObjectId id, const StraightEdges& edges, const ZnGePoint3d* picks);
 };
 
-bool areParallel(const StraightEdges& edges) {
-  return edges.shapes[0].isParallelTo(edges.shapes[1], centerLineTolerance());
-}
+bool areParallel(const StraightEdges& edges) { return torvi::areParallel(edges.shapes[0], edges.shapes[1]); }
 
-bool meet(const StraightEdges& edges, ZnGePoint3d& crossing) {
-  return edges.shapes[0].intersectWith(edges.shapes[1], crossing, centerLineTolerance());
+std::optional<EdgeMeeting> meetingOf(const StraightEdges& edges) {
+  return EdgeMeeting::of(edges.shapes[0], edges.shapes[1]);
 }
 
 const wchar_t* refusalOfLine(const StraightEdges& edges) {
-  ZnGePoint3d crossing;
-  if (!areParallel(edges)) return meet(edges, crossing) ? nullptr : L"the edges do not lie in one plane";
-  const bool oneMiddle = edges.shapes[0].midPoint().isEqualTo(edges.shapes[1].midPoint());
-  return oneMiddle ? L"the edges lie one upon the other" : nullptr;
+  if (!areParallel(edges)) return meetingOf(edges) ? nullptr : L"the edges do not lie in one plane";
+  return torvi::haveOneMiddle(edges.shapes[0], edges.shapes[1]) ? L"the edges lie one upon the other"
+                                                                : nullptr;
 }
 
 const wchar_t* refusalOfExtension(const StraightEdges& edges) {
   if (areParallel(edges)) return L"the edges run side by side and never meet";
-  ZnGePoint3d crossing;
-  if (!meet(edges, crossing)) return L"the edges do not lie in one plane";
-  for (const ZnGeLineSeg3d& edge : edges.shapes)
-    if (edge.isOn(crossing)) return L"an edge reaches the crossing by itself";
-  return nullptr;
+  const std::optional<EdgeMeeting> meeting = meetingOf(edges);
+  if (!meeting) return L"the edges do not lie in one plane";
+  const bool reached = meeting->isOnEdge(0) || meeting->isOnEdge(1);
+  return reached ? L"an edge reaches the crossing by itself" : nullptr;
 }
 
 constexpr Kind kLineKind = {

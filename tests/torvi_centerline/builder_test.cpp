@@ -25,6 +25,7 @@ TEST_F(CenterLineBuilderTest, ThePicksChooseTheBisector) {
       {"corner at starts", "0,0 4,3", "0,0 4,-3", "0,0 -4,-3", {1, 1}, "0,0 4,0"},
       {"corner at ends", "4,3 0,0", "4,-3 0,0", "-4,-3 0,0", {0, 0}, "0,0 4,0"},
       {"wedge", "4,3 8,6", "8,-6 4,-3", "-4,-3 -4,3", {1, 0}, "4,0 8,0"},
+      {"short half", "-24,-18 8e-7,6e-7", "-24,18 4,-3", "8e-7,6e-7 4,-3", {1, 1}, "-24,0 1.6e-6,0"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);

@@ -98,11 +98,15 @@ TEST_F(CenterLineFollowing, FromCaseToCase) {
     moveLine(upper_, row.upper);
     EXPECT_TRUE(runs(id, row.line));
   }
-  moveLine(lower_, "7,1 7,1");
-  moveLine(upper_, "1,1 1,1");
-  EXPECT_TRUE(near(drawn(id).midPoint(), {4, 1, 0})) << "two points: square to them";
-  EXPECT_NEAR(std::fabs(drawn(id).direction().y), 1.0, 1e-4);
-  EXPECT_NEAR(drawn(id).length(), 1.0, 1e-6) << "overshoots alone";
+  for (const double away : {0.0, 1e6, 1e8}) {
+    const P3 left(away + 1, away + 1, 0), right(away + 7, away + 1, 0);
+    moveLine(lower_, right, right);
+    moveLine(upper_, left, left);
+    EXPECT_TRUE(Line(id).isFullyAssociative());
+    EXPECT_TRUE(near(drawn(id).midPoint(), {away + 4, away + 1, 0}, 1e-8 + 1e-15 * away)) << "between points";
+    EXPECT_NEAR(std::fabs(drawn(id).direction().y), 1.0, 1e-15) << "square to them, far out too";
+    EXPECT_NEAR(drawn(id).length(), 1.0, 1e-6) << "overshoots alone";
+  }
 }
 
 TEST_F(CenterLineFollowing, WithoutALineItLetsGoAndStays) {

@@ -1,7 +1,5 @@
-// From two segments to one, without any drawing: which handler takes a case, what it makes of it, and the
-// same from formulas of the triangle.
+// From two segments to one, without any drawing: which handler takes a case, and what it makes of it.
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 #include <memory>
 
@@ -67,7 +65,12 @@ TEST(CenterLineHandlers, CaseByCaseWhereverItStands) {
       {"skew", "0,0 8,0", "0,5,1 3,0,1", {1, 1}, kError, ""}};
   const ZnGeMatrix3d maps[] = {ZnGeMatrix3d(), ZnGeMatrix3d::translation({5e5, -3e6, 7}),
                                ZnGeMatrix3d::rotation(1.2, {1, 2, 2}, {4, 4, 0}),
-                               ZnGeMatrix3d::mirroring(ZnGePlane({1, 0, 0}, {1, 0.5, 0.2}))};
+                               ZnGeMatrix3d::mirroring(ZnGePlane({1, 0, 0}, {1, 0.5, 0.2})),
+                               // Where rounding alone is wider than the tolerances.
+                               ZnGeMatrix3d::rotation(0.7, {2, -1, 3}) *
+                                   ZnGeMatrix3d::scaling(1e6, {4, 1, 1}),
+                               ZnGeMatrix3d::translation({9e7, -8e7, 7e7}) *
+                                   ZnGeMatrix3d::rotation(2.3, {1, -1, 3}) * ZnGeMatrix3d::scaling(0.1, {})};
   for (const auto& c : cases)
     for (const ZnGeMatrix3d& map : maps) {
       SCOPED_TRACE(c.name);
@@ -77,7 +80,8 @@ TEST(CenterLineHandlers, CaseByCaseWhereverItStands) {
       EXPECT_EQ(run.handler, c.handler);
       EXPECT_EQ(run.status, line.empty() ? Quorl::eInvalidInput : Quorl::eOk);
       EXPECT_EQ(run.line == nullptr, line.empty());
-      EXPECT_TRUE(line.empty() || run.runs(map * line[0], map * line[1]));
+      const double slack = 1e-8 + 1e-14 * std::fabs(first.startPoint().x);
+      EXPECT_TRUE(line.empty() || run.runs(map * line[0], map * line[1], slack));
     }
 }
 
@@ -91,60 +95,6 @@ TEST(CenterLineHandlers, TwoPointsGiveAMinuteLineSquareToThem) {
     EXPECT_NEAR(run.line->length(), 1e-9, 1e-14);
     EXPECT_NEAR(run.line->span().dotProduct(to - P3(1, 2, 0)), 0.0, 1e-13);
   }
-}
-
-// A chord between rays r and s away from the corner crosses the bisector at 2 r s cos(half angle) / (r + s),
-// and not at all when the two lie on different sides of the corner.
-RC_GTEST_PROP(CenterLineProperties, IntersectingEdgesGiveThePieceBetweenTheirChords, ()) {
-  const auto number = [](double low, double high) {
-    return low + (high - low) * *rc::gen::inRange(0, 1001) / 1000.0;
-  };
-  const ZnGeMatrix3d place = ZnGeMatrix3d::translation({number(-99, 99), number(-99, 99), number(-9, 9)}) *
-                             ZnGeMatrix3d::rotation(number(0, 6), {number(-1, 1), 0.3, number(-1, 1)});
-  const P3 corner = place * P3();
-  const double half = number(0.05, 1.5), size = *rc::gen::element(1.0, 1e5), slack = 1e-8 * size;
-  Seg edges[2];
-  Endings endings{0, 0};
-  double nearAt[2], farAt[2];
-  for (int i = 0; i < 2; ++i) {
-    const ZnGeVector3d ray = place * ZnGeVector3d(std::cos(half), std::sin(i == 0 ? half : -half), 0);
-    nearAt[i] = number(-20, 20) * size;
-    farAt[i] = std::max(nearAt[i], 0.0) + number(0.5, 30) * size;
-    edges[i] = Seg(corner + ray * nearAt[i], corner + ray * farAt[i]);
-    endings[i] = *rc::gen::element(0, 1, -7);
-    if (endings[i] == 0) edges[i].reverseParam();
-  }
-  const auto onBisector = [&](double r, double s) {
-    const double along = r * s > 0.0 ? 2.0 * r * s * std::cos(half) / (r + s) : 0.0;
-    return corner + place * ZnGeVector3d(along, 0, 0);
-  };
-  const P3 start = onBisector(nearAt[0], nearAt[1]), end = onBisector(farAt[0], farAt[1]);
-  const ChainRun run(edges[0], edges[1], endings), swapped(edges[1], edges[0], {endings[1], endings[0]});
-  RC_ASSERT(run.handler == kIntersect && run.runs(start, end, slack) && swapped.runs(start, end, slack));
-  ZnGeLine3d lines[2];
-  for (int i = 0; i < 2; ++i) edges[i].getLine(lines[i]);
-  RC_ASSERT(std::fabs(lines[0].distanceTo(end) - lines[1].distanceTo(end)) < slack);
-  // A little turn of one edge about the corner moves the ends a little.
-  if (nearAt[0] * nearAt[1] <= 0.0) return;
-  const double step = 1e-6;
-  edges[1].transformBy(ZnGeMatrix3d::rotation(step, place * ZnGeVector3d::kZAxis, corner));
-  RC_ASSERT(ChainRun(edges[0], edges[1], endings).runs(start, end, 100 * step * size));
-}
-
-// Whatever their lengths and senses, the line of parallel edges runs as the first, with their middles'
-// middle.
-RC_GTEST_PROP(CenterLineProperties, ParallelEdgesGiveTheirAverage, ()) {
-  const auto number = [] { return *rc::gen::inRange(-500, 501) / 16.0; };
-  const P3 a(number(), number(), number()), b(number(), number(), number());
-  const ZnGeVector3d along(number(), number(), number());
-  RC_PRE(along.length() > 0.5 && along.crossProduct(b - a).length() > 1e-3);
-  const double lengths[2] = {*rc::gen::inRange(1, 90) / 8.0, *rc::gen::inRange(-90, 90) / 8.0 + 0.01};
-  const Seg first(a, along * lengths[0]), second(b, along * lengths[1]);
-  const ChainRun run(first, second, {0, 1});
-  RC_ASSERT(run.handler == kParallel);
-  const ZnGeVector3d half = along * ((lengths[0] + std::fabs(lengths[1])) / 4);
-  const P3 middle = first.midPoint() + (second.midPoint() - first.midPoint()) * 0.5;
-  RC_ASSERT(run.runs(middle - half, middle + half));
 }
 
 TEST(CenterLineHandlers, RaysStartWhereTheLinesMeetAndElseAtTheOrigin) {

@@ -48,7 +48,8 @@ protected:
     evaluateChanges();
   }
   // Whether the ends of its lines, as drawn in the coordinates of the space, are these.
-  static testing::AssertionResult shows(ZnDbObjectId id, const std::vector<P3>& expected) {
+  static testing::AssertionResult shows(ZnDbObjectId id, const std::vector<P3>& expected,
+                                        double tolerance = 1e-8) {
     OwnedCurves held;
     EXPECT_EQ(Extension(id).getCenterObjGeometry(held.curves), Quorl::eOk);
     if (expected.size() != 4 || held.curves.length() != 2)
@@ -56,7 +57,8 @@ protected:
     for (size_t i = 0; i < expected.size(); ++i) {
       const auto* line = static_cast<const ZnGeLineSeg3d*>(held.curves[static_cast<int>(i / 2)]);
       const P3 end = i % 2 == 0 ? line->startPoint() : line->endPoint();
-      if (const auto same = near(Extension(id).blockTransform() * end, expected[i]); !same) return same;
+      if (const auto same = near(Extension(id).blockTransform() * end, expected[i], tolerance); !same)
+        return same;
     }
     return testing::AssertionSuccess();
   }

@@ -4,7 +4,7 @@
 
 #include "torvi/centerline/action_body.h"
 #include "torvi/centerline/layout.h"
-#include "torvi/core/tolerance.h"
+#include "torvi/core/edge_relations.h"
 #include "torvi/drawing/edge_curves.h"
 
 using Quorl::ErrorStatus;
@@ -18,11 +18,9 @@ constexpr int kStartEnding = 0;
 constexpr int kEndEnding = 1;
 
 // An edge that lies on one side of the crossing points away from it; on one that is crossed the pick chooses
-// the half. Parameters of places off the edge are those of its nearest end.
-int edgeRefDirEndingFromPick(const ZnGeLineSeg3d& edge, const ZnGePoint3d& crossing,
-                             const ZnGePoint3d& pick) {
+// the half. The parameter of a pick off the edge is that of its nearest end.
+int edgeRefDirEndingFromPick(const ZnGeLineSeg3d& edge, double atCrossing, const ZnGePoint3d& pick) {
   const ZnGeInterval range = edge.interval();
-  const double atCrossing = edge.paramOf(crossing, ZnGeContext::gTol);
   if (range.lowerBound() >= atCrossing) return kEndEnding;
   if (atCrossing >= range.upperBound()) return kStartEnding;
   return edge.paramOf(pick, ZnGeContext::gTol) > atCrossing ? kEndEnding : kStartEnding;
@@ -31,15 +29,16 @@ int edgeRefDirEndingFromPick(const ZnGeLineSeg3d& edge, const ZnGePoint3d& cross
 // Colinear edges are parallel too. eInvalidInput for skew ones.
 ErrorStatus edgeRefDirEndings(const ZnGeLineSeg3d (&edges)[kEdges], const ZnArray<ZnGePoint3d>& picks,
                               int (&endings)[kEdges]) {
-  if (edges[0].isParallelTo(edges[1], centerLineTolerance())) {
+  if (torvi::areParallel(edges[0], edges[1])) {
     const bool sameSense = edges[0].direction().dotProduct(edges[1].direction()) > 0.0;
     endings[0] = sameSense ? kEndEnding : kStartEnding;
     endings[1] = kEndEnding;
     return Quorl::eOk;
   }
-  ZnGePoint3d crossing;
-  if (!edges[0].intersectWith(edges[1], crossing, centerLineTolerance())) return Quorl::eInvalidInput;
-  for (int i = 0; i < kEdges; ++i) endings[i] = edgeRefDirEndingFromPick(edges[i], crossing, picks[i]);
+  const std::optional<torvi::EdgeMeeting> meeting = torvi::EdgeMeeting::of(edges[0], edges[1]);
+  if (!meeting) return Quorl::eInvalidInput;
+  for (int i = 0; i < kEdges; ++i)
+    endings[i] = edgeRefDirEndingFromPick(edges[i], meeting->settledParam(i), picks[i]);
   return Quorl::eOk;
 }
 

@@ -1,5 +1,7 @@
 #include "torvi/centerline/geometry_handler.h"
 
+#include "torvi/core/edge_relations.h"
+
 using Quorl::ErrorStatus;
 
 ErrorStatus ZnDbCenterLineGeometryHandler::handle(const Edges& edges, const Endings& endings,
@@ -28,6 +30,12 @@ int ZnDbCenterLineGeometryHandler::indexOfOnlyPoint(const Edges& edges) {
   const bool first = isPoint(*edges[0]), second = isPoint(*edges[1]);
   if (first == second) return -1;
   return first ? 0 : 1;
+}
+
+ZnGeLineSeg3d ZnDbCenterLineGeometryHandler::betweenMiddles(const ZnGeLineSeg3d& from,
+                                                            const ZnGeLineSeg3d& to) {
+  const ZnGePoint3d middle = from.midPoint();
+  return {middle, torvi::haveOneMiddle(from, to) ? middle : to.midPoint()};
 }
 
 ErrorStatus ZnDbCenterLineNextHandler::operator()(const ZnDbCenterLineGeometryHandler::Edges& edges,

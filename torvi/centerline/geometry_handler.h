@@ -34,6 +34,8 @@ protected:
   static bool hasPoint(const Edges& edges) { return isPoint(*edges[0]) || isPoint(*edges[1]); }
   // Which of the two is the only point; -1 for none and for both.
   static int indexOfOnlyPoint(const Edges& edges);
+  // Without length when the two have one middle up to rounding, which tells no direction.
+  static ZnGeLineSeg3d betweenMiddles(const ZnGeLineSeg3d& from, const ZnGeLineSeg3d& to);
   static ZnGePoint3d midway(const ZnGePoint3d& a, const ZnGePoint3d& b) { return a + (b - a) * 0.5; }
 };
 

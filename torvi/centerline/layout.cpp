@@ -5,6 +5,7 @@
 #include "torvi/centerline/direction_marks.h"
 #include "torvi/centerline/geometry_generator.h"
 #include "torvi/core/action_body.h"
+#include "torvi/core/edge_relations.h"
 #include "torvi/core/tolerance.h"
 #include "torvi/drawing/blocks.h"
 
@@ -44,26 +45,35 @@ ErrorStatus ZnDbCenterLineLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves,
 
 ErrorStatus ZnDbCenterLineLayout::calculateCenterLine(ZnArray<ZnGeCurve3d*>& curves, ZnGeLineSeg3d& line) {
   if (!wrapper()) return Quorl::eInvalidInput;
+  ZnGeVector3d base;
   if (!wrapper()->isFullyAssociative())
     curves.append(new ZnGeLineSeg3d(unassociatedGeometry(line)));
-  else if (const ErrorStatus status = lineBetweenEdges(curves); status != Quorl::eOk)
+  else if (const ErrorStatus status = lineBetweenEdges(curves, base); status != Quorl::eOk)
     return status;
   auto* raw = static_cast<ZnGeLineSeg3d*>(curves[0]);
   const ZnGeVector3d toPlace = raw->midPoint().asVector();
-  transform_.setToTranslation(toPlace);
+  transform_.setToTranslation(toPlace + base);
   keepDirection(*raw);
   raw->set(raw->startPoint() - toPlace, raw->endPoint() - toPlace);
   line = *raw;
   return Quorl::eOk;
 }
 
-ErrorStatus ZnDbCenterLineLayout::lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves) const {
+// The line between two points is so short that far from the origin no coordinates are left to tell its
+// direction: it is worked out about their middle. Lines between real edges are as long as these and stay
+// where they are, since the size of coordinates tells what rounding they carry.
+ErrorStatus ZnDbCenterLineLayout::lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves, ZnGeVector3d& base) const {
   constexpr int kEdges = 2;
   ZnArray<ZnGeLineSeg3d> segments;
   if (getInputLineSegments(*wrapper(), segments) != kEdges) return Quorl::eInvalidInput;
   ZnArray<int> endings;
   const ErrorStatus status = wrapper()->edgeRefDirEndingArray(endings);
   if (status != Quorl::eOk) return status;
+  const ZnGePoint3d first = segments[0].startPoint(), second = segments[1].startPoint();
+  const bool arePoints = segments[0].isDegenerate() && segments[1].isDegenerate();
+  if (arePoints && !torvi::isSamePoint(first, second))
+    base = ZnGeLineSeg3d(first, second).midPoint().asVector();
+  for (ZnGeLineSeg3d& segment : segments) segment.set(segment.startPoint() - base, segment.endPoint() - base);
   ZnArray<const ZnGeCurve3d*> inputs(segments.length());
   for (const ZnGeLineSeg3d& segment : segments) inputs.append(&segment);
   return ZnDbCenterLineGeometryGenerator(endings).generateGeometry(curves, inputs);
@@ -109,7 +119,8 @@ namespace {
 
 // An extension as it is to be stored: one of just the half length follows the edges.
 double rematched(double extension, double half) {
-  const bool matches = std::fabs(extension - half) <= ZnGeContext::gTol.equalPoint();
+  const double slack = ZnGeContext::gTol.equalPoint() + kCoordinateRounding * half;
+  const bool matches = std::fabs(extension - half) <= slack;
   return matches ? ZnDbTorviActionBody::kAutoMatchExtension : extension;
 }
 

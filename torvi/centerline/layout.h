@@ -28,7 +28,7 @@ private:
   using LinePointer = ZnDbTorviObjectPointer<ZnDbCenterLineObjectWrapper>;
 
   ZnDbCenterLineObjectWrapper* wrapper() const; // null for no center line
-  Quorl::ErrorStatus lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves) const;
+  Quorl::ErrorStatus lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves, ZnGeVector3d& base) const;
   ZnGeLineSeg3d unassociatedGeometry(ZnGeLineSeg3d drawn) const;
   void keepDirection(ZnGeLineSeg3d& line) const;
   Quorl::ErrorStatus applyExtensions(ZnArray<ZnGeCurve3d*>& curves) const;

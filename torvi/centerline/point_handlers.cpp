@@ -1,30 +1,25 @@
 #include "torvi/centerline/handlers.h"
+#include "torvi/core/edge_relations.h"
 
 using Quorl::ErrorStatus;
 
 bool ZnDbCenterLineOnePointAndColinearHandler::canHandle(const Edges& edges, const Endings&,
                                                          const ZnGeLineSeg3d*) const {
   const int point = indexOfOnlyPoint(edges);
-  if (point < 0) return false;
-  ZnGeLine3d line;
-  edges[1 - point]->getLine(line);
-  return line.isOn(edges[point]->startPoint(), ZnGeContext::gTol);
+  return point >= 0 && torvi::isOnLineOf(*edges[1 - point], edges[point]->startPoint(), ZnGeContext::gTol);
 }
 
 ErrorStatus ZnDbCenterLineOnePointAndColinearHandler::calculate(const Edges& edges, const Endings&,
                                                                 ZnGeLineSeg3d*& out) const {
   const int point = isPoint(*edges[0]) ? 0 : 1;
-  out = new ZnGeLineSeg3d(edges[point]->startPoint(), edges[1 - point]->midPoint());
+  out = new ZnGeLineSeg3d(betweenMiddles(*edges[point], *edges[1 - point]));
   return Quorl::eOk;
 }
 
 bool ZnDbCenterLineOnePointHandler::canHandle(const Edges& edges, const Endings&,
                                               const ZnGeLineSeg3d*) const {
   const int point = indexOfOnlyPoint(edges);
-  if (point < 0) return false;
-  ZnGeLine3d line;
-  edges[1 - point]->getLine(line);
-  return !line.isOn(edges[point]->startPoint(), ZnGeContext::gTol);
+  return point >= 0 && !torvi::isOnLineOf(*edges[1 - point], edges[point]->startPoint(), ZnGeContext::gTol);
 }
 
 // One edge gives the same point twice, which halves the other.
@@ -47,7 +42,7 @@ ErrorStatus ZnDbCenterLineTwoPointHandler::calculate(const Edges& edges, const E
   constexpr double kLengthInTolerances = 10.0;
   if (out) return Quorl::eOk;
   const ZnGePoint3d from = edges[0]->startPoint(), to = edges[1]->startPoint();
-  if (from.isEqualTo(to, ZnGeContext::gTol)) return Quorl::eInvalidInput;
+  if (torvi::isSamePoint(from, to)) return Quorl::eInvalidInput;
   ZnGeVector3d across = (to - from).perpVector();
   across.normalize(ZnGeContext::gTol);
   const ZnGePoint3d middle = midway(from, to);

@@ -1,10 +1,16 @@
 // The module's tolerances, each with its reason.
 #pragma once
 
+#include <limits>
+
 #include "torvi/host/geometry.h"
 
 // The least slack of a comparison that scales with its operands: below it rounding alone can decide.
 constexpr double kLeastScaledTolerance = 1e-12;
+
+// What a coordinate may have lost on its way here, as a share of the largest one beside it: four units in the
+// last place, for the rounding of what was drawn and that of a transformation or two.
+constexpr double kCoordinateRounding = 4.0 * std::numeric_limits<double>::epsilon();
 
 // For relations between two lines: wider than equality of points, since a direction is the difference of two
 // points that may stand close together.

@@ -1,10 +1,11 @@
 #include "torvi/edgeextension/layout.h"
 
-#include "torvi/core/tolerance.h"
+#include "torvi/core/edge_relations.h"
 #include "torvi/drawing/views.h"
 #include "torvi/edgeextension/action_body.h"
 
 using Quorl::ErrorStatus;
+using torvi::EdgeMeeting;
 
 ZnDbEdgeExtensionLayout::ZnDbEdgeExtensionLayout(ZnDbObjectId centerObject)
     : ZnDbTorviLayout(centerObject) {}
@@ -72,31 +73,23 @@ ZnGeLineSeg3d ZnDbEdgeExtensionLayout::cachedRefEdge(int index) const {
 }
 
 ErrorStatus ZnDbEdgeExtensionLayout::calculateExtensionLines(ZnArray<ZnGeCurve3d*>& curves) {
-  ZnGePoint3d crossing;
-  if (!edges_[0].intersectWith(edges_[1], crossing, centerLineTolerance())) return Quorl::eNothingToDo;
+  const std::optional<EdgeMeeting> crossing = EdgeMeeting::of(edges_[0], edges_[1]);
+  if (!crossing) return Quorl::eNothingToDo;
   for (int i = 0; i < kEdges; ++i) {
-    nearEnds_[i] = edges_[i].closestPointTo(crossing, ZnGeContext::gTol);
-    if (nearEnds_[i].isEqualTo(crossing, ZnGeContext::gTol)) return Quorl::eNothingToDo;
+    if (crossing->isOnEdge(i)) return Quorl::eNothingToDo;
+    nearEnds_[i] = crossing->settledParam(i) < 0.0 ? edges_[i].startPoint() : edges_[i].endPoint();
   }
   const ErrorStatus anchors = checkAnchors();
   anchored_ = anchors == Quorl::eOk;
   if (anchors != Quorl::eOk && anchors != Quorl::eNothingToDo) return anchors;
-  if (anchors == Quorl::eNothingToDo) {
-    double params[kEdges];
-    for (int i = 0; i < kEdges; ++i) {
-      ZnGeLine3d line;
-      edges_[i].getLine(line);
-      params[i] = line.paramOf(crossing, ZnGeContext::gTol);
-    }
-    if (!isSameSideAsCached(params)) return Quorl::eNothingToDo;
-  }
+  if (anchors == Quorl::eNothingToDo && !isSameSideAsCached(*crossing)) return Quorl::eNothingToDo;
   double extension = 0.0, gap = 0.0;
   if (const ErrorStatus status = getDimStyleDistances(extension, gap); status != Quorl::eOk) return status;
   // A gap that would leave little of a short way is left out.
   constexpr double kLeastWayInGaps = 1.5;
-  transform_.setToTranslation(crossing.asVector());
+  transform_.setToTranslation(crossing->point().asVector());
   for (int i = 0; i < kEdges; ++i) {
-    const ZnGeVector3d way = crossing - nearEnds_[i];
+    const ZnGeVector3d way = crossing->wayFrom(nearEnds_[i]);
     const ZnGeVector3d along = way.normal(ZnGeContext::gTol);
     const ZnGePoint3d start = ZnGePoint3d::kOrigin - way;
     curves.append(new ZnGeLineSeg3d(way.length() > kLeastWayInGaps * gap ? start + along * gap : start,
@@ -117,27 +110,29 @@ ErrorStatus ZnDbEdgeExtensionLayout::checkAnchors() const {
       return Quorl::eNothingToDo;
     const ZnDbObjectId top = anchor.entity().topId();
     if (top.isDerivedFrom(ZnDbViewport::desc())) point.transformBy(torvi::modelToPaper(top));
-    if (!point.isEqualTo(edges_[i].startPoint(), ZnGeContext::gTol) &&
-        !point.isEqualTo(edges_[i].endPoint(), ZnGeContext::gTol))
+    if (!torvi::isSamePoint(point, edges_[i].startPoint()) &&
+        !torvi::isSamePoint(point, edges_[i].endPoint()))
       return Quorl::eNothingToDo;
-    if (!point.isEqualTo(nearEnds_[i], ZnGeContext::gTol)) return Quorl::eInvalidInput;
+    if (!torvi::isSamePoint(point, nearEnds_[i])) return Quorl::eInvalidInput;
   }
   return Quorl::eOk;
 }
 
 // By the parameters of the crossing, now and then, along the lines of both edges. Edges that are not
-// remembered contradict nothing.
-bool ZnDbEdgeExtensionLayout::isSameSideAsCached(const double (&params)[kEdges]) const {
-  ZnGeLine3d cached[kEdges];
+// remembered contradict nothing; for those that did not cross the origin stands in.
+bool ZnDbEdgeExtensionLayout::isSameSideAsCached(const EdgeMeeting& now) const {
+  ZnGeLineSeg3d cached[kEdges];
   for (int i = 0; i < kEdges; ++i) {
     ZnArray<ZnGePoint3d> points;
     if (wrapper()->getCachedRefEdgePoints(i, points) != Quorl::eOk) return true;
     cached[i].set(points[0], points[1]);
   }
-  ZnGePoint3d crossing = ZnGePoint3d::kOrigin;
-  cached[0].intersectWith(cached[1], crossing, centerLineTolerance());
-  for (int i = 0; i < kEdges; ++i)
-    if (cached[i].paramOf(crossing, ZnGeContext::gTol) * params[i] <= 0.0) return false;
+  const std::optional<EdgeMeeting> before = EdgeMeeting::of(cached[0], cached[1]);
+  for (int i = 0; i < kEdges; ++i) {
+    const double param =
+        before ? before->settledParam(i) : -cached[i].startPoint().asVector().dotProduct(cached[i].span());
+    if (param * now.settledParam(i) <= 0.0) return false;
+  }
   return true;
 }
 
@@ -183,7 +178,7 @@ ZnDbVertexRef ZnDbEdgeExtensionLayout::vertexAtNearEnd(const ZnDbEdgeRef& edge, 
     vertex = ZnDbVertexRef(edge.entity(), id);
     ZnGePoint3d point;
     if (vertex.evaluatePoint(point) == Quorl::eOk &&
-        point.transformBy(toSpace).isEqualTo(nearEnds_[index], ZnGeContext::gTol))
+        torvi::isSamePoint(point.transformBy(toSpace), nearEnds_[index]))
       return vertex;
   }
   return vertex;

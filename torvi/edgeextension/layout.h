@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "torvi/core/edge_relations.h"
 #include "torvi/core/layout.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/edgeextension/object_wrapper.h"
@@ -34,7 +35,7 @@ private:
   ZnGeLineSeg3d cachedRefEdge(int index) const;
   Quorl::ErrorStatus calculateExtensionLines(ZnArray<ZnGeCurve3d*>& curves);
   Quorl::ErrorStatus checkAnchors() const;
-  bool isSameSideAsCached(const double (&params)[kEdges]) const;
+  bool isSameSideAsCached(const torvi::EdgeMeeting& now) const;
   Quorl::ErrorStatus getDimStyleDistances(double& extension, double& gap) const;
   void updateAnchors() const;
   ZnDbVertexRef vertexAtNearEnd(const ZnDbEdgeRef& edge, int index) const;

@@ -6,6 +6,7 @@
 #include "quorl/ge/circumcenter.h"
 #include "quorl/ge/context.h"
 #include "quorl/ge/curve3d.h"
+#include "quorl/ge/double_double.h"
 #include "quorl/ge/interval.h"
 #include "quorl/ge/line2d.h"
 #include "quorl/ge/line3d.h"
