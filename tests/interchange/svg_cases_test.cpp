@@ -166,13 +166,14 @@ Lines documents(std::string text) {
   return lines;
 }
 
-// What was found is left as a whole file, so that a wanted change is looked over and taken.
+// What was found is left as a whole file beside the programs, so that a wanted change is looked over and
+// taken.
 TEST(SvgReader, MakesOfSnippetsWhatIsTold) {
   const std::map<std::string, std::function<Lines(const std::string&)>> sections{
       {"shapes", shapes}, {"references", references}, {"styles", styles},      {"sizes", sizes},
       {"colors", colors}, {"paths", paths},           {"documents", documents}};
   std::ifstream told(QUORL_SOURCE_DIR "/tests/interchange/svg_cases.txt");
-  std::ofstream found("svg_cases.found.txt");
+  std::ofstream found(QUORL_BIN_DIR "/svg_cases.found.txt");
   std::string line, section, input;
   Lines expected;
   int cases = 0;
