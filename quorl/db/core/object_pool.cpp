@@ -19,6 +19,8 @@ constexpr std::size_t kClasses = kLargest / kGrain;
 // With the address sanitizer every object is an allocation of its own, so that it sees what is used too late.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kPooled = false;
+#elif defined(__has_feature)
+constexpr bool kPooled = !__has_feature(address_sanitizer);
 #else
 constexpr bool kPooled = true;
 #endif
