@@ -14,8 +14,6 @@
 #include "torvi/pattern/analysis.h"
 #include "torvi/pattern/builder.h"
 
-using Quorl::ErrorStatus;
-
 namespace companion {
 
 namespace {

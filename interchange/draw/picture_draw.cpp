@@ -75,8 +75,9 @@ void PictureDraw::setTraits(const ZnGiSubEntityTraits& traits) {
 }
 
 void PictureDraw::pushReference(const ZnGeMatrix3d& transform, const ZnGiSubEntityTraits& reference) {
-  Level level{toSpace() * transform, resolver_.resolve(reference, this->reference()), true};
-  levels_.push_back(std::move(level));
+  // Made first: both values are read from the levels that stand.
+  const Level level{toSpace() * transform, resolver_.resolve(reference, this->reference()), true};
+  levels_.push_back(level);
 }
 
 void PictureDraw::popReference() { levels_.pop_back(); }

@@ -412,7 +412,7 @@ void DocumentWalker::skip(const pugi::xml_node& node, std::string why) {
   scene_.skipped.push_back({describe(node), lineOf(node), std::move(why)});
 }
 
-void DocumentWalker::report(const pugi::xml_node& node, std::string what, std::string expected) {
+void DocumentWalker::report(const pugi::xml_node& node, const std::string& what, std::string expected) {
   scene_.problems.emplace_back().set(file_, lineOf(node), describe(node) + ": " + what, std::move(expected));
 }
 

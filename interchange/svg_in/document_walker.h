@@ -94,7 +94,7 @@ private:
   std::string describe(const pugi::xml_node& node) const;
   int lineOf(const pugi::xml_node& node) const { return lines_.lineOf(node.offset_debug()); }
   void skip(const pugi::xml_node& node, std::string why);
-  void report(const pugi::xml_node& node, std::string what, std::string expected);
+  void report(const pugi::xml_node& node, const std::string& what, std::string expected);
   void refuse(const pugi::xml_node& node, std::string what, std::string expected);
 
   const LineIndex& lines_;

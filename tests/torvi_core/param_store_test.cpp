@@ -1,9 +1,9 @@
 // The store of values and edges that all bodies share, and the format in which a body is filed.
 #include <memory>
 
-#include "torvi_core/tdoc_list_filer.h"
 #include "quorl/db/core/memory_filer.h"
 #include "torvi_core/scripted_body.h"
+#include "torvi_core/tdoc_list_filer.h"
 
 namespace {
 

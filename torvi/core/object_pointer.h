@@ -24,7 +24,7 @@ public:
       status_ = Quorl::eWrongWrapperKind;
       return;
     }
-    made.release();
+    static_cast<void>(made.release());
     status_ = Quorl::eOk;
   }
   virtual ~ZnDbTorviObjectPointer() = default;
