@@ -6,7 +6,6 @@
 
 #include "companion/centers.h"
 #include "companion/command_arguments.h"
-#include "companion/commands.h"
 #include "companion/corner_relief.h"
 #include "companion/line_finds.h"
 #include "companion/mark_commands.h"
@@ -114,9 +113,8 @@ std::vector<const RoundEdge*> admittedEdges(const std::vector<RoundEdge>& edges,
 
 ErrorStatus annotate(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
   exchange::AnnotateWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   Limits limits;
   if (const ErrorStatus status = readLimits(context, wish, limits); status != Quorl::eOk) return status;
 

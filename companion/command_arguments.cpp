@@ -10,6 +10,17 @@ namespace companion {
 
 ZnString statusText(ErrorStatus status) { return ZnString::fromUtf8(Quorl::errorStatusText(status)); }
 
+ErrorStatus workingDatabase(ZnRxCommandContext& context, ZnDbDatabase*& database) {
+  database = zndbHostApplicationServices()->workingDatabase();
+  return database ? Quorl::eOk : context.fail(Quorl::eNoDatabase, L"no drawing is open");
+}
+
+bool hasEvaluationFailed(ZnDbObjectId centerObject) {
+  ZnDbHolder<ZnDbAssocAction> action(
+      ZnDbAssocActionBody::parentAction(ZnTorviLyxUtils::getTorviActionBodyId(centerObject)));
+  return !action.isOpen() || action->status() == kFailedToEvaluateAssocStatus;
+}
+
 bool isRound(const ZnDbEdgeRef& edge) {
   const std::unique_ptr<ZnGeCurve3d> curve(ZnTorviLyxUtils::evaluatedZnDbEdgeCurve(edge, true));
   return curve && curve->isKindOf(ZnGe::kCircularArc3d) &&

@@ -11,13 +11,23 @@ namespace companion {
 
 ZnString statusText(Quorl::ErrorStatus status);
 
-// The arguments as the command takes them; eInvalidInput for a value of another kind.
-template<class Wish> Quorl::ErrorStatus readWish(ZnRxCommandContext& context, Wish& wish) {
+// eNoDatabase, and a message, without a drawing.
+Quorl::ErrorStatus workingDatabase(ZnRxCommandContext& context, ZnDbDatabase*& database);
+
+// What a command begins with: the drawing it works on, and what it is asked for; eNoDatabase, eInvalidInput
+// for a value of another kind.
+template<class Wish>
+Quorl::ErrorStatus begin(ZnRxCommandContext& context, ZnDbDatabase*& database, Wish& wish) {
+  if (const Quorl::ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk)
+    return status;
   std::string wrong;
   if (exchange::fromJson(context.arguments(), wish, wrong)) return Quorl::eOk;
   return context.fail(Quorl::eInvalidInput,
                       ZnString(L"the argument \"") + ZnString::fromUtf8(wrong) + L"\" is of another kind");
 }
+
+// Whether the last evaluation of the center object came to nothing.
+bool hasEvaluationFailed(ZnDbObjectId centerObject);
 
 // A circle or arc that is more than a point.
 bool isRound(const ZnDbEdgeRef& edge);

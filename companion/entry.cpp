@@ -2,10 +2,8 @@
 #include <memory>
 
 #include "companion/annotate.h"
-#include "companion/commands.h"
-#include "companion/line_commands.h"
-#include "companion/mark_commands.h"
-#include "companion/pattern_commands.h"
+#include "companion/association_commands.h"
+#include "companion/center_kind.h"
 #include "companion/report.h"
 #include "torvi/host/database.h"
 #include "torvi/host/export.h"
@@ -17,22 +15,12 @@ namespace {
 constexpr const wchar_t* kService = L"QuorlTorviPYXService";
 constexpr const wchar_t* kGroup = L"TORVI";
 
-struct CommandRow {
-  const wchar_t* name;
-  Quorl::ErrorStatus (*run)(ZnRxCommandContext&);
-};
-
+// Those that are for all kinds.
 constexpr CommandRow kCommands[] = {
-    {L"CENTERMARK", centerMark},
     {L"REASSOCIATE", reassociate},
     {L"DISASSOCIATE", disassociate},
-    {L"CENTERLINE", centerLine},
-    {L"EDGEEXTENSION", edgeExtension},
     {L"TORVI.ANNOTATE", annotate},
     {L"TORVI.REPORT", report},
-    {L"CENTERPATTERN", centerPattern},
-    {L"CENTERPATTERN.EDIT", centerPatternEdit},
-    {L"CENTERPATTERN.PREVIEW", centerPatternPreview},
 };
 
 void* application = nullptr;
@@ -40,6 +28,15 @@ void* application = nullptr;
 ZnRxDynamicLinker* linker() { return ZnRxDynamicLinker::cast(znrxSysRegistry()->at(L"DynamicLinker")); }
 
 ZnRxDictionary* services() { return ZnRxDictionary::cast(znrxSysRegistry()->at(L"ServiceDictionary")); }
+
+// A name that another module has taken is left to it.
+void addCommands() {
+  const auto add = [](std::span<const CommandRow> rows) {
+    for (const CommandRow& row : rows) ZnRxCommandRegistry::instance().addCommand(kGroup, row.name, row.run);
+  };
+  add(kCommands);
+  for (const CenterKind* kind : centerKinds()) add(kind->commands);
+}
 
 void load(void* applicationId) {
   application = applicationId;
@@ -49,7 +46,7 @@ void load(void* applicationId) {
 }
 
 void unload() {
-  removeCommands();
+  ZnRxCommandRegistry::instance().removeGroup(kGroup);
   if (ZnRxDictionary* dictionary = services()) delete dictionary->remove(kService);
   application = nullptr;
 }
@@ -66,18 +63,6 @@ void dependency(bool begun, const void* service) {
 }
 
 } // namespace
-
-Quorl::ErrorStatus workingDatabase(ZnRxCommandContext& context, ZnDbDatabase*& database) {
-  database = zndbHostApplicationServices()->workingDatabase();
-  return database ? Quorl::eOk : context.fail(Quorl::eNoDatabase, L"no drawing is open");
-}
-
-void addCommands() {
-  for (const CommandRow& row : kCommands)
-    ZnRxCommandRegistry::instance().addCommand(kGroup, row.name, row.run);
-}
-
-void removeCommands() { ZnRxCommandRegistry::instance().removeGroup(kGroup); }
 
 } // namespace companion
 

@@ -2,13 +2,12 @@
 
 #include <memory>
 
+#include "companion/center_kind.h"
 #include "companion/command_arguments.h"
-#include "companion/commands.h"
 #include "companion/curve_values.h"
-#include "companion/mark_commands.h"
 #include "companion/object_naming.h"
+#include "torvi/centerline/object_wrapper.h"
 #include "torvi/core/edge_relations.h"
-#include "torvi/core/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
@@ -27,8 +26,7 @@ struct StraightEdges {
 };
 
 // What the two kinds differ in.
-struct Kind {
-  ZnDbTorviType type;
+struct Between {
   const wchar_t* needs;
   // Why nothing can stand between the edges; null when something can.
   const wchar_t* (*refusal)(const StraightEdges& edges);
@@ -57,8 +55,8 @@ const wchar_t* refusalOfExtension(const StraightEdges& edges) {
   return reached ? L"an edge reaches the crossing by itself" : nullptr;
 }
 
-constexpr Kind kLineKind = {
-    kCenterLine, L"a center line needs two straight edges", refusalOfLine,
+constexpr Between kLine = {
+    L"a center line needs two straight edges", refusalOfLine,
     [](const StraightEdges& edges, const ZnGePoint3d* picks, ZnDbObjectId& id, ZnDbDatabase& database) {
       return ZnTorviLyxUtils::createCenterLine(edges.refs, picks, id, &database);
     },
@@ -66,21 +64,14 @@ constexpr Kind kLineKind = {
       return ZnTorviLyxUtils::reAssociateCenterLine(id, edges.refs, picks);
     }};
 
-constexpr Kind kExtensionKind = {
-    kEdgeExtension, L"an edge extension needs two straight edges", refusalOfExtension,
+constexpr Between kExtension = {
+    L"an edge extension needs two straight edges", refusalOfExtension,
     [](const StraightEdges& edges, const ZnGePoint3d*, ZnDbObjectId& id, ZnDbDatabase& database) {
       return ZnTorviLyxUtils::createEdgeExtension(edges.refs, id, &database);
     },
     [](ZnDbObjectId id, const StraightEdges& edges, const ZnGePoint3d*) {
       return ZnTorviLyxUtils::reAssociateEdgeExtension(id, edges.refs);
     }};
-
-const Kind* kindOf(ZnDbObjectId centerObject) {
-  const ZnDbTorviType type = ZnDbTorviObjectWrapper::getCenterType(centerObject);
-  for (const Kind* kind : {&kLineKind, &kExtensionKind})
-    if (kind->type == type) return kind;
-  return nullptr;
-}
 
 bool straightEdges(const std::vector<ZnDbFullSubentPath>& paths, StraightEdges& edges) {
   if (paths.size() != kEdges) return false;
@@ -96,7 +87,7 @@ bool straightEdges(const std::vector<ZnDbFullSubentPath>& paths, StraightEdges& 
 }
 
 // The work of creating and of reassociating, done whole or not at all. An object without id is to be made.
-ErrorStatus tie(const Kind& kind, ZnDbDatabase& database, const PickedEdges& picked, ZnDbObjectId& id,
+ErrorStatus tie(const Between& kind, ZnDbDatabase& database, const PickedEdges& picked, ZnDbObjectId& id,
                 ZnString& why) {
   StraightEdges edges;
   const bool straight = straightEdges(picked.paths, edges);
@@ -130,11 +121,10 @@ ErrorStatus pickedEdgesOf(ZnRxCommandContext& context, ZnDbDatabase& database,
   return edgesOf(context, database, wish.edges, edges.paths);
 }
 
-ErrorStatus make(const Kind& kind, ZnRxCommandContext& context) {
+template<const Between& kind> ErrorStatus make(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
   exchange::CenterWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   PickedEdges edges;
   if (const ErrorStatus status = pickedEdgesOf(context, *database, wish, edges); status != Quorl::eOk)
     return status;
@@ -146,30 +136,35 @@ ErrorStatus make(const Kind& kind, ZnRxCommandContext& context) {
   return Quorl::eOk;
 }
 
-} // namespace
-
-ErrorStatus createLine(ZnDbDatabase& database, const PickedEdges& edges, ZnDbObjectId& lineId,
-                       ZnString& why) {
-  lineId.setNull();
-  return tie(kLineKind, database, edges, lineId, why);
-}
-
-ErrorStatus centerLine(ZnRxCommandContext& context) { return make(kLineKind, context); }
-
-ErrorStatus edgeExtension(ZnRxCommandContext& context) { return make(kExtensionKind, context); }
-
-bool isBetweenEdges(ZnDbObjectId centerObject) { return kindOf(centerObject) != nullptr; }
-
-ErrorStatus reassociateBetweenEdges(ZnRxCommandContext& context, ZnDbDatabase& database,
-                                    const exchange::CenterWish& wish, ZnDbObjectId centerObject) {
-  const Kind* kind = kindOf(centerObject);
-  if (!kind) return context.fail(Quorl::eWrongWrapperKind, L"the object does not stand between two edges");
+template<const Between& kind>
+ErrorStatus tieAgain(ZnRxCommandContext& context, ZnDbDatabase& database, const exchange::CenterWish& wish,
+                     ZnDbObjectId centerObject) {
   PickedEdges edges;
   if (const ErrorStatus status = pickedEdgesOf(context, database, wish, edges); status != Quorl::eOk)
     return status;
   ZnString why;
-  const ErrorStatus status = tie(*kind, database, edges, centerObject, why);
+  const ErrorStatus status = tie(kind, database, edges, centerObject, why);
   return status == Quorl::eOk ? status : context.fail(status, why);
+}
+
+// Lengths as they count now, also of extensions that follow the edges.
+void describeLine(const ZnDbTorviObjectWrapper& wrapper, exchange::ReportedCenter& told) {
+  const auto& line = static_cast<const ZnDbCenterLineObjectWrapper&>(wrapper);
+  told.lengths = {line.startExtension(), line.endExtension(), line.startOvershoot(), line.endOvershoot()};
+}
+
+constexpr CommandRow kLineCommands[] = {{L"CENTERLINE", make<kLine>}};
+constexpr CommandRow kExtensionCommands[] = {{L"EDGEEXTENSION", make<kExtension>}};
+
+} // namespace
+
+const CenterKind kLineKind = {kCenterLine, kLineCommands, describeLine, tieAgain<kLine>};
+const CenterKind kExtensionKind = {kEdgeExtension, kExtensionCommands, nullptr, tieAgain<kExtension>};
+
+ErrorStatus createLine(ZnDbDatabase& database, const PickedEdges& edges, ZnDbObjectId& lineId,
+                       ZnString& why) {
+  lineId.setNull();
+  return tie(kLine, database, edges, lineId, why);
 }
 
 } // namespace companion

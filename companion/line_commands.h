@@ -1,13 +1,10 @@
-// The commands CENTERLINE and EDGEEXTENSION: what stands between two straight edges. Also the making of one
-// center line, which others use too.
+// The making of one center line between two straight edges, as the command CENTERLINE and others do it.
 #pragma once
 
 #include <optional>
 #include <vector>
 
-#include "exchange/center_commands.h"
 #include "torvi/host/association.h"
-#include "torvi/host/commands.h"
 
 namespace companion {
 
@@ -20,15 +17,5 @@ struct PickedEdges {
 // A center line between the edges, or nothing at all; why says what was wrong in a few words.
 Quorl::ErrorStatus createLine(ZnDbDatabase& database, const PickedEdges& edges, ZnDbObjectId& lineId,
                               ZnString& why);
-
-// What they take and tell stands in exchange/center_commands.h; two edges each.
-Quorl::ErrorStatus centerLine(ZnRxCommandContext& context);
-Quorl::ErrorStatus edgeExtension(ZnRxCommandContext& context);
-
-// Whether the object stands between two edges.
-bool isBetweenEdges(ZnDbObjectId centerObject);
-// Ties it to the edges, which it follows from now on.
-Quorl::ErrorStatus reassociateBetweenEdges(ZnRxCommandContext& context, ZnDbDatabase& database,
-                                           const exchange::CenterWish& wish, ZnDbObjectId centerObject);
 
 } // namespace companion

@@ -1,21 +1,15 @@
 #include "companion/mark_commands.h"
 
+#include "companion/center_kind.h"
 #include "companion/command_arguments.h"
-#include "companion/commands.h"
-#include "companion/line_commands.h"
+#include "companion/curve_values.h"
 #include "companion/object_naming.h"
-#include "torvi/core/object_wrapper.h"
+#include "torvi/centermark/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
 
 using Quorl::ErrorStatus;
 
 namespace companion {
-
-bool hasEvaluationFailed(ZnDbObjectId centerObject) {
-  ZnDbHolder<ZnDbAssocAction> action(
-      ZnDbAssocActionBody::parentAction(ZnTorviLyxUtils::getTorviActionBodyId(centerObject)));
-  return !action.isOpen() || action->status() == kFailedToEvaluateAssocStatus;
-}
 
 ErrorStatus createMark(ZnDbDatabase& database, const ZnDbFullSubentPath& path, ZnDbObjectId& markId,
                        ZnString& why) {
@@ -36,11 +30,12 @@ ErrorStatus createMark(ZnDbDatabase& database, const ZnDbFullSubentPath& path, Z
   return status;
 }
 
+namespace {
+
 ErrorStatus centerMark(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
   exchange::CenterWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   std::vector<ZnDbFullSubentPath> edges;
   if (const ErrorStatus status = edgesOf(context, *database, wish.edges, edges); status != Quorl::eOk)
     return status;
@@ -58,62 +53,38 @@ ErrorStatus centerMark(ZnRxCommandContext& context) {
   return all.end();
 }
 
-ErrorStatus reassociate(ZnRxCommandContext& context) {
-  ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
-  exchange::CenterWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
-  std::vector<ZnDbObjectId> marks;
-  if (const ErrorStatus status = centerObjectsOf(context, *database, wish.objects, marks);
-      status != Quorl::eOk)
-    return status;
-  if (ZnDbTorviObjectWrapper::getCenterType(marks.front()) == kCenterMarkPattern)
-    return context.fail(Quorl::eWrongWrapperKind, L"a pattern gets its edges by CENTERPATTERN EDIT");
-  if (marks.size() == 1 && isBetweenEdges(marks.front()))
-    return reassociateBetweenEdges(context, *database, wish, marks.front());
+ErrorStatus reassociateMark(ZnRxCommandContext& context, ZnDbDatabase& database,
+                            const exchange::CenterWish& wish, ZnDbObjectId mark) {
   std::vector<ZnDbFullSubentPath> paths;
-  if (const ErrorStatus status = edgesOf(context, *database, wish.edges, paths); status != Quorl::eOk)
+  if (const ErrorStatus status = edgesOf(context, database, wish.edges, paths); status != Quorl::eOk)
     return status;
-  if (marks.size() != 1 || paths.size() != 1)
-    return context.fail(Quorl::eInvalidInput, L"one mark and one edge are wanted");
-  if (ZnDbTorviObjectWrapper::getCenterType(marks.front()) != kCenterMark)
-    return context.fail(Quorl::eWrongWrapperKind, L"the object is no center mark");
-
+  if (paths.size() != 1) return context.fail(Quorl::eInvalidInput, L"one edge is wanted for a mark");
   ZnDbEdgeRef edge;
   ErrorStatus status = ZnTorviLyxUtils::createEdgeRef(paths.front(), edge);
   if (status == Quorl::eOk && !isRound(edge))
     return context.fail(Quorl::eInvalidInput, L"the edge is no circle or arc");
-  ZnDbTransaction transaction(*database);
+  ZnDbTransaction transaction(database);
   // A mark that was told to follow again is no longer one that its user let go.
-  if (status == Quorl::eOk)
-    status = ZnDbTorviObjectWrapper(marks.front()).setIsExplicitlyDeassociatived(false);
-  if (status == Quorl::eOk) status = ZnTorviLyxUtils::reAssociateCenterMark(marks.front(), edge);
-  if (status == Quorl::eOk && hasEvaluationFailed(marks.front())) status = Quorl::eInvalidInput;
+  if (status == Quorl::eOk) status = ZnDbTorviObjectWrapper(mark).setIsExplicitlyDeassociatived(false);
+  if (status == Quorl::eOk) status = ZnTorviLyxUtils::reAssociateCenterMark(mark, edge);
+  if (status == Quorl::eOk && hasEvaluationFailed(mark)) status = Quorl::eInvalidInput;
   if (status == Quorl::eOk) return transaction.end();
   return context.fail(status,
                       ZnString(L"the mark could not be tied to the edge (") + statusText(status) + L")");
 }
 
-ErrorStatus disassociate(ZnRxCommandContext& context) {
-  ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
-  exchange::CenterWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
-  std::vector<ZnDbObjectId> objects;
-  if (const ErrorStatus status = centerObjectsOf(context, *database, wish.objects, objects);
-      status != Quorl::eOk)
-    return status;
-  ZnDbTransaction transaction(*database);
-  for (const ZnDbObjectId id : objects) {
-    ZnDbTorviObjectWrapper wrapper(id);
-    ErrorStatus status = wrapper.breakAssociativity();
-    if (status == Quorl::eOk) status = wrapper.setIsExplicitlyDeassociatived(true);
-    if (status == Quorl::eOk) status = ZnTorviLyxUtils::explicitlyEvaluateActionBody(wrapper.actionBody());
-    if (status != Quorl::eOk)
-      return context.fail(status, ZnString(L"#") + handleText(id.handle()) + L" could not be let go (" +
-                                      statusText(status) + L")");
-  }
-  return transaction.end();
+void describeMark(const ZnDbTorviObjectWrapper& wrapper, exchange::ReportedCenter& told) {
+  const auto& mark = static_cast<const ZnDbCenterMarkObjectWrapper&>(wrapper);
+  ZnGeCircArc3d circle;
+  if (mark.getRefCircle(circle) != Quorl::eOk) return;
+  told.center = pointValue(circle.center());
+  told.radius = circle.radius();
 }
+
+constexpr CommandRow kCommands[] = {{L"CENTERMARK", centerMark}};
+
+} // namespace
+
+const CenterKind kMarkKind = {kCenterMark, kCommands, describeMark, reassociateMark};
 
 } // namespace companion

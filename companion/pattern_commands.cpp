@@ -1,10 +1,11 @@
-#include "companion/pattern_commands.h"
-
+// The commands CENTERPATTERN and CENTERPATTERN.EDIT. What they take and tell stands in
+// exchange/center_commands.h. Each is done whole, or nothing is.
+#include "companion/center_kind.h"
 #include "companion/command_arguments.h"
-#include "companion/commands.h"
-#include "companion/mark_commands.h"
 #include "companion/object_naming.h"
 #include "companion/pattern_options.h"
+#include "companion/pattern_preview.h"
+#include "companion/pattern_report.h"
 #include "torvi/dbutils/lyx_utils.h"
 #include "torvi/pattern/object_wrapper.h"
 #include "torvi/pattern/transient_layout.h"
@@ -166,13 +167,10 @@ ErrorStatus PatternEdit::run() {
   return transaction.end();
 }
 
-} // namespace
-
 ErrorStatus centerPattern(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
   exchange::PatternWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   PatternOptions options;
   if (const ErrorStatus status = readPatternOptions(context, *database, wish, options); status != Quorl::eOk)
     return status;
@@ -197,15 +195,30 @@ ErrorStatus centerPattern(ZnRxCommandContext& context) {
   return transaction.end();
 }
 
+// Taking edges away suspends auto fill, which would bring them back.
 ErrorStatus centerPatternEdit(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
   exchange::PatternWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   ZnDbObjectId id;
   if (const ErrorStatus status = patternOf(context, *database, wish.objects, id); status != Quorl::eOk)
     return status;
   return PatternEdit(context, *database, wish, id).run();
 }
+
+ErrorStatus refuseToReassociate(ZnRxCommandContext& context, ZnDbDatabase&, const exchange::CenterWish&,
+                                ZnDbObjectId) {
+  return context.fail(Quorl::eWrongWrapperKind, L"a pattern gets its edges by CENTERPATTERN EDIT");
+}
+
+constexpr CommandRow kCommands[] = {
+    {L"CENTERPATTERN", centerPattern},
+    {L"CENTERPATTERN.EDIT", centerPatternEdit},
+    {L"CENTERPATTERN.PREVIEW", centerPatternPreview},
+};
+
+} // namespace
+
+const CenterKind kPatternKind = {kCenterMarkPattern, kCommands, describePattern, refuseToReassociate};
 
 } // namespace companion

@@ -5,7 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "companion/mark_commands.h"
+#include "companion/command_arguments.h"
 #include "companion/object_naming.h"
 #include "companion/tolerance.h"
 #include "companion/visible_entities.h"

@@ -1,10 +1,10 @@
+#include "companion/pattern_preview.h"
+
 #include <memory>
 #include <set>
 
 #include "companion/command_arguments.h"
-#include "companion/commands.h"
 #include "companion/curve_values.h"
-#include "companion/pattern_commands.h"
 #include "companion/pattern_options.h"
 
 using Quorl::ErrorStatus;
@@ -41,9 +41,8 @@ void tellCurves(const std::vector<std::unique_ptr<ZnDbCurve>>& curves, exchange:
 
 ErrorStatus centerPatternPreview(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
-  if (const ErrorStatus status = workingDatabase(context, database); status != Quorl::eOk) return status;
   exchange::PatternWish wish;
-  if (const ErrorStatus status = readWish(context, wish); status != Quorl::eOk) return status;
+  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   PatternOptions options;
   if (const ErrorStatus status = readPatternOptions(context, *database, wish, options); status != Quorl::eOk)
     return status;

@@ -3,18 +3,14 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "companion/commands.h"
+#include "companion/center_kind.h"
+#include "companion/command_arguments.h"
 #include "companion/curve_values.h"
 #include "companion/object_naming.h"
-#include "exchange/report.h"
-#include "torvi/centerline/object_wrapper.h"
-#include "torvi/centermark/object_wrapper.h"
 #include "torvi/core/action_body.h"
 #include "torvi/core/kind.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/dbutils/lyx_utils.h"
-#include "torvi/pattern/layout.h"
-#include "torvi/pattern/object_wrapper.h"
 
 using Quorl::ErrorStatus;
 
@@ -72,43 +68,6 @@ std::vector<std::string> edgesOf(const ZnDbTorviObjectWrapper& wrapper) {
   return names;
 }
 
-exchange::ReportedPattern patternOf(const ZnDbCenterMarkPatternObjectWrapper& pattern) {
-  exchange::ReportedPattern told;
-  told.type = pattern.getCenterPatternType() == kCenterPatternPolar ? "polar" : "linear";
-  told.fullPCD = pattern.isFullPCD();
-  told.showCenterMark = pattern.showCenterMark();
-  ZnArray<ZnDbEdgeRef> edges;
-  pattern.getEdgeRefs(edges);
-  // Edges stand at the places that keys name them by; an emptied place is passed over.
-  for (int i = 0; i < edges.length(); ++i)
-    if (!edges[i].isEmpty())
-      told.members.push_back(
-          {pathText(edges[i].entity()), ZnDbCenterMarkPatternActionBody::dependencyKey(i, -1).utf8()});
-  ZnDbEdgeRef reference;
-  double pick = 0.0;
-  if (pattern.getReferenceEdge(reference, pick)) told.referenceEdge = pathText(reference.entity());
-  ZnArray<ZnString> keys;
-  pattern.getCenterLineDependencyKeys(keys);
-  for (const ZnString& key : keys)
-    told.overshoots.push_back({key.utf8(), pattern.startOvershoot(key), pattern.endOvershoot(key)});
-  return told;
-}
-
-// A ring has its circle, marked in the middle or not.
-bool pitchCircleOf(const ZnDbTorviObjectWrapper& wrapper, ZnGeCircArc3d& circle) {
-  const auto* pattern = dynamic_cast<const ZnDbCenterMarkPatternObjectWrapper*>(&wrapper);
-  ZnArray<ZnDbEdgeRef> edges;
-  if (!pattern || pattern->getCenterPatternType() != kCenterPatternPolar ||
-      pattern->getEdgeRefs(edges) != Quorl::eOk)
-    return false;
-  ZnDbCenterMarkPatternLayout layout(wrapper.centerObjId());
-  if (!layout.loadCircles(edges) || !layout.analysePattern() || layout.majorCurves().isEmpty() ||
-      !layout.majorCurves().first()->isKindOf(ZnGe::kCircularArc3d))
-    return false;
-  circle = static_cast<const ZnGeCircArc3d&>(*layout.majorCurves().first());
-  return true;
-}
-
 exchange::ReportedCenter describe(const ZnDbTorviObjectWrapper& wrapper) {
   exchange::ReportedCenter center;
   center.handle = nameOf(wrapper.centerObjId());
@@ -119,18 +78,8 @@ exchange::ReportedCenter describe(const ZnDbTorviObjectWrapper& wrapper) {
   if (reference.isOpen()) center.layer = reference->layer().utf8();
   center.linetype = wrapper.linetype().utf8();
   center.edges = edgesOf(wrapper);
-  ZnGeCircArc3d circle;
-  const auto* mark = dynamic_cast<const ZnDbCenterMarkObjectWrapper*>(&wrapper);
-  if (mark && (mark->getRefCircle(circle) == Quorl::eOk || pitchCircleOf(wrapper, circle))) {
-    center.center = pointValue(circle.center());
-    center.radius = circle.radius();
-  }
-  // Lengths as they count now, also of extensions that follow the edges.
-  if (const auto* line = dynamic_cast<const ZnDbCenterLineObjectWrapper*>(&wrapper))
-    center.lengths = {line->startExtension(), line->endExtension(), line->startOvershoot(),
-                      line->endOvershoot()};
-  if (const auto* pattern = dynamic_cast<const ZnDbCenterMarkPatternObjectWrapper*>(&wrapper))
-    center.pattern = patternOf(*pattern);
+  if (const CenterKind* own = centerKindOf(wrapper.centerType()); own && own->describe)
+    own->describe(wrapper, center);
   center.transform = rowsOf(wrapper.blockTransform());
   center.curves = curvesOf(wrapper);
   return center;
