@@ -7,8 +7,6 @@
 #include "quorl/assoc/network.h"
 #include "quorl/db/core/fields.h"
 
-using Quorl::ErrorStatus;
-
 template<class Walk> void ZnDbAssocAction::describe(Walk& walk) {
   walk.section(className(), 1);
   walk.field(70, L"status", zndbAs<std::int8_t>(status_),

@@ -2,8 +2,6 @@
 
 #include "quorl/db/core/fields.h"
 
-using Quorl::ErrorStatus;
-
 ZNRX_DEFINE_ABSTRACT(ZnDbAssocActionParam, ZnDbObject)
 
 void ZnDbAssocActionParam::setName(const ZnString& name) {

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-using Quorl::ErrorStatus;
-
 void ZnDbEvalPointerBase::open(ZnDbObjectId id, const ZnRxClass* cls, bool forWrite, bool onLockedLayer) {
   close();
   id_ = id;

@@ -3,8 +3,6 @@
 #include "quorl/assoc/path_fields.h"
 #include "quorl/db/core/fields.h"
 
-using Quorl::ErrorStatus;
-
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAssocGeomDependency, ZnDbAssocDependency, L"ASSOCGEOMDEPENDENCY")
 
 void ZnDbAssocGeomDependency::setSubentId(const ZnDbSubentId& subent) {

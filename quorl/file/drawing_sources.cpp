@@ -32,8 +32,7 @@ bool Quorl::addSlot(ZnDbDatabase& database, ZnHandleIndex& index, std::uint64_t 
 }
 
 void Quorl::install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnDbObject> object) {
-  QUORL_ASSERT(database.installObject(id, object.get()) == Quorl::eOk);
-  object.release();
+  QUORL_ASSERT(database.installObject(id, object.release()) == Quorl::eOk);
 }
 
 bool Quorl::finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, const ZnDrawingHeader& header,

@@ -25,7 +25,8 @@ std::uint32_t paletteColor(int index) {
     const double gray = 0.2 + 0.16 * (index - firstGray);
     return rgbOf(gray, gray, gray);
   }
-  const double sextant = ((index - firstHue) / 10) * 0.25; // of six, at steps of 15 degrees
+  const int hueStep = (index - firstHue) / 10;
+  const double sextant = hueStep * 0.25; // of six, at steps of 15 degrees
   const double level = levels[index % 10 / 2];
   const double least = index % 2 ? 0.5 : 0.0;
   // A channel is full within one sextant of its own hue and falls off over the next.

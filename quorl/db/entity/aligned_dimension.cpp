@@ -2,8 +2,6 @@
 
 #include "quorl/db/core/fields.h"
 
-using Quorl::ErrorStatus;
-
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbAlignedDimension, ZnDbDimension, L"DIMALIGNED")
 
 ZnDbAlignedDimension::ZnDbAlignedDimension(const ZnGePoint3d& first, const ZnGePoint3d& second,
