@@ -6,7 +6,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "support/point_text.h"
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/dbutils/lyx_utils.h"
@@ -56,6 +58,20 @@ protected:
   ZnDbObjectId addLine(const ZnGePoint3d& start, const ZnGePoint3d& end) {
     return add(new ZnDbLine(start, end));
   }
+  ZnDbObjectId addLineOf(const char* ends) { return addLine(pointsOf(ends).at(0), pointsOf(ends).at(1)); }
+  static void setLine(ZnDbObjectId id, const ZnGePoint3d& start, const ZnGePoint3d& end) {
+    change<ZnDbLine>(id, [&](ZnDbLine& line) {
+      line.setStartPoint(start);
+      line.setEndPoint(end);
+    });
+  }
+  static void setLine(ZnDbObjectId id, const char* ends) {
+    setLine(id, pointsOf(ends).at(0), pointsOf(ends).at(1));
+  }
+  void moveLine(ZnDbObjectId id, const char* ends) {
+    setLine(id, ends);
+    evaluateChanges();
+  }
   ZnDbObjectId addLinetype(const ZnString& name, std::initializer_list<double> dashes, bool scaledToFit) {
     ZnDbHolder<ZnDbLinetypeTableRecord> record(new ZnDbLinetypeTableRecord);
     record->setName(name);
@@ -80,6 +96,33 @@ protected:
     return add(window, db_->paperSpaceId());
   }
 
+  // Blocks
+  ZnDbObjectId addEmptyBlock() {
+    ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
+    record->setName(L"*U");
+    ZnDbHolder<ZnDbBlockTable> table;
+    EXPECT_EQ(table.openForWrite(db_->blockTableId()), Quorl::eOk);
+    ZnDbObjectId id;
+    EXPECT_EQ(table->add(id, record.object()), Quorl::eOk);
+    return id;
+  }
+  ZnDbObjectId addReference(ZnDbObjectId block, const ZnGeMatrix3d& transform = {}, ZnDbObjectId space = {}) {
+    auto* reference = new ZnDbBlockReference({0.0, 0.0, 0.0}, block);
+    EXPECT_EQ(reference->setBlockTransform(transform), Quorl::eOk);
+    return add(reference, space);
+  }
+  static ZnDbObjectId blockOf(ZnDbObjectId reference) {
+    return ZnDbHolder<ZnDbBlockReference>(reference)->blockTableRecord();
+  }
+  static std::vector<ZnDbObjectId> liveEntities(ZnDbObjectId block) {
+    std::vector<ZnDbObjectId> live;
+    ZnDbHolder<ZnDbBlockTableRecord> record(block);
+    EXPECT_TRUE(record.isOpen());
+    for (const ZnDbObjectId id : record->entityIds())
+      if (!id.isErased()) live.push_back(id);
+    return live;
+  }
+
   // Marks
   // An edge of the last id of a path.
   static ZnDbEdgeRef edgeAlong(const ZnArray<ZnDbObjectId>& path, std::int64_t index = 0) {
@@ -98,6 +141,18 @@ protected:
   }
   static ZnDbCenterMarkObjectWrapper wrap(ZnDbObjectId mark) { return ZnDbCenterMarkObjectWrapper(mark); }
   static ZnDbObjectId bodyOf(ZnDbObjectId mark) { return ZnTorviLyxUtils::getTorviActionBodyId(mark); }
+  // Of any kind: asks and changes its body.
+  template<class Body = ZnDbTorviActionBody, class Ask> static auto ask(ZnDbObjectId center, Ask&& question) {
+    ZnDbHolder<Body> body(bodyOf(center));
+    EXPECT_TRUE(body.isOpen());
+    return question(const_cast<const Body&>(*body));
+  }
+  template<class Body, class Change> static void changeBody(ZnDbObjectId center, Change&& doIt) {
+    change<Body>(bodyOf(center), doIt);
+  }
+  static ZnDbAssocStatus statusOf(ZnDbObjectId center) {
+    return ask(center, [](const auto& body) { return body.status(); });
+  }
   // Marks the object's action as changed and evaluates the drawing.
   static void evaluate(ZnDbObjectId mark) {
     EXPECT_EQ(ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyOf(mark)), Quorl::eOk);
@@ -130,6 +185,14 @@ protected:
 
 private:
   ZnPrintSink usualSink_;
+};
+
+// Curves of a case, deleted with it.
+struct OwnedCurves {
+  ~OwnedCurves() {
+    for (const ZnGeCurve3d* curve : curves) delete curve;
+  }
+  ZnArray<ZnGeCurve3d*> curves;
 };
 
 // Points and vectors to eight digits.

@@ -42,15 +42,12 @@ TEST_F(CenterLineBody, EndingsAndWhatAWrongIndexGives) {
   }
   ZnArray<int> endings{5, 5, 5};
   EXPECT_EQ(line.edgeRefDirEndingArray(endings), Quorl::eOk);
-  ASSERT_EQ(endings.length(), 2);
-  EXPECT_EQ(endings[0], -7);
+  EXPECT_TRUE(endings == (ZnArray<int>{-7, 0}));
   // Something other than a number stands for the usual ending; so does what is missing.
   change<Body>(line.actionBody(), [](Body& body) {
     ZnArray<ZnString> messages;
     EXPECT_EQ(body.setValueParamArray(L"EdgeRefDirectionEnding", {L"x"}, {}, {}, messages, true), Quorl::eOk);
-    EXPECT_EQ(body.edgeRefDirEnding(0) + body.edgeRefDirEnding(1), 2);
-    EXPECT_EQ(body.setEdgeRefDirEnding(1, 4), Quorl::eOk);
-    EXPECT_EQ(body.edgeRefDirEnding(1), 4);
+    EXPECT_TRUE(body.edgeRefDirEnding(0) == 1 && body.edgeRefDirEnding(1) == 1);
   });
 }
 
@@ -78,15 +75,13 @@ TEST_F(CenterLineBody, ADeadLineGivesNeutralValues) {
   Line line(addUsual());
   ZnDbTransaction attempt(*db_);
   erase(line.actionBody());
-  EXPECT_EQ(line.startExtension() + line.endExtension() + line.startOvershoot() + line.endOvershoot(), 0.0);
-  EXPECT_EQ(line.cachedCenterLineLength(), 0.0);
+  EXPECT_EQ(line.startExtension() + line.endExtension() + line.startOvershoot() + line.endOvershoot() +
+                line.cachedCenterLineLength(),
+            0.0);
   EXPECT_EQ(line.cachedCenterLineDirection(), ZnGeVector3d::kXAxis);
   EXPECT_EQ(line.edgeRefDirEnding(0), int(Quorl::eWasErased));
-  ZnArray<int> endings;
   ZnGeLineSeg3d shown;
-  for (const Quorl::ErrorStatus status :
-       {line.edgeRefDirEndingArray(endings), line.getCenterLineGeometry(shown, true)})
-    EXPECT_EQ(status, Quorl::eWasErased);
+  EXPECT_EQ(line.getCenterLineGeometry(shown, true), Quorl::eWasErased);
   P3 middle(7, 7, 7);
   EXPECT_EQ(line.getCenterPoint(middle), Quorl::eInvalidInput);
   EXPECT_EQ(middle.x, 7.0);

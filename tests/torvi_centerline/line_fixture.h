@@ -1,13 +1,12 @@
 // A drawing with center lines on straight edges.
 #pragma once
 
-#include "support/point_text.h"
+#include "support/drawing_fixture.h"
 #include "torvi/centerline/action_body.h"
 #include "torvi/centerline/builder.h"
 #include "torvi/centerline/layout.h"
-#include "torvi_core/scripted_body.h"
 
-class CenterLineTest : public ScriptedTest {
+class CenterLineTest : public DrawingTest {
 protected:
   using Line = ZnDbCenterLineObjectWrapper;
   using P3 = ZnGePoint3d;
@@ -19,28 +18,18 @@ protected:
     EXPECT_EQ(ZnTorviLyxUtils::createCenterLine({first, second}, picks, id, db_.get()), Quorl::eOk);
     return id;
   }
-  ZnDbObjectId addLineOf(const char* ends) { return addLine(pointsOf(ends)[0], pointsOf(ends)[1]); }
   // The usual one: along y = 2 from 0 to 10, with overshoots of 0.5.
   ZnDbObjectId addUsual() {
     lower_ = addLineOf("0,0 10,0");
     upper_ = addLineOf("0,4 10,4");
     return addCenterLine(edgeOf(lower_), edgeOf(upper_));
   }
-  void moveLine(ZnDbObjectId id, const P3& from, const P3& to) {
-    change<ZnDbLine>(id, [&](ZnDbLine& line) {
-      line.setStartPoint(from);
-      line.setEndPoint(to);
-    });
-    evaluateChanges();
-  }
-  void moveLine(ZnDbObjectId id, const char* ends) { moveLine(id, pointsOf(ends)[0], pointsOf(ends)[1]); }
   // What is drawn, overshoots included, in the coordinates of the space; that it agrees with its own values,
   // though an erased edge counts as a mismatch for good.
   static ZnGeLineSeg3d drawn(ZnDbObjectId id) {
     ZnGeLineSeg3d line;
     EXPECT_EQ(Line(id).getCenterLineGeometry(line, true), Quorl::eOk);
-    const bool erased = ask<ZnDbAssocActionBody>(
-        id, [](const auto& body) { return body.hasAnyErasedOrBrokenDependencies(); });
+    const bool erased = ask(id, [](const auto& body) { return body.hasAnyErasedOrBrokenDependencies(); });
     EXPECT_NE(Line(id).doesActionMatchCurrentGeometry(), erased);
     return line;
   }

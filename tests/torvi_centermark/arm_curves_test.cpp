@@ -1,8 +1,6 @@
 #include "torvi/centermark/mark_curves.h"
 
-#include <algorithm>
 #include <cmath>
-#include <memory>
 #include <numbers>
 
 #include "support/drawing_fixture.h"
@@ -10,8 +8,6 @@
 #include "torvi/core/action_body_utils.h"
 
 namespace {
-
-using CurvePtr = std::unique_ptr<ZnGeCurve3d>;
 
 TEST(ChordToArcAngle, TheChordOfTheAngleIsTheChord) {
   for (const double radius : {0.5, 10.0, 1e4})
@@ -29,124 +25,61 @@ TEST(ChordToArcAngle, TheChordOfTheAngleIsTheChord) {
   for (const auto& row : rows) EXPECT_NEAR(chordToArcAngle(row.chord, row.radius), row.angle, 1e-12);
 }
 
-TEST(MakeCenterMarkCurve, AroundAPatternItIsAnArcThroughTheCenter) {
-  const ZnGePoint3d pattern(2.0, -1.0, 0.0);
-  for (const double direction : {0.0, 1.0, 3.0, 4.5, 6.2}) {
-    const ZnGePoint3d center = pattern + ZnGeVector3d(std::cos(direction), std::sin(direction), 0.0) * 20.0;
-    struct {
-      double from, to;
-    } const rows[] = {{2.0, 6.0}, {-6.0, -2.0}, {-1.0, 1.0}, {1.0, 0.5}};
-    for (const auto& row : rows) {
-      SCOPED_TRACE(testing::Message() << direction << ": " << row.from << " to " << row.to);
-      const CurvePtr curve(makeCenterMarkCurve(center, &pattern, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
-                                               row.from, row.to, false));
-      ASSERT_TRUE(curve->isKindOf(ZnGe::kCircularArc3d));
-      const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
-      EXPECT_TRUE(near(arc.center(), pattern));
-      EXPECT_NEAR(arc.radius(), 20.0, 1e-9);
-      // The ends lie at their distances from the center, whichever comes first, the short way round.
-      const double low = std::min(row.from, row.to), high = std::max(row.from, row.to);
-      EXPECT_NEAR(arc.startPoint().distanceTo(center), std::fabs(low), 1e-8);
-      EXPECT_NEAR(arc.endPoint().distanceTo(center), std::fabs(high), 1e-8);
-      EXPECT_LT(arc.length(), 10.0);
-      EXPECT_GT(arc.length(), 0.0);
-    }
-  }
-}
-
 class ArmCurves : public DrawingTest {
 protected:
-  void TearDown() override {
-    ZnDbTorviActionBodyUtils::deleteCurves(curves_);
-    DrawingTest::TearDown();
-  }
-  void build(const IZnDbCenterMarkPropsProvider& provider, const ZnCenterMarkArmLengths& arms,
-             const ZnGePoint3d* patternCenter = nullptr, const ZnGeVector3d* y = nullptr) {
-    ZnDbTorviActionBodyUtils::deleteCurves(curves_);
-    EXPECT_EQ(buildCenterMarkCurves(curves_, provider, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis, y,
-                                    arms, patternCenter),
+  using Arms = ZnCenterMarkArmLengths;
+  // How far left, right, bottom and top reach from the center of the circle.
+  std::vector<double> reaches(const IZnDbCenterMarkPropsProvider& provider, const Arms& arms) {
+    OwnedCurves six;
+    EXPECT_EQ(buildCenterMarkCurves(six.curves, provider, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
+                                    nullptr, arms, nullptr),
               Quorl::eOk);
-    ASSERT_EQ(curves_.length(), 6);
-  }
-  // How far the line reaches from the center of the circle.
-  double reach(ZnCenterMarkSubEntType type) const {
-    const auto& line = static_cast<const ZnGeLineSeg3d&>(*curves_[type]);
-    return circle_.center().distanceTo(type == eLeftLine || type == eBottomLine ? line.startPoint()
-                                                                                : line.endPoint());
+    std::vector<double> found;
+    for (int i = eLeftLine; i <= eTopLine && six.curves.length() == 6; ++i) {
+      const ZnGeCurve3d& line = *six.curves[i];
+      const bool none = line.type() == ZnGe::kLine3d, outIsStart = i == eLeftLine || i == eBottomLine;
+      const double end = outIsStart ? line.interval().lowerBound() : line.interval().upperBound();
+      found.push_back(none ? 0.0 : std::round(circle_.center().distanceTo(line.evalPoint(end)) * 1e9) / 1e9);
+    }
+    return found;
   }
   const ZnGeCircArc3d circle_{ZnGePoint3d(30.0, 0.0, 0.0), ZnGeVector3d::kZAxis, 10.0};
   const ZnDbCenterMarkPropsProvider unmade_{ZnDbObjectId()};
-  ZnArray<ZnGeCurve3d*> curves_;
 };
 
-TEST_F(ArmCurves, ArmLengthsOfAMarkThatDoesNotExistYet) {
-  build(unmade_, {kArmUnset, 7.0, -eBottomLine, 2.5});
-  const double kReach[] = {10.5, 7.0, 10.5, 2.5};
-  for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
-    EXPECT_NEAR(reach(line), kReach[line - eLeftLine], 1e-12) << line;
-}
-
-TEST_F(ArmCurves, ArmLengthsOfAStoredMark) {
+TEST_F(ArmCurves, ArmLengthsAreGivenStoredOrThoseOfAnotherLine) {
   const ZnDbObjectId mark = addMark(addCircle({0.0, 0.0, 0.0}, 20.0));
   wrap(mark).setHorizontalEndExtension(9.0);
-  const ZnDbCenterMarkPropsProvider provider(mark);
-  build(provider, kStoredArmLengths);
-  EXPECT_NEAR(reach(eLeftLine), 20.5, 1e-12);
-  EXPECT_NEAR(reach(eRightLine), 9.5, 1e-12);
-  build(provider, {kArmUnset, 0.0, 3.0, -eTopLine});
-  EXPECT_NEAR(reach(eLeftLine), 10.5, 1e-12);
-  EXPECT_EQ(curves_[eRightLine]->type(), ZnGe::kLine3d);
-  EXPECT_NEAR(reach(eBottomLine), 3.0, 1e-12);
-  EXPECT_NEAR(reach(eTopLine), 20.5, 1e-12);
   evaluate(mark);
-}
-
-TEST_F(ArmCurves, WithAPatternCenterHorizontalLinesRunAroundIt) {
-  const ZnGePoint3d pattern = ZnGePoint3d::kOrigin;
-  build(unmade_, {kArmUnset, kArmUnset, kArmUnset, kArmUnset}, &pattern);
-  for (const ZnCenterMarkSubEntType type : {eCrossHairHorizontalLine, eLeftLine, eRightLine}) {
-    ASSERT_TRUE(curves_[type]->isKindOf(ZnGe::kCircularArc3d)) << type;
-    const auto& arc = static_cast<const ZnGeCircArc3d&>(*curves_[type]);
-    EXPECT_NEAR(arc.radius(), 30.0, 1e-12);
-    EXPECT_TRUE(near(arc.center(), pattern));
-  }
-  const auto& arm = static_cast<const ZnGeCircArc3d&>(*curves_[eCrossHairHorizontalLine]);
-  const ZnGePoint3d end = arm.endPoint(), start = arm.startPoint();
-  EXPECT_NEAR(end.distanceTo(circle_.center()), 1.0, 1e-9);
-  EXPECT_GT(end.y, 0.0);
-  EXPECT_TRUE(near(start, {end.x, -end.y, 0.0}));
-  EXPECT_LT(arm.length(), 2.1);
-  // Vertical lines run outwards from the pattern's center.
-  EXPECT_TRUE(near(static_cast<ZnGeLineSeg3d*>(curves_[eTopLine])->endPoint(), {40.5, 0.0, 0.0}));
+  const ZnDbCenterMarkPropsProvider made(mark);
+  struct {
+    const IZnDbCenterMarkPropsProvider& provider;
+    Arms arms;
+    std::vector<double> reaches;
+  } const rows[] = {{unmade_, {kArmUnset, 7.0, -eBottomLine, 2.5}, {10.5, 7.0, 10.5, 2.5}},
+                    {made, kStoredArmLengths, {20.5, 9.5, 20.5, 20.5}},
+                    {made, {kArmUnset, 0.0, 3.0, -eTopLine}, {10.5, 0.0, 3.0, 20.5}}};
+  for (const auto& row : rows) EXPECT_EQ(reaches(row.provider, row.arms), row.reaches) << &row - rows;
 }
 
 TEST_F(ArmCurves, TheWholeIsTheCrossAndThenTheExtensionLines) {
-  build(unmade_, kStoredArmLengths);
-  ZnArray<ZnGeCurve3d*> halves;
-  EXPECT_EQ(addCrossHairCurves(halves, unmade_, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
-                               ZnGeVector3d::kYAxis),
-            Quorl::eOk);
-  EXPECT_EQ(halves.length(), 2);
-  EXPECT_EQ(addExtensionCurves(halves, unmade_, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
-                               ZnGeVector3d::kYAxis, kStoredArmLengths),
-            Quorl::eOk);
-  EXPECT_TRUE(ZnDbTorviActionBodyUtils::geCurvesAreEqual(halves, curves_, false));
-  ZnDbTorviActionBodyUtils::deleteCurves(halves);
-}
-
-TEST_F(ArmCurves, AGivenSecondDirectionIsUsedAtUnitLength) {
-  const ZnGeVector3d y(0.0, -5.0, 0.0);
-  build(unmade_, {kArmUnset, kArmUnset, kArmUnset, 4.0}, nullptr, &y);
-  EXPECT_TRUE(near(static_cast<ZnGeLineSeg3d*>(curves_[eTopLine])->endPoint(), {30.0, -4.0, 0.0}));
-}
-
-TEST_F(ArmCurves, NoCircleNoCurves) {
-  const ZnGeCircArc3d point(ZnGePoint3d::kOrigin, ZnGeVector3d::kZAxis, 0.0);
-  EXPECT_EQ(buildCenterMarkCurves(curves_, unmade_, point, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
-                                  nullptr, kStoredArmLengths),
+  const ZnGeVector3d x = ZnGeVector3d::kXAxis, z = ZnGeVector3d::kZAxis, down(0.0, -5.0, 0.0);
+  for (const ZnGeVector3d& y : {ZnGeVector3d::kYAxis, down}) {
+    OwnedCurves whole, halves;
+    EXPECT_EQ(buildCenterMarkCurves(whole.curves, unmade_, circle_, z, x, &y, kStoredArmLengths, nullptr),
+              Quorl::eOk);
+    EXPECT_EQ(addCrossHairCurves(halves.curves, unmade_, circle_, z, x, y.normal()), Quorl::eOk);
+    EXPECT_EQ(halves.curves.length(), 2);
+    EXPECT_EQ(addExtensionCurves(halves.curves, unmade_, circle_, z, x, y.normal(), kStoredArmLengths),
+              Quorl::eOk);
+    EXPECT_TRUE(ZnDbTorviActionBodyUtils::geCurvesAreEqual(halves.curves, whole.curves, false));
+  }
+  const ZnGeCircArc3d point(ZnGePoint3d::kOrigin, z, 0.0);
+  OwnedCurves none;
+  EXPECT_EQ(buildCenterMarkCurves(none.curves, unmade_, point, z, x, nullptr, kStoredArmLengths, nullptr),
             Quorl::eInvalidInput);
-  EXPECT_EQ(generateCenterMarkCurves(curves_, unmade_), Quorl::eInvalidInput);
-  EXPECT_TRUE(curves_.isEmpty());
+  EXPECT_EQ(generateCenterMarkCurves(none.curves, unmade_), Quorl::eInvalidInput);
+  EXPECT_TRUE(none.curves.isEmpty());
 }
 
 } // namespace

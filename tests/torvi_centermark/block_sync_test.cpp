@@ -1,17 +1,12 @@
 // What happens to a mark's values when the user changes its block reference.
 #include "torvi/centermark/block_sync.h"
 
-#include "support/drawing_fixture.h"
+#include "torvi_centermark/mark_fixture.h"
 
 namespace {
 
-class BlockSync : public DrawingTest {
+class BlockSync : public MarkTest {
 protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    circle_ = addCircle({2.0, 1.0, 0.0}, 10.0);
-    mark_ = addMark(circle_);
-  }
   void setExtensions(double left, double right, double bottom, double top) {
     auto mark = wrap(mark_);
     mark.setHorizontalStartExtension(left);
@@ -26,9 +21,6 @@ protected:
     EXPECT_NEAR(mark.verticalStartExtension(), bottom, 1e-9);
     EXPECT_NEAR(mark.verticalEndExtension(), top, 1e-9);
   }
-  double stored(const wchar_t* name) {
-    return ZnDbHolder<ZnDbCenterMarkActionBody>(bodyOf(mark_))->valueOf(name, -1.0);
-  }
   void transform(const ZnGeMatrix3d& matrix) {
     change<ZnDbBlockReference>(
         mark_, [&](ZnDbBlockReference& reference) { EXPECT_EQ(reference.transformBy(matrix), Quorl::eOk); });
@@ -39,30 +31,19 @@ protected:
     evaluateChanges();
     ASSERT_FALSE(wrap(mark_).isAssociative());
   }
-  ZnDbObjectId circle_, mark_;
-  const ZnGePoint3d center_{2.0, 1.0, 0.0};
 };
 
 TEST_F(BlockSync, AFreeMarkTakesItsScaleIntoTheExtensions) {
   setExtensions(3.0, 4.0, 5.0, 1e60);
   loseCircle();
   transform(ZnGeMatrix3d::scaling(2.0, center_));
-  expectExtensions(6.0, 8.0, 10.0, 20.0);
+  for (int again = 0; again < 2; ++again) {
+    expectExtensions(6.0, 8.0, 10.0, 20.0);
+    evaluate(mark_);
+  }
   EXPECT_EQ(stored(L"VerticalEndExtension"), 20.0);
-  EXPECT_EQ(wrap(mark_).horizontalStartOvershoot(), 0.5);
   EXPECT_NEAR(wrap(mark_).blockTransform().scale(), 1.0, 1e-12);
   EXPECT_TRUE(near(wrap(mark_).horizontalEndOvershootPoint(), center_ + ZnGeVector3d(8.5, 0.0, 0.0)));
-  evaluate(mark_);
-  expectExtensions(6.0, 8.0, 10.0, 20.0);
-}
-
-TEST_F(BlockSync, AMarkOnACircleGoesBackToIt) {
-  setExtensions(3.0, 4.0, 5.0, 1e60);
-  transform(ZnGeMatrix3d::translation({7.0, 7.0, 0.0}) * ZnGeMatrix3d::scaling(2.0, center_));
-  expectExtensions(3.0, 4.0, 5.0, 10.0);
-  EXPECT_EQ(stored(L"VerticalEndExtension"), 1e60);
-  EXPECT_TRUE(near(wrap(mark_).blockTransform() * ZnGePoint3d::kOrigin, center_));
-  EXPECT_NEAR(wrap(mark_).blockTransform().scale(), 1.0, 1e-12);
 }
 
 TEST_F(BlockSync, AMirroredMarkChangesSidesInstead) {
@@ -86,12 +67,9 @@ TEST_F(BlockSync, AMirroredMarkChangesSidesInstead) {
     EXPECT_EQ(mark.horizontalEndOvershoot(), horizontal ? 1.0 : 0.5);
     EXPECT_EQ(mark.verticalStartOvershoot(), horizontal ? 2.0 : 0.5);
     EXPECT_EQ(mark.verticalEndOvershoot(), horizontal ? 0.5 : 2.0);
-    EXPECT_TRUE(near(mark.horizontalStartExtensionPoint(), center_ - ZnGeVector3d::kXAxis * row.left));
-    EXPECT_TRUE(near(mark.verticalEndExtensionPoint(), center_ + ZnGeVector3d::kYAxis * row.top));
   }
-}
-
-TEST_F(BlockSync, MirroringFixesWhatFollowedTheCircle) {
+  // Mirroring fixes what followed the circle.
+  EXPECT_EQ(wrap(mark_).resetExtensions(), Quorl::eOk);
   transform(ZnGeMatrix3d::mirroring(ZnGePlane(center_, ZnGeVector3d::kXAxis)));
   EXPECT_EQ(stored(L"HorizontalStartExtension"), 10.0);
   EXPECT_EQ(stored(L"VerticalStartExtension"), 1e60);
@@ -138,8 +116,6 @@ TEST_F(BlockSync, WhileTheUserWorksInAViewportTheRotationStays) {
   ASSERT_EQ(db_->setCurrentSpaceId(db_->paperSpaceId()), Quorl::eOk);
   ASSERT_EQ(ZnTorviLyxUtils::createCenterMark(edgeAlong({viewport, circle_}), mark_, db_.get()), Quorl::eOk);
   ASSERT_EQ(wrap(mark_).getDependentViewportId(), viewport);
-  EXPECT_NEAR(wrap(mark_).getRefCircleRadius(), 5.0, 1e-9);
-  EXPECT_TRUE(near(wrap(mark_).horizontalEndOvershootPoint(), {106.5, 100.5, 0.0}));
   for (const double angle : {0.4, 1.0}) {
     change<ZnDbBlockReference>(mark_, [&](ZnDbBlockReference& reference) { reference.setRotation(angle); });
     evaluate(mark_);

@@ -1,30 +1,12 @@
 #include <numbers>
 
 #include "rx/allocation_count.h"
-#include "support/drawing_fixture.h"
+#include "torvi_centermark/mark_fixture.h"
 
 namespace {
 
 using Body = ZnDbCenterMarkActionBody;
-
-class MarkBody : public DrawingTest {
-protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    circle_ = addCircle({3.0, 4.0, 0.0}, 10.0);
-    mark_ = addMark(circle_);
-  }
-  template<class Ask> auto ask(Ask&& question) {
-    ZnDbHolder<Body> body(bodyOf(mark_));
-    EXPECT_TRUE(body.isOpen());
-    return question(const_cast<const Body&>(*body));
-  }
-  template<class Change> void changeBody(Change&& doIt) { change<Body>(bodyOf(mark_), doIt); }
-  double stored(const wchar_t* name) {
-    return ask([&](const Body& body) { return body.valueOf(name, -1.0); });
-  }
-  ZnDbObjectId circle_, mark_;
-};
+using MarkBody = MarkTest;
 
 TEST_F(MarkBody, ExtensionsFollowTheCircleUntilTheyHaveALength) {
   changeBody([](Body& body) {
@@ -91,14 +73,15 @@ TEST_F(MarkBody, ValuesThatAreNotStoredReadAsTheyWouldBeMade) {
   });
   put(L"CENTERCROSSSIZE", L"3");
   put(L"CENTERCROSSGAP", L"4x");
-  ask([](const Body& body) {
-    EXPECT_EQ(body.horizontalStartExtension(), 0.0);
-    EXPECT_TRUE(body.verticalEndOvershoot() == 0.0 && body.cachedCircleRadius() == 0.0);
-    EXPECT_EQ(body.cachedRotation(), 0.0);
-    EXPECT_EQ(body.crossHairLengthExpression().utf8(), "3");
-    EXPECT_EQ(body.crossHairGapExpression().utf8(), "4x");
+  changeBody([](Body& body) {
+    EXPECT_TRUE(body.horizontalStartExtension() == 0.0 && body.verticalEndOvershoot() == 0.0);
+    EXPECT_TRUE(body.cachedCircleRadius() == 0.0 && body.cachedRotation() == 0.0);
+    EXPECT_EQ(body.crossHairLengthExpression(), L"3");
+    EXPECT_EQ(body.crossHairGapExpression(), L"4x");
     EXPECT_TRUE(body.getSubEntVisibility(eTopLine));
-    return 0;
+    // Half the cross for every line.
+    for (int line = eCrossHairHorizontalLine; line <= eTopLine; ++line)
+      EXPECT_EQ(body.getMinExtension(static_cast<ZnCenterMarkSubEntType>(line)), 1.5);
   });
 }
 
@@ -119,14 +102,6 @@ TEST_F(MarkBody, ACircleNeedsExactlyOneEdgeThatIsAnArc) {
     addEdge(body, addLine({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0}));
     EXPECT_EQ(body.getRefCircle(circle), Quorl::eInvalidInput);
     EXPECT_EQ(body.getRefCircleRadius(), 0.0);
-  });
-}
-
-TEST_F(MarkBody, TheShortestExtensionIsHalfTheCrossForEveryLine) {
-  changeBody([](Body& body) {
-    body.setCrossHairLengthExpression(L"3");
-    for (int line = eCrossHairHorizontalLine; line <= eTopLine; ++line)
-      EXPECT_EQ(body.getMinExtension(static_cast<ZnCenterMarkSubEntType>(line)), 1.5);
   });
 }
 

@@ -3,71 +3,22 @@
 #include <rapidcheck.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "support/drawing_fixture.h"
+#include "torvi/centermark/props_provider.h"
+#include "torvi/style/set_layer.h"
 
 namespace {
 
-// A mark that exists in this table only.
-struct Properties : IZnDbCenterMarkPropsProvider {
-  ZnDbObjectId objectId() const override { return {}; }
-  bool hasStoredObject() const override { return false; }
-  ZnDbDatabase* database() const override { return database_; }
-  ZnDbObjectId linetypeId() const override { return linetype_; }
-  double linetypeScale() const override { return linetypeScale_; }
-  ZnDbObjectId layerId() const override { return layer_; }
-  ZnString crossHairLengthExpression() const override { return length_; }
-  ZnString crossHairGapExpression() const override { return gap_; }
-  double refCircleRadius() const override { return radius_; }
-  double extensionLength(ZnCenterMarkSubEntType, double) const override { return 0.0; }
-  double extension(ZnCenterMarkSubEntType type) const override { return extensions_[type - eLeftLine]; }
-  double overshoot(ZnCenterMarkSubEntType) const override { return 0.5; }
-
-  ZnDbDatabase* database_ = nullptr;
-  ZnDbObjectId linetype_, layer_;
-  double linetypeScale_ = 1.0;
-  ZnString length_ = L"ByLinetype", gap_ = L"ByLinetype";
-  double radius_ = 10.0;
-  double extensions_[4] = {10.0, 10.0, 10.0, 10.0};
-};
-
-class Sizes : public DrawingTest {
-protected:
-  void SetUp() override {
-    DrawingTest::SetUp();
-    properties_.database_ = db_.get();
-  }
-  struct Row {
-    const wchar_t *length, *gap;
-    double cross, expectedGap;
-    double radius = 10.0;
-  };
-  void expectSizes(std::initializer_list<Row> rows) {
-    for (const Row& row : rows) {
-      properties_.length_ = row.length;
-      properties_.gap_ = row.gap;
-      double cross = -1.0, gap = -1.0;
-      EXPECT_EQ(getCrossLengthAndGapFromProvider(properties_, cross, gap, row.radius), Quorl::eOk);
-      EXPECT_DOUBLE_EQ(cross, row.cross) << ZnString(row.length).utf8();
-      EXPECT_DOUBLE_EQ(gap, row.expectedGap) << ZnString(row.gap).utf8();
-    }
-  }
-  Properties properties_;
-};
-
-TEST_F(Sizes, ExpressionsAreTakenFromTheDiameter) {
-  expectSizes({{L"0.1x", L"0.05x", 1.0, 0.5, 5.0},
-               {L"0.1x", L"0.05x", 2.0, 1.0, 0.0}, // asks for the circle's radius, which is 10
-               {L"3", L"0.5", 3.0, 0.5, 5.0},
-               {L"3", L"0.5x", 3.0, 2.0, 2.0},
-               {L"abc", L"", 0.0, 0.0, 5.0},
-               {L"1x", L"0", 0.5, 0.0, 0.25}});
-}
+using Sizes = DrawingTest;
 
 TEST_F(Sizes, AnotherRuleCanTakeTheConvertorsPlace) {
-  properties_.length_ = L"0.1x";
-  properties_.gap_ = L"7";
-  ZnDbCenterMarkSizeCalculator calculator(properties_);
+  auto mark = wrap(addMark(addCircle({}, 10.0)));
+  mark.setCrossHairGapExpression(L"7");
+  evaluate(mark.centerObjId());
+  const ZnDbCenterMarkPropsProvider properties(mark.centerObjId());
+  ZnDbCenterMarkSizeCalculator calculator(properties);
   calculator.sizeConvertor = [](double base, const ZnString& text) { return base * 100.0 + text.length(); };
   EXPECT_EQ(calculator.calculateSizes(2.0), Quorl::eOk);
   EXPECT_EQ(calculator.crossLength, 404.0);
@@ -115,56 +66,46 @@ TEST_F(Sizes, TextsAndShapesMakeALinetypeUnfit) {
   EXPECT_FALSE(isPlain());
 }
 
-TEST_F(Sizes, ByLinetypeAtBothScales) {
-  properties_.linetype_ = addLinetype(L"L", {1.25, -0.25, 0.5, -0.25}, false);
-  properties_.linetypeScale_ = 3.0;
-  ASSERT_EQ(db_->setLtscale(2.0), Quorl::eOk);
-  expectSizes({{L"ByLinetype", L"bylinetype", 3.0, 1.5},
-               {L"BYLINETYPE", L"0.05x", 3.0, 1.0},
-               {L"0.1x", L"ByLinetype", 2.0, 1.5}});
-}
-
-TEST_F(Sizes, AnUnusableLinetypeStillScalesWhatWasRead) {
-  properties_.linetypeScale_ = 3.0;
-  ASSERT_EQ(db_->setLtscale(2.0), Quorl::eOk);
-  struct {
-    ZnDbObjectId linetype;
-    Quorl::ErrorStatus status;
-    double cross, gap;
-  } const rows[] = {{db_->continuousLinetype(), Quorl::eNothingToDo, 3.0, 3.0},
-                    {addLinetype(L"GAPS", {-2.0, -1.0}, true), Quorl::eNothingToDo, -6.0, 6.0},
-                    {ZnDbObjectId(), Quorl::eNullObjectId, 3.0, 3.0}};
-  for (const auto& row : rows) {
-    properties_.linetype_ = row.linetype;
-    double cross = 0.1, gap = 0.1;
-    EXPECT_EQ(getLinetypeCrossSizes(cross, gap, properties_), row.status);
-    EXPECT_DOUBLE_EQ(cross, row.cross);
-    EXPECT_DOUBLE_EQ(gap, row.gap);
+TEST_F(Sizes, AMarkAnswersForItselfAndElseTheStyle) {
+  const ZnDbObjectId mark = addMark(addCircle({}, 10.0));
+  wrap(mark).setHorizontalStartExtension(3.0);
+  evaluate(mark);
+  put(L"CENTERLTSCALE", ZnRxVariableValue::ofDouble(2.5));
+  change<ZnDbEntity>(mark, [&](ZnDbEntity& entity) {
+    entity.setLayer(db_->layerZero());
+    entity.setLinetypeScale(4.0);
+  });
+  const ZnDbCenterMarkPropsProvider own(mark), none{ZnDbObjectId()};
+  EXPECT_TRUE(own.layerId() == db_->layerZero() && own.linetypeScale() == 4.0);
+  ZnDbObjectId layer;
+  EXPECT_EQ(ZnTorviSetLayer::getCenterLayerId(db_.get(), layer), Quorl::eOk);
+  EXPECT_TRUE(none.layerId() == layer && none.linetypeScale() == 2.5);
+  EXPECT_TRUE(own.hasStoredObject() && own.refCircleRadius() == 10.0);
+  const std::tuple<ZnCenterMarkSubEntType, double, double> rows[] = {
+      {eCrossHairHorizontalLine, 0.0, 0.0}, {eLeftLine, 3.0, 3.0}, {eTopLine, 10.0, 7.0}};
+  for (const auto& [line, extension, forRadius7] : rows) {
+    EXPECT_EQ(own.extension(line), extension) << line;
+    EXPECT_EQ(own.extensionLength(line, 7.0), forRadius7) << line;
+    EXPECT_EQ(own.overshoot(line), line == eCrossHairHorizontalLine ? 0.0 : 0.5) << line;
+    EXPECT_EQ(none.extension(line) + none.extensionLength(line, 7.0), 0.0) << line;
   }
-}
-
-TEST_F(Sizes, WithoutAUsableLinetypeTheFixedExpressionsApply) {
-  for (const ZnDbObjectId linetype : {db_->continuousLinetype(), ZnDbObjectId()}) {
-    properties_.linetype_ = linetype;
-    expectSizes({{L"ByLinetype", L"ByLinetype", 2.0, 1.0},
-                 {L"ByLinetype", L"4", 2.0, 4.0},
-                 {L"0.3x", L"ByLinetype", 6.0, 1.0}});
-  }
+  evaluate(mark);
 }
 
 TEST_F(Sizes, ByLayerMeansTheLayersLinetype) {
-  const ZnDbObjectId dashed = addLinetype(L"L", {3.0, -1.0}, false);
-  change<ZnDbLayerTableRecord>(db_->layerZero(),
-                               [&](ZnDbLayerTableRecord& layer) { layer.setLinetypeObjectId(dashed); });
-  properties_.linetype_ = db_->byLayerLinetype();
-  properties_.layer_ = db_->layerZero();
-  EXPECT_EQ(getEffectiveLinetypeId(properties_), dashed);
-  properties_.database_ = nullptr; // then the working one knows what by layer is
-  EXPECT_EQ(getEffectiveLinetypeId(properties_), dashed);
-  properties_.layer_ = ZnDbObjectId();
-  EXPECT_EQ(getEffectiveLinetypeId(properties_), db_->byLayerLinetype());
-  properties_.linetype_ = db_->byBlockLinetype();
-  EXPECT_EQ(getEffectiveLinetypeId(properties_), db_->byBlockLinetype());
+  const ZnDbObjectId dashed = addLinetype(L"L", {3.0, -1.0}, false), mark = addMark(addCircle({}, 10.0));
+  change<ZnDbLayerTableRecord>(layerOf(mark), [&](auto& layer) { layer.setLinetypeObjectId(dashed); });
+  const std::pair<ZnDbObjectId, ZnDbObjectId> rows[] = {{db_->byLayerLinetype(), dashed},
+                                                        {db_->byBlockLinetype(), db_->byBlockLinetype()}};
+  for (const auto& [own, effective] : rows) {
+    change<ZnDbEntity>(mark, [&](ZnDbEntity& entity) { entity.setLinetype(own); });
+    EXPECT_EQ(getEffectiveLinetypeId(ZnDbCenterMarkPropsProvider(mark)), effective);
+  }
+  evaluate(mark);
+  zndbHostApplicationServices()->setWorkingDatabase(nullptr);
+  const ZnDbCenterMarkPropsProvider nowhere{ZnDbObjectId()};
+  EXPECT_TRUE(!nowhere.database() && nowhere.linetypeId().isNull() && nowhere.layerId().isNull());
+  EXPECT_EQ(nowhere.crossHairLengthExpression(), L"0.1x");
 }
 
 // Scale times (repeats times pattern plus half cross plus gap) has to be the length.
@@ -189,21 +130,6 @@ TEST(FitPatternRepeat, FillsTheLengthWithWholeRepeats) {
 TEST(FitPatternRepeat, AShortLengthIsNotScaled) {
   for (const double length : {0.0, 1.0, 2.0}) EXPECT_EQ(fitPatternRepeat(length, 5.0, 1.0, 1.0), 1.0);
   EXPECT_NE(fitPatternRepeat(2.5, 5.0, 1.0, 1.0), 1.0);
-}
-
-TEST_F(Sizes, ALinetypeScaledToFitTakesTheAverageOfTheFourLines) {
-  properties_.linetype_ = addLinetype(L"FIT", {6.0, -1.0, 2.0, -1.0}, true);
-  const double lengths[4] = {20.5, 15.5, 30.5, 20.5}; // extension, overshoot and radius
-  double sum = 0.0;
-  for (int i = 0; i < 4; ++i) {
-    properties_.extensions_[i] = lengths[i] - 10.5;
-    // Half the cross is 1 and the gap 1.
-    sum += fitPatternRepeat(lengths[i], 10.0, 1.0, 1.0);
-  }
-  double cross = 0.0, gap = 0.0;
-  EXPECT_EQ(getCrossLengthAndGapFromProvider(properties_, cross, gap, 10.0), Quorl::eOk);
-  EXPECT_NEAR(cross, 2.0 * sum / 4.0, 1e-12);
-  EXPECT_NEAR(gap, 1.0 * sum / 4.0, 1e-12);
 }
 
 } // namespace

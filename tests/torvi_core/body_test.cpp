@@ -9,8 +9,7 @@
 namespace {
 
 using Body = ScriptedMarkBody;
-
-using CenterBody = CircleTest;
+using CenterBody = ScriptedTest;
 
 TEST_F(CenterBody, NeighboursOfOneKeyShareASubBlock) {
   struct {
@@ -19,12 +18,8 @@ TEST_F(CenterBody, NeighboursOfOneKeyShareASubBlock) {
     std::vector<size_t> placed;           // in block order: 0 an entity, n a nested block of n
     std::map<std::wstring, size_t> named; // key to place
   } const rows[] = {
-      {"lll", {}, {0, 0, 0}, {}},
       {"l0a", {}, {0, 0}, {}},
-      {"ll", {L"1", L"1"}, {2}, {{L"1", 0}}},
       {"lal", {L"1", L"1", L"2"}, {1, 0}, {{L"1", 0}, {L"2", 1}}},
-      {"lll", {L"1", L"2", L"2"}, {0, 2}, {{L"1", 0}, {L"2", 1}}},
-      {"llll", {L"1", L"1", L"1", L"2"}, {2, 0}, {{L"1", 0}, {L"2", 1}}},
       {"llll", {L"1", L"1", L"2", L"2"}, {1, 2}, {{L"1", 0}, {L"2", 1}}},
       {"lll", {L"1", L"2", L"1"}, {0, 0, 0}, {{L"1", 2}, {L"2", 1}}},
       {"0ll", {L"1", L"1", L"2"}, {0, 0}, {{L"1", 0}, {L"2", 1}}},
@@ -42,7 +37,7 @@ TEST_F(CenterBody, NeighboursOfOneKeyShareASubBlock) {
     for (const ZnDbObjectId id : held)
       placed.push_back(id.isDerivedFrom(ZnDbBlockReference::desc()) ? liveEntities(blockOf(id)).size() : 0);
     ASSERT_EQ(placed, row.placed);
-    ZnArray<ZnString> outputs;
+    Keys outputs;
     wrap(center).getOutputEdgeKeys(outputs);
     EXPECT_EQ(static_cast<size_t>(outputs.length()), row.named.size());
     for (const auto& [key, place] : row.named) EXPECT_EQ(wrap(center).getOutputEdge(key), held[place]);
@@ -55,11 +50,8 @@ TEST_F(CenterBody, AnErasedFirstEntityMakesNoBlock) {
   ZnDbObjectId body, center;
   ASSERT_EQ(builder.createActionAndActionBody(body), Quorl::eOk);
   erase(circle_);
-  const auto blocks = [&] { return ZnDbHolder<ZnDbBlockTable>(db_->blockTableId())->recordIds().size(); };
-  const size_t before = blocks();
   EXPECT_EQ(builder.createEntitiesInBTR(body, center, db_.get()), Quorl::eNullObjectId);
   EXPECT_TRUE(center.isNull());
-  EXPECT_EQ(blocks(), before);
   // Nor can a network make anything of it.
   EXPECT_EQ(ZnTorviLyxUtils::explicitlyEvaluateActionBody(body), Quorl::eOk);
   EXPECT_EQ(ZnDbHolder<ZnDbAssocActionBody>(body)->status(), kErasedAssocStatus);
@@ -76,19 +68,14 @@ TEST_F(CenterBody, ErasingTakesReferenceBlockAndDependency) {
       EXPECT_TRUE(center.isErased() && block.isErased() && dependency.isErased());
     }
     setLocked(layer, false);
-    ZnDbHolder<Body> left(body);
-    ASSERT_TRUE(left.isOpen());
-    EXPECT_EQ(left->centerDepId(), dependency) << "the value stays";
-    ZnArray<ZnDbObjectId> ids;
-    EXPECT_NE(left->getCenterEntitesIds(ids), Quorl::eOk);
+    EXPECT_EQ(ZnDbHolder<Body>(body)->centerDepId(), dependency) << "the value stays";
   }
 }
 
 TEST_F(CenterBody, CurvesOfTheBlockStayInLineWithItsEntities) {
-  const ZnArray<ZnDbObjectId> ids{
-      addLine({1.0, 2.0, 0.0}, {4.0, 2.0, 0.0}), circle_,        addReference(addEmptyBlock()),
-      addLine({1.0, 1.0, 0.0}, {1.0, 1.0, 0.0}), ZnDbObjectId(), addArc({0.0, 0.0, 0.0}, 3.0, 0.5, 1.5),
-      addArc({0.0, 0.0, 0.0}, 0.0, 0.0, 1.0)};
+  const ZnArray<ZnDbObjectId> ids{addLineOf("1,2 4,2"),     circle_,        addReference(addEmptyBlock()),
+                                  addLineOf("1,1 1,1"),     ZnDbObjectId(), addArc({}, 3.0, 0.5, 1.5),
+                                  addArc({}, 0.0, 0.0, 1.0)};
   const ZnGe::EntityId kKinds[] = {ZnGe::kLineSeg3d, ZnGe::kCircularArc3d, ZnGe::kLine3d,
                                    ZnGe::kCircularArc3d, ZnGe::kLine3d};
   OwnedCurves owned;
@@ -97,55 +84,39 @@ TEST_F(CenterBody, CurvesOfTheBlockStayInLineWithItsEntities) {
       Quorl::eOk);
   ASSERT_EQ(owned.curves.length(), 5);
   for (int i = 0; i < 5; ++i) EXPECT_EQ(owned.curves[i]->type(), kKinds[i]) << i;
-  EXPECT_TRUE(near(static_cast<ZnGeLineSeg3d*>(owned.curves[0])->endPoint(), {4.0, 2.0, 0.0}));
 }
 
-TEST_F(CenterBody, ValuesOfTheClassAndTheirDefaults) {
+TEST_F(CenterBody, ValuesThatAreMissingOrOfAnotherType) {
   changeBody(make({circle_}), [&](Body& body) {
-    ZnArray<ZnString> names;
+    Keys names;
     body.ownedValueParamNames(names);
     for (const ZnString& name : names)
       if (name.find(L"CenterDepId") < 0) body.removeValueParam(name);
-    EXPECT_FALSE(body.subentLineType().isEmpty());
-    EXPECT_EQ(body.subentLineType(), ZnTorviStyle::getCenterLineTypeName());
-    EXPECT_EQ(body.subentLineWeight(), 0);
-    EXPECT_EQ(body.subentLinetypeScale(), 0.0);
-    EXPECT_EQ(body.cachedViewportScale(), 0.0);
+    EXPECT_TRUE(body.subentLineWeight() == 0 && body.subentLinetypeScale() == 0.0);
     EXPECT_FALSE(body.isExplicitlyDeassociatived() || body.associationToBeBroken() ||
                  body.getCachedAssociateStatus());
     EXPECT_TRUE(body.styleDepId().isNull() && body.dimStyleDepId().isNull());
-
     body.setValueParam(L"SubentLineType", ZnDbEvalVariant(3));
     EXPECT_EQ(body.subentLineType(), ZnTorviStyle::getCenterLineTypeName());
-    body.setDimStyleDepId(circle_);
-    EXPECT_EQ(body.getObjectIdParam(L"DimStyleDepId"), circle_);
     body.setIsExplicitlyDeassociatived(true);
     EXPECT_EQ(body.getDoubleParam(L"IsExplicitlyDeassociatived", -1.0), 1.0);
-    body.setAssociationToBeBroken(true);
-    EXPECT_EQ(body.getDoubleParam(L"AssociationToBeBroken", -1.0), 1.0);
-
     const std::pair<ZnDbEvalVariant, int> kWeights[] = {
         {25.9, 25}, {-3.9, -3}, {1e300, 0}, {-1e300, 0}, {ZnDbEvalVariant(40), 0}, {L"30", 0}};
     for (const auto& [stored, read] : kWeights) {
       body.setValueParam(L"SubentLineWeight", stored);
       EXPECT_EQ(body.subentLineWeight(), read);
     }
-  });
-  for (const double value : {1e60, 2e60}) EXPECT_TRUE(Body::isAutoMatchExtension(value));
-  for (const double value : {9.9e59, 0.0, -1e60}) EXPECT_FALSE(Body::isAutoMatchExtension(value));
-}
-
-TEST_F(CenterBody, TheStyleIsADependencyThatIsReplacedButNotRemoved) {
-  changeBody(make({circle_}), [&](Body& body) {
+    // The style is a dependency that is replaced but not removed.
     for (const ZnDbObjectId style : {db_->dimstyle(), ZnDbObjectId()}) {
       EXPECT_EQ(body.addDependencyToStyle(style), Quorl::eOk);
       EXPECT_EQ(body.getStyleId(), style);
-      EXPECT_EQ(body.styleDepId().isNull(), style.isNull());
       ZnArray<ZnDbObjectId> actions;
       ZnDbAssocAction::getActionsDependentOnObject(db_->dimstyle(), true, false, actions);
-      EXPECT_EQ(actions.length(), 1) << "the old dependency stays";
+      EXPECT_EQ(actions.length(), 1);
     }
   });
+  EXPECT_TRUE(Body::isAutoMatchExtension(1e60) && Body::isAutoMatchExtension(2e60));
+  EXPECT_FALSE(Body::isAutoMatchExtension(9.9e59) || Body::isAutoMatchExtension(-1e60));
 }
 
 // The reference takes the user's coordinate system, and is turned for a circle that faces the other way.
@@ -165,17 +136,15 @@ TEST_F(CenterBody, TheReferenceLiesInTheUsersCoordinateSystem) {
       {"tilted", turned, {0, 0, 0}, x, -1.0},
       {"shifted system", ZnGeMatrix3d::translation(z) * turned, {3, 4, 1}, -z, 2.0 * std::numbers::pi - 0.5}};
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
     db_->setUcsMatrix(row.ucs);
     const ZnDbCircle circle(row.center, row.normal, 2.0);
     ZnDbBlockReference reference, expected;
     ASSERT_EQ(expected.setBlockTransform(row.ucs), Quorl::eOk);
     if (row.rotation >= 0.0) expected.setRotation(row.rotation);
     ZnDbTorviActionBodyUtils::setCenterRotation(&reference, &circle);
-    EXPECT_TRUE(reference.blockTransform().isEqualTo(expected.blockTransform()));
-    ZnDbBlockReference plain;
-    ZnDbTorviActionBodyUtils::setCenterRotation(&plain, nullptr);
-    EXPECT_TRUE(plain.blockTransform().isEqualTo(row.ucs));
+    EXPECT_TRUE(reference.blockTransform().isEqualTo(expected.blockTransform())) << row.what;
+    ZnDbTorviActionBodyUtils::setCenterRotation(&expected, nullptr);
+    EXPECT_TRUE(expected.blockTransform().isEqualTo(row.ucs));
   }
 }
 

@@ -1,9 +1,7 @@
 // The store of values and edges that all bodies share, and the format in which a body is filed.
-#include <memory>
-
 #include "quorl/db/core/memory_filer.h"
+#include "quorl/file/drawing_file.h"
 #include "torvi_core/scripted_body.h"
-#include "torvi_core/tdoc_list_filer.h"
 
 namespace {
 
@@ -153,92 +151,47 @@ TEST_F(ParamStore, RenamingAnOutput) {
   }
 }
 
-TEST_F(ParamStore, TheBinaryFormIsTheObjectAndAVersion) {
-  ZnDbHolder<Body> body(bodyOf(center_));
-  ZnDbMemoryFiler base(ZnDbFiler::kFile, db_.get()), out(ZnDbFiler::kFile, db_.get());
-  EXPECT_EQ(body->ZnDbObject::bdocOutFields(base), Quorl::eOk);
-  const std::string object = base.takeBytes();
-  EXPECT_EQ(body->bdocOutFields(out), Quorl::eOk);
-  EXPECT_EQ(out.bytes(), object + std::string(2, '\0'));
-  struct {
-    std::string bytes;
-    Quorl::ErrorStatus status;
-  } const rows[] = {{std::string(out.bytes()), Quorl::eOk},
-                    {object + std::string("\1\0", 2), Quorl::eNewerVersion},
-                    {object + std::string("\377\377", 2), Quorl::eNewerVersion},
-                    {object, Quorl::eFilerError},
-                    {object.substr(0, object.size() / 2), Quorl::eFilerError}};
-  for (const auto& row : rows) {
+// The version stands behind the object's own fields.
+TEST_F(ParamStore, BodiesOfALaterVersionAreRefused) {
+  ZnDbMemoryFiler out(ZnDbFiler::kFile, db_.get());
+  ZnDbHolder<Body>(bodyOf(center_))->bdocOutFields(out);
+  const std::string whole(out.bytes()), object = whole.substr(0, whole.size() - 2);
+  const std::pair<std::string, Quorl::ErrorStatus> binaries[] = {
+      {whole, Quorl::eOk},
+      {object + std::string("\1\0", 2), Quorl::eNewerVersion},
+      {object + std::string("\377\377", 2), Quorl::eNewerVersion},
+      {object, Quorl::eFilerError},
+      {object.substr(0, object.size() / 2), Quorl::eFilerError}};
+  for (const auto& [bytes, status] : binaries) {
     ZnDbMemoryFiler in(ZnDbFiler::kFile, db_.get());
-    in.setBytes(row.bytes);
-    Body read;
-    EXPECT_EQ(read.bdocInFields(in), row.status) << row.bytes.size();
-    EXPECT_TRUE(row.status == Quorl::eFilerError || read.ownerId() == body->ownerId());
+    in.setBytes(bytes);
+    EXPECT_EQ(Body().bdocInFields(in), status) << bytes.size();
   }
-  ZnDbMemoryFiler failing(ZnDbFiler::kFile, db_.get());
-  failing.setStatus(Quorl::eFileAccess);
-  EXPECT_EQ(body->bdocOutFields(failing), Quorl::eFileAccess);
-  EXPECT_EQ(failing.bytes(), object);
-}
-
-// Refuses one marker, as a disk that is full does.
-class FailingAtMarker : public TdocListFiler {
-public:
-  using TdocListFiler::TdocListFiler;
-  void writeSubclassMarker(const wchar_t* name) override {
-    TdocListFiler::writeSubclassMarker(name);
-    if (ZnString(name) == L"ZnDbTorviActionBody") setStatus(Quorl::eFileAccess);
+  std::string text;
+  ZnFileError error;
+  ASSERT_EQ(zndbDrawingToBytes(*db_, ZnDrawingFormat::kText, text, error), Quorl::eOk);
+  const std::string marker = "100\nZnDbTorviActionBody\n";
+  const std::pair<std::string, Quorl::ErrorStatus> texts[] = {{"90\n0\n", Quorl::eOk},
+                                                              {"90\n1\n", Quorl::eNewerVersion},
+                                                              {"90\n-1\n", Quorl::eNewerVersion},
+                                                              {"70\n0\n", Quorl::eUnexpectedGroupCode}};
+  const size_t at = text.find(marker + texts[0].first) + marker.size();
+  ASSERT_GT(at, marker.size());
+  for (const auto& [version, status] : texts) {
+    std::string changed = text;
+    changed.replace(at, texts[0].first.size(), version);
+    // The reader says what the checksum of the changed text is.
+    const bool isWhole = zndbDrawingFromBytes(changed, error) != nullptr;
+    const std::string said = error.text();
+    const size_t is = said.find(" is "), expected = said.find(", expected ");
+    ASSERT_EQ(isWhole, status == Quorl::eOk) << said;
+    if (isWhole) continue;
+    const std::string stored = said.substr(expected + 11), actual = said.substr(is + 4, expected - is - 4);
+    changed.replace(changed.find(stored), stored.size(), actual);
+    error = {};
+    EXPECT_FALSE(zndbDrawingFromBytes(changed, error)) << version;
+    EXPECT_EQ(error.status, status) << error.text();
   }
-};
-
-TEST_F(ParamStore, TheTextFormHasOneMarkerForAllClasses) {
-  for (ZnRxClass* cls : {ZnDbCenterMarkActionBody::desc(), ScriptedPlainBody::desc()}) {
-    const std::unique_ptr<ZnDbObject> body(static_cast<ZnDbObject*>(cls->create()));
-    TdocListFiler object(db_.get()), out(db_.get());
-    EXPECT_EQ(body->ZnDbObject::tdocOutFields(object), Quorl::eOk);
-    EXPECT_EQ(body->tdocOutFields(out), Quorl::eOk);
-    ASSERT_EQ(out.items.size(), object.items.size() + 2);
-    EXPECT_EQ(out.items[object.items.size()].text.utf8(), "ZnDbTorviActionBody");
-    EXPECT_EQ(out.items.back().code, 90);
-    EXPECT_EQ(out.items.back().integer, 0);
-    FailingAtMarker failing(db_.get());
-    EXPECT_EQ(body->tdocOutFields(failing), Quorl::eFileAccess);
-    EXPECT_EQ(failing.items.size(), object.items.size() + 1);
-  }
-}
-
-TEST_F(ParamStore, ReadingTheTextForm) {
-  struct {
-    const wchar_t* marker; // null for none
-    std::vector<std::pair<int, int>> numbers;
-    Quorl::ErrorStatus status;
-    int nextCode = 0; // of the item left to read; 0 for none
-  } const rows[] = {{L"ZnDbTorviActionBody", {{90, 0}}, Quorl::eOk},
-                    {L"ZnDbTorviActionBody", {{90, 0}, {70, 3}}, Quorl::eOk, 70},
-                    {L"ZnDbTorviActionBody", {{90, 1}}, Quorl::eNewerVersion},
-                    {L"ZnDbTorviActionBody", {{90, -1}}, Quorl::eNewerVersion},
-                    {L"ZnDbTorviActionBody", {{70, 0}}, Quorl::eUnexpectedGroupCode, 70},
-                    {L"ZnDbTorviActionBody", {}, Quorl::eFilerError},
-                    {L"ZnDbTorviActionBodyBase", {{90, 1}}, Quorl::eOk, 100},
-                    {nullptr, {}, Quorl::eOk}};
-  ZnDbHolder<Body> body(bodyOf(center_));
-  for (const auto& row : rows) {
-    SCOPED_TRACE(&row - rows);
-    TdocListFiler in(db_.get());
-    ASSERT_EQ(body->ZnDbObject::tdocOutFields(in), Quorl::eOk);
-    if (row.marker) in.writeSubclassMarker(row.marker);
-    for (const auto& [code, value] : row.numbers) in.writeInteger(code, value);
-    Body read;
-    EXPECT_EQ(read.tdocInFields(in), row.status);
-    EXPECT_EQ(read.ownerId(), body->ownerId());
-    ZnDbTdocItem next;
-    EXPECT_EQ(in.readItem(next) == Quorl::eOk, row.nextCode != 0);
-    EXPECT_EQ(next.code, row.nextCode);
-  }
-  TdocListFiler failing(db_.get());
-  failing.setStatus(Quorl::eFileAccess);
-  Body read;
-  EXPECT_EQ(read.tdocInFields(failing), Quorl::eFileAccess);
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "torvi_core/scripted_body.h"
 
-#include <algorithm>
-
 #include "torvi/host/class_registration.h"
 
 using Quorl::ErrorStatus;
@@ -11,10 +9,6 @@ TORVI_DEFINE_BODY_CLASS(ScriptedPlainBody, ZnDbTorviActionBody)
 
 Script script;
 
-int Script::count(const std::string& what) const {
-  return static_cast<int>(std::count(log.begin(), log.end(), what));
-}
-
 ScriptedLayout::ScriptedLayout(ZnDbObjectId centerObject)
     : ZnDbTorviLayout(centerObject) {
   script.log.push_back("layout");
@@ -23,7 +17,8 @@ ScriptedLayout::ScriptedLayout(ZnDbObjectId centerObject)
 
 namespace {
 
-ErrorStatus generate(ErrorStatus status, Curves& curves, Keys& keys) {
+ErrorStatus generate(const char* what, ErrorStatus status, Curves& curves, Keys& keys) {
+  script.log.push_back(what);
   script.generate(curves);
   for (const std::wstring& key : script.keys) keys.append(key);
   return status;
@@ -32,7 +27,6 @@ ErrorStatus generate(ErrorStatus status, Curves& curves, Keys& keys) {
 } // namespace
 
 ErrorStatus ScriptedLayout::createEntities(ZnArray<ZnDbEntity*>& entities, Keys& keys) {
-  script.log.push_back("create");
   for (const char kind : script.entities) {
     ZnDbEntity* entity = nullptr;
     if (kind == 'l') entity = new ZnDbLine;
@@ -40,17 +34,15 @@ ErrorStatus ScriptedLayout::createEntities(ZnArray<ZnDbEntity*>& entities, Keys&
     entities.append(entity);
   }
   for (const std::wstring& key : script.keys) keys.append(key);
-  return script.createStatus;
+  return Quorl::eOk;
 }
 
 ErrorStatus ScriptedLayout::evaluateGeometry(Curves& curves, Keys& keys) {
-  script.log.push_back("evaluate");
-  return generate(script.evaluateStatus, curves, keys);
+  return generate("evaluate", script.evaluateStatus, curves, keys);
 }
 
 ErrorStatus ScriptedLayout::compareGeometry(Curves& curves, Keys& keys) {
-  script.log.push_back("compare");
-  return generate(script.compareStatus, curves, keys);
+  return generate("compare", script.compareStatus, curves, keys);
 }
 
 ErrorStatus ScriptedLayout::adjustEntities(const ZnArray<ZnDbEntity*>&, const Keys&) {
@@ -69,16 +61,12 @@ ErrorStatus ScriptedMarkBody::breakAssociativity() {
   return ZnDbTorviActionBody::breakAssociativity();
 }
 
-ErrorStatus ScriptedBuilder::subAddInputEdgeToBody(ZnDbTorviActionBody*, const ZnDbEdgeRef& edge) const {
-  addedToBody.push_back(edge);
-  return hookStatus;
-}
-
 void ScriptedTest::SetUp() {
   DrawingTest::SetUp();
   script = Script();
   ScriptedMarkBody::rxInit();
   ScriptedPlainBody::rxInit();
+  circle_ = addCircle({0.0, 0.0, 0.0}, 5.0);
 }
 
 void ScriptedTest::TearDown() {
@@ -98,30 +86,4 @@ ZnDbObjectId ScriptedTest::make(const std::vector<ZnDbObjectId>& inputs, ZnRxCla
   EXPECT_EQ(builder.createTorvi(center), Quorl::eOk);
   script.log.clear();
   return center;
-}
-
-ZnDbObjectId ScriptedTest::addEmptyBlock() {
-  ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
-  record->setName(L"*U");
-  ZnDbHolder<ZnDbBlockTable> table;
-  EXPECT_EQ(table.openForWrite(db_->blockTableId()), Quorl::eOk);
-  ZnDbObjectId id;
-  EXPECT_EQ(table->add(id, record.object()), Quorl::eOk);
-  return id;
-}
-
-ZnDbObjectId ScriptedTest::addReference(ZnDbObjectId block, const ZnGeMatrix3d& transform,
-                                        ZnDbObjectId space) {
-  auto* reference = new ZnDbBlockReference({0.0, 0.0, 0.0}, block);
-  EXPECT_EQ(reference->setBlockTransform(transform), Quorl::eOk);
-  return add(reference, space);
-}
-
-std::vector<ZnDbObjectId> ScriptedTest::liveEntities(ZnDbObjectId block) {
-  std::vector<ZnDbObjectId> live;
-  ZnDbHolder<ZnDbBlockTableRecord> record(block);
-  EXPECT_TRUE(record.isOpen());
-  for (const ZnDbObjectId id : record->entityIds())
-    if (!id.isErased()) live.push_back(id);
-  return live;
 }

@@ -17,9 +17,8 @@ protected:
   };
 
   std::vector<Subject> subjects() {
-    const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 4.0);
     const ZnDbObjectId plain = addReference(addEmptyBlock(), ZnGeMatrix3d::translation({1.0, 2.0, 0.0}));
-    const ZnDbObjectId dead = addMark(circle), bodiless = addMark(circle);
+    const ZnDbObjectId dead = addMark(circle_), bodiless = addMark(circle_);
     const Wrapper wrapperOfDead(dead), wrapperOfBodiless(bodiless);
     for (const ZnDbObjectId mark : {dead, bodiless}) {
       const ZnDbObjectId body = bodyOf(mark), action = ZnDbAssocActionBody::parentAction(body);
@@ -28,7 +27,7 @@ protected:
     }
     erase(dead);
     return {{"null", Wrapper(ZnDbObjectId()), Quorl::eNullObjectId, false},
-            {"circle", Wrapper(circle), Quorl::eNullObjectId, false},
+            {"circle", Wrapper(circle_), Quorl::eNullObjectId, false},
             {"plain reference", Wrapper(plain), Quorl::eNullObjectId, true},
             {"erased", wrapperOfDead, Quorl::eWasErased, false},
             {"without body", wrapperOfBodiless, Quorl::eWasErased, true}};
@@ -37,33 +36,26 @@ protected:
 
 TEST_F(DeadWrapper, ReadingGivesNeutralValues) {
   put(L"CENTERLTSCALE", ZnRxVariableValue::ofDouble(2.5));
-  const std::vector<Subject> all = subjects();
-  ASSERT_EQ(all.size(), 5u);
-  for (const Subject& subject : all) {
+  for (const Subject& subject : subjects()) {
     SCOPED_TRACE(subject.what);
     const Wrapper& wrapper = subject.wrapper;
-    EXPECT_TRUE(wrapper.styleDepId().isNull());
-    EXPECT_TRUE(wrapper.doesActionMatchCurrentGeometry());
     ZnArray<ZnDbEdgeRef> edges(1);
     ZnArray<ZnDbObjectId> ids{wrapper.centerObjId()};
-    ZnArray<ZnString> keys{ZnString(L"k")};
+    Keys keys{ZnString(L"k")};
     OwnedCurves owned;
-    EXPECT_EQ(wrapper.getEdgeRefs(edges), Quorl::eOk);
-    EXPECT_EQ(wrapper.getAssociatedEntitiesIds(ids), Quorl::eOk);
-    EXPECT_EQ(wrapper.getCenterEntitesIds(ids), Quorl::eOk);
-    EXPECT_EQ(wrapper.getOutputEdgeKeys(keys), Quorl::eOk);
-    EXPECT_EQ(wrapper.getCenterObjGeometry(owned.curves), Quorl::eOk);
+    for (const Quorl::ErrorStatus status :
+         {wrapper.getEdgeRefs(edges), wrapper.getAssociatedEntitiesIds(ids), wrapper.getCenterEntitesIds(ids),
+          wrapper.getOutputEdgeKeys(keys), wrapper.getCenterObjGeometry(owned.curves)})
+      EXPECT_EQ(status, Quorl::eOk);
     EXPECT_EQ(edges.length() + ids.length() + keys.length() + owned.curves.length(), 2);
-    EXPECT_TRUE(wrapper.getOutputEdge(L"1").isNull() && wrapper.getDependentViewportId().isNull());
+    EXPECT_TRUE(wrapper.styleDepId().isNull() && wrapper.getOutputEdge(L"1").isNull() &&
+                wrapper.getDependentViewportId().isNull() && wrapper.doesActionMatchCurrentGeometry());
     EXPECT_FALSE(wrapper.isAssociative() || wrapper.isFullyAssociative() ||
                  wrapper.isExplicitlyDeassociatived() || wrapper.associationToBeBroken() ||
-                 wrapper.isCenterEvaluationSupressed());
-    EXPECT_TRUE(wrapper.edgeRefCount() == 0 && wrapper.cachedViewportScale() == 0.0);
-    EXPECT_EQ(wrapper.subentLineWeight(), -1);
+                 wrapper.isCenterEvaluationSupressed() || wrapper.isAutoMatchExtension(1e60));
+    EXPECT_EQ(wrapper.edgeRefCount() + wrapper.cachedViewportScale() + wrapper.autoMatchExtension(), 0.0);
+    EXPECT_TRUE(wrapper.subentLineWeight() == -1 && wrapper.subentLinetypeScale() == 2.5);
     EXPECT_EQ(wrapper.subentLineType(), ZnTorviStyle::getCenterLineTypeName());
-    EXPECT_EQ(wrapper.subentLinetypeScale(), 2.5);
-    EXPECT_EQ(wrapper.autoMatchExtension(), 0.0);
-    EXPECT_FALSE(wrapper.isAutoMatchExtension(1e60));
     if (subject.hasReference) continue;
     EXPECT_TRUE(wrapper.colorIndex() == 256 && wrapper.subentColorIndex() == 256);
     EXPECT_EQ(wrapper.subentColor(), ZnCmColor());
@@ -103,10 +95,11 @@ TEST_F(DeadWrapper, WritingGivesTheStatusOfTheOpening) {
 }
 
 TEST_F(DeadWrapper, KindIsAMatterOfTheBodysClass) {
-  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 4.0), mark = addMark(circle);
-  const ZnDbObjectId derived = make({circle}), unknown = make({circle}, ScriptedPlainBody::desc());
+  const ZnDbObjectId mark = addMark(circle_), derived = make({circle_}),
+                     unknown = make({circle_}, ScriptedPlainBody::desc());
+  ZnResBufList context(znutBuildList(5003, 7, 5000));
   for (const ZnDbObjectId id :
-       {mark, derived, unknown, addReference(addEmptyBlock()), circle, ZnDbObjectId()}) {
+       {mark, derived, unknown, addReference(addEmptyBlock()), circle_, ZnDbObjectId()}) {
     const bool isMark = id == mark || id == derived, hasBody = isMark || id == unknown;
     const ZnDbTorviType kind = isMark ? kCenterMark : kTorviNone;
     const Wrapper wrapper(id);
@@ -121,8 +114,17 @@ TEST_F(DeadWrapper, KindIsAMatterOfTheBodysClass) {
     EXPECT_EQ(pointer.object() != nullptr, isMark);
     EXPECT_EQ(pointer.centerObject(), id);
     EXPECT_EQ(dynamic_cast<ZnDbCenterMarkObjectWrapper*>(pointer.object()) != nullptr, isMark);
+    for (const ZnDbTorviType type :
+         {kCenterMark, kCenterLine, kEdgeExtension, kCenterMarkPattern, kTorviAny}) {
+      EXPECT_EQ(ZnTorviLyxUtils::isCenterObject(id, type), isMark) << type;
+      EXPECT_EQ(ZnTorviLyxUtils::isCenterObjectOfType(id, type),
+                isMark && (type == kTorviAny || type == kCenterMark));
+      EXPECT_EQ(ZnTorviLyxUtils::isCenterObject(id, type, context), isMark);
+      ASSERT_TRUE(context) << "only a pattern asked as one changes it";
+    }
   }
-  EXPECT_EQ(Wrapper::getCenterTypeFromActionBody(circle), kTorviNone);
+  EXPECT_FALSE(ZnTorviLyxUtils::isCenterObject(static_cast<Wrapper*>(nullptr), kTorviAny, context));
+  EXPECT_EQ(Wrapper::getCenterTypeFromActionBody(circle_), kTorviNone);
   // A body brought down with its reference still names it as a center object.
   erase(mark);
   EXPECT_TRUE(Wrapper::isCenterObject(mark));

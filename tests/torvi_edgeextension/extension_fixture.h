@@ -1,20 +1,19 @@
 // A drawing with edge extensions.
 #pragma once
 
-#include "support/point_text.h"
+#include "support/drawing_fixture.h"
 #include "torvi/edgeextension/action_body.h"
 #include "torvi/edgeextension/builder.h"
 #include "torvi/edgeextension/layout.h"
-#include "torvi_core/scripted_body.h"
 
-class EdgeExtensionTest : public ScriptedTest {
+class EdgeExtensionTest : public DrawingTest {
 protected:
   using Body = ZnDbEdgeExtensionActionBody;
   using Extension = ZnDbEdgeExtensionObjectWrapper;
   using P3 = ZnGePoint3d;
 
   void SetUp() override {
-    ScriptedTest::SetUp();
+    DrawingTest::SetUp();
     setStyle(1.0, 0.5);
   }
   // How far the lines run past the crossing, and the gap at which they start.
@@ -24,7 +23,6 @@ protected:
       EXPECT_EQ(style.setExtensionOffset(gap), Quorl::eOk);
     });
   }
-  ZnDbObjectId addLineOf(const char* ends) { return addLine(pointsOf(ends)[0], pointsOf(ends)[1]); }
   ZnDbObjectId addExtension(const ZnDbEdgeRef& first, const ZnDbEdgeRef& second) {
     ZnDbObjectId id;
     EXPECT_EQ(ZnTorviLyxUtils::createEdgeExtension({first, second}, id, db_.get()), Quorl::eOk);
@@ -36,16 +34,6 @@ protected:
     right_ = addLineOf("4,0 10,0");
     up_ = addLineOf("0,9 0,3");
     return addExtension(edgeOf(right_), edgeOf(up_));
-  }
-  void setLine(ZnDbObjectId id, const char* ends) {
-    change<ZnDbLine>(id, [&](ZnDbLine& line) {
-      line.setStartPoint(pointsOf(ends)[0]);
-      line.setEndPoint(pointsOf(ends)[1]);
-    });
-  }
-  void moveLine(ZnDbObjectId id, const char* ends) {
-    setLine(id, ends);
-    evaluateChanges();
   }
   // Whether the ends of its lines, as drawn in the coordinates of the space, are these.
   static testing::AssertionResult shows(ZnDbObjectId id, const std::vector<P3>& expected,

@@ -98,38 +98,9 @@ TEST_F(PatternBuilder, AnEdgeMayJoinWhereAllThenLieOnOneCurve) {
   }
 }
 
-TEST_F(PatternBuilder, FirstValuesAreTheCallersAndTheStyles) {
-  put(L"CENTERCROSSSIZE", L"0.25x");
-  const ZnDbEdgeRef arc = edgeOf(addArc({0.0, 0.0, 0.0}, 20.0, 0.0, 3.0));
-  struct {
-    Holes holes;
-    Wish wish;
-    CenterMarkPatternType type;
-  } const rows[] = {{ring(4, 4), {kNone, false, true}, kRing},
-                    {ring(4, 4), {kRow, true, false}, kRow},
-                    {ring(2, 4), {kRing, true, false, arc}, kRing},
-                    {row(2), {}, kRow}};
-  for (const auto& row : rows) {
-    put(L"CENTEREXE", ZnRxVariableValue::ofDouble(1.75));
-    const Wrapper made(addPattern(edgesOf(row.holes), row.wish));
-    put(L"CENTEREXE", ZnRxVariableValue::ofDouble(0.25));
-    EXPECT_EQ(made.getCenterPatternType(), row.type);
-    EXPECT_EQ(made.isFullPCD(), row.wish.full && row.type == kRing);
-    EXPECT_EQ(made.showCenterMark(), row.wish.show);
-    EXPECT_EQ(made.edgeRefCount(), static_cast<int>(row.holes.size()));
-    EXPECT_EQ(made.crossHairLengthExpression(), L"0.25x");
-    EXPECT_EQ(made.horizontalStartOvershoot(), 1.75) << "stored, not read again";
-    ZnDbEdgeRef reference;
-    double pick = 0.0;
-    EXPECT_EQ(made.getReferenceEdge(reference, pick), !row.wish.reference.isEmpty());
-  }
-}
-
 TEST_F(PatternBuilder, AnEditWritesTheDifference) {
   const ZnDbObjectId id = addPattern(addHoles(ring(4, 8)));
-  ASSERT_EQ(Wrapper(id).setEndOvershoot(L"CenterLine-0-1-2-3", 2.5), Quorl::eOk);
   Builder loaded(db_.get());
-  EXPECT_TRUE(loaded.isAutoFullPCD());
   ASSERT_EQ(loaded.loadTorvi(id), Quorl::eOk);
   EXPECT_FALSE(loaded.isAutoFullPCD());
   const Builder before(loaded);
@@ -146,25 +117,13 @@ TEST_F(PatternBuilder, AnEditWritesTheDifference) {
     EXPECT_TRUE(changed.hasEditChanges(before)) << &change - changes;
   }
   EXPECT_FALSE(loaded.hasEditChanges(before) || Builder(db_.get()).hasEditChanges(before));
-
-  EXPECT_TRUE(loaded.removeInputEdge(loaded.inputEdges()[1]));
-  loaded.addInputEdge(fifth);
-  loaded.setShowCentermark(true);
-  loaded.setReferenceEdge(rim, 1.0);
-  ASSERT_EQ(loaded.modifyTorvi(), Quorl::eOk);
-  EXPECT_EQ(centerLine(id), "CenterLine-0-2-3-4") << "the emptied place stays";
-  EXPECT_EQ(Wrapper(id).endOvershoot(L"CenterLine-0-2-3-4"), 2.5);
-  EXPECT_TRUE(Wrapper(id).showCenterMark());
   ZnDbEdgeRef reference;
   double pick = 0.0;
-  EXPECT_TRUE(Wrapper(id).getReferenceEdge(reference, pick));
-
-  ASSERT_EQ(loaded.loadTorvi(id), Quorl::eOk);
-  EXPECT_EQ(loaded.inputEdgeCount(), 4) << "without the emptied one";
-  loaded.clearReferenceEdge();
-  ASSERT_EQ(loaded.modifyTorvi(), Quorl::eOk);
-  EXPECT_FALSE(Wrapper(id).getReferenceEdge(reference, pick));
-  EXPECT_EQ(statusOf(id), kIsUpToDateAssocStatus);
+  for (const bool set : {true, false}) {
+    set ? loaded.setReferenceEdge(rim, 1.0) : loaded.clearReferenceEdge();
+    ASSERT_EQ(loaded.modifyTorvi(), Quorl::eOk);
+    EXPECT_EQ(Wrapper(id).getReferenceEdge(reference, pick), set);
+  }
   EXPECT_EQ(loaded.loadTorvi(addMark(addCircle({0.0, 90.0, 0.0}, 4.0))), Quorl::eInvalidInput)
       << "another kind";
 }

@@ -82,20 +82,10 @@ protected:
     return edges;
   }
   ZnArray<ZnDbEdgeRef> edgesOf(const Holes& holes) { return edgesOf(addHoles(holes)); }
-  static ZnDbEdgeRef edgeAlong(const ZnArray<ZnDbObjectId>& path) {
-    return ZnDbEdgeRef(ZnDbFullSubentPath(path, ZnDbSubentId(ZnDb::kEdgeSubentType, 0)));
-  }
   // The same holes in a block of their own, seen through a reference; the result is in the holes' order.
   ZnArray<ZnDbEdgeRef> nestedEdges(const Holes& holes, const ZnGeMatrix3d& place = ZnGeMatrix3d::kIdentity) {
-    ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
-    record->setName(ZnString(L"part") + handleText(db_->nextHandle()));
-    ZnDbHolder<ZnDbBlockTable> table;
-    EXPECT_EQ(table.openForWrite(db_->blockTableId()), Quorl::eOk);
-    EXPECT_EQ(table->add(block_, record.object()), Quorl::eOk);
-    record.close();
-    auto* reference = new ZnDbBlockReference(ZnGePoint3d::kOrigin, block_);
-    reference->setBlockTransform(place);
-    reference_ = add(reference);
+    block_ = addEmptyBlock();
+    reference_ = addReference(block_, place);
     ZnArray<ZnDbEdgeRef> edges;
     for (const Hole& hole : holes) edges.append(edgeAlong({reference_, add(hole, block_)}));
     return edges;
@@ -141,12 +131,7 @@ protected:
     evaluateChanges();
   }
   template<class Ask> static void ask(ZnDbObjectId pattern, Ask&& question) {
-    ZnDbHolder<Body> body(bodyOf(pattern));
-    ASSERT_TRUE(body.isOpen());
-    question(const_cast<const Body&>(*body));
-  }
-  static ZnDbAssocStatus statusOf(ZnDbObjectId pattern) {
-    return ZnDbHolder<ZnDbTorviActionBody>(bodyOf(pattern))->status();
+    DrawingTest::ask<Body>(pattern, question);
   }
 
   // What is drawn under a key, in the coordinates of the pattern's space: kind and ends of each entity that
@@ -177,11 +162,6 @@ protected:
       if (Drawn texts = drawn(pattern, key.utf8()); !texts.empty()) all[key.utf8()] = texts;
     return all;
   }
-  static std::string keysOf(ZnDbObjectId pattern) {
-    std::string text;
-    for (const auto& row : drawing(pattern)) text += (text.empty() ? "" : " ") + row.first;
-    return text;
-  }
   // As if it had been made over the holes that are there, which keep their numbers.
   void expectAsIfMadeNow(ZnDbObjectId pattern, const Ids& holes, const Wish& wish) {
     Ids present;
@@ -201,6 +181,8 @@ protected:
     }
     EXPECT_GT(made.size(), 2u);
     EXPECT_EQ(drawing(pattern), made);
+    // Outputs are compared by their keys: their order in the block is that of their history.
+    EXPECT_EQ(Wrapper(pattern).doesActionMatchCurrentGeometry(), present.size() == holes.size());
     erase(fresh);
     EXPECT_EQ(statusOf(pattern), kIsUpToDateAssocStatus);
   }

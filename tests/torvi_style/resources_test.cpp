@@ -42,15 +42,12 @@ std::vector<std::string> placeholders(const std::string& text) {
 TEST(Texts, EveryLanguageHasEveryNumberWithTheSamePlaceholders) {
   const std::vector<Texts> languages = allLanguages();
   ASSERT_EQ(languages.size(), 2u);
-  for (const Texts& texts : languages) {
-    ASSERT_EQ(texts.size(), languages[0].size());
-    for (const auto& [number, text] : texts) {
-      ASSERT_TRUE(languages[0].contains(number)) << number;
-      EXPECT_FALSE(text.empty()) << number;
-      EXPECT_EQ(placeholders(text), placeholders(languages[0].at(number))) << number;
-    }
-    EXPECT_EQ(texts.at(kTorviMsgDefaultLinetype), "CENTER");
+  for (const auto& [number, text] : languages[0]) {
+    ASSERT_TRUE(languages[1].contains(number)) << number;
+    EXPECT_FALSE(text.empty() || languages[1].at(number).empty()) << number;
+    EXPECT_EQ(placeholders(text), placeholders(languages[1].at(number))) << number;
   }
+  EXPECT_EQ(languages[0].size(), languages[1].size());
 }
 
 TEST(Texts, TheLanguageIsTheHostsAtTheTimeOfLoading) {

@@ -65,30 +65,25 @@ TEST_F(CenterLayer, IsMadeLikeTheStandardLayerAndFoundAgain) {
     layer.setColor(ZnCmColor::fromIndex(3));
     layer.setLineWeight(ZnDb::kLineWeight070);
   });
-  EXPECT_TRUE(layerNamed(L"Center Lines").isNull());
   const ZnDbObjectId made = centerLayer();
   EXPECT_EQ(made, layerNamed(L"Center Lines"));
   EXPECT_EQ(traitsOf(made), traitsOf(db_->layerZero()));
   EXPECT_EQ(centerLayer(), made);
 }
 
-TEST_F(CenterLayer, StatusesOfWhatCantBe) {
+TEST_F(CenterLayer, EntitiesMoveToItEvenFromALockedLayer) {
+  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 1.0), locked = addLayer(L"Locked");
+  change<ZnDbEntity>(circle, [&](ZnDbEntity& entity) { entity.setLayer(locked); });
+  setLocked(locked, true);
+  EXPECT_EQ(ZnTorviSetLayer::setCenterLayer(circle), Quorl::eOk);
+  EXPECT_EQ(layerOf(circle), layerNamed(L"Center Lines"));
+  EXPECT_NE(ZnTorviSetLayer::setCenterLayer(ZnDbObjectId()), Quorl::eOk);
   ZnDbObjectId id;
   EXPECT_EQ(ZnTorviSetLayer::getCenterLayerId(nullptr, id), Quorl::eNoDatabase);
   const size_t before = db_->objectCount();
   put(L"CENTERLAYER", L"a<b");
   EXPECT_EQ(ZnTorviSetLayer::getCenterLayerId(db_.get(), id), Quorl::eInvalidName);
   EXPECT_EQ(db_->objectCount(), before);
-}
-
-TEST_F(CenterLayer, EntitiesMoveToItEvenFromALockedLayer) {
-  const ZnDbObjectId circle = addCircle({0.0, 0.0, 0.0}, 1.0);
-  const ZnDbObjectId locked = addLayer(L"Locked");
-  change<ZnDbEntity>(circle, [&](ZnDbEntity& entity) { entity.setLayer(locked); });
-  change<ZnDbLayerTableRecord>(locked, [](ZnDbLayerTableRecord& layer) { layer.setIsLocked(true); });
-  EXPECT_EQ(ZnTorviSetLayer::setCenterLayer(circle), Quorl::eOk);
-  EXPECT_EQ(ZnDbHolder<ZnDbEntity>(circle)->layerId(), layerNamed(L"Center Lines"));
-  EXPECT_NE(ZnTorviSetLayer::setCenterLayer(ZnDbObjectId()), Quorl::eOk);
 }
 
 TEST_F(CenterLayer, ClearedOverridesStillApply) {
@@ -99,51 +94,35 @@ TEST_F(CenterLayer, ClearedOverridesStillApply) {
 }
 
 TEST_F(CenterLayer, OverridesActOnLayersThatTheModuleMakes) {
-  const ZnDbObjectId dashed = addLinetype(L"D", {3.0, -1.0}, false);
+  const ZnDbObjectId dashed = addLinetype(L"D", {3.0, -1.0}, false), old = centerLayer();
   const Traits wanted{ZnDb::kLineWeight050, dashed, ZnCmColor::fromIndex(1), ZnCmTransparency(100)};
-  const ZnDbObjectId old = centerLayer();
-  const Traits before = traitsOf(old);
-  ASSERT_EQ(zndbApplyTorviLayerOverrides(wanted.lineWeight, dashed, wanted.color, wanted.transparency),
-            Quorl::eOk);
+  const Traits standard = traitsOf(db_->layerZero()), before = traitsOf(old);
+  const auto apply = [](const Traits& traits) {
+    return zndbApplyTorviLayerOverrides(traits.lineWeight, traits.linetype, traits.color,
+                                        traits.transparency);
+  };
+  const auto made = [&](const wchar_t* name) {
+    put(L"CENTERLAYER", name);
+    return traitsOf(centerLayer());
+  };
+  ASSERT_EQ(apply(wanted), Quorl::eOk);
   EXPECT_EQ(centerLayer(), old);
   EXPECT_EQ(traitsOf(old), before);
-  put(L"CENTERLAYER", L"New");
-  EXPECT_EQ(traitsOf(centerLayer()), wanted);
-
-  // What is no linetype changes nothing.
+  EXPECT_EQ(made(L"New"), wanted);
   for (const ZnDbObjectId bad : {ZnDbObjectId(), db_->layerZero()})
-    EXPECT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLineWeight211, bad, ZnCmColor(), ZnCmTransparency()),
-              Quorl::eInvalidLinetypeId);
-  put(L"CENTERLAYER", L"New again");
-  EXPECT_EQ(traitsOf(centerLayer()), wanted);
-
+    EXPECT_EQ(apply({ZnDb::kLineWeight211, bad, {}, {}}), Quorl::eInvalidLinetypeId);
+  EXPECT_EQ(made(L"New again"), wanted) << "what is no linetype changes nothing";
   ASSERT_EQ(zndbClearTorviLayerOverrides(), Quorl::eOk);
-  put(L"CENTERLAYER", L"New once more");
-  Traits withoutLinetype = wanted;
-  withoutLinetype.linetype = traitsOf(db_->layerZero()).linetype;
-  EXPECT_EQ(traitsOf(centerLayer()), withoutLinetype);
-}
-
-// Color and linetype come before the lineweight, transparency after it.
-TEST_F(CenterLayer, ARefusedLineWeightStopsTheTransparency) {
-  const Traits standard = traitsOf(db_->layerZero());
-  const Traits wanted{standard.lineWeight, addLinetype(L"D", {3.0, -1.0}, false), ZnCmColor::fromIndex(1),
-                      standard.transparency};
-  ASSERT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLineWeightByLayer, wanted.linetype, wanted.color,
-                                         ZnCmTransparency(100)),
-            Quorl::eOk);
-  EXPECT_EQ(traitsOf(centerLayer()), wanted);
-}
-
-TEST_F(CenterLayer, ALinetypeOfAnotherDrawingIsLeftAlone) {
+  Traits cleared = wanted;
+  cleared.linetype = standard.linetype;
+  EXPECT_EQ(made(L"New once more"), cleared) << "the others still apply";
+  // Color and linetype come before the lineweight, transparency after it: one that is refused stops it.
+  ASSERT_EQ(apply({ZnDb::kLineWeightByLayer, dashed, wanted.color, wanted.transparency}), Quorl::eOk);
+  EXPECT_EQ(made(L"Refused"), (Traits{standard.lineWeight, dashed, wanted.color, standard.transparency}));
   auto other = std::make_unique<ZnDbDatabase>();
-  ASSERT_EQ(zndbApplyTorviLayerOverrides(ZnDb::kLineWeight050, other->continuousLinetype(),
-                                         ZnCmColor::fromIndex(2), ZnCmTransparency(100)),
-            Quorl::eOk);
+  ASSERT_EQ(apply({ZnDb::kLineWeight050, other->continuousLinetype(), wanted.color, {}}), Quorl::eOk);
   other.reset();
-  const Traits made = traitsOf(centerLayer());
-  EXPECT_EQ(made.lineWeight, ZnDb::kLineWeight050);
-  EXPECT_EQ(made.linetype, traitsOf(db_->layerZero()).linetype);
+  EXPECT_EQ(made(L"Of another drawing").linetype, standard.linetype);
 }
 
 } // namespace
