@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 
+#include "support/file_content.h"
 #include "support/run_program.h"
 
 namespace {
@@ -19,11 +19,6 @@ std::vector<fs::path> scenes() {
     if (entry.is_directory()) folders.push_back(entry.path());
   std::sort(folders.begin(), folders.end());
   return folders;
-}
-
-std::string contentOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 class Scene : public testing::TestWithParam<fs::path> {};

@@ -4,7 +4,6 @@
 #include "quorl/assoc/evaluation_pointer.h"
 #include "quorl/assoc/manager.h"
 #include "quorl/db/core/id_mapping.h"
-#include "quorl/db/table/block_table.h"
 
 using Quorl::ErrorStatus;
 
@@ -64,37 +63,28 @@ ErrorStatus SumBody::postProcessAfterDeepCloneOverride(ZnDbIdMapping& mapping) {
   return Quorl::eOk;
 }
 
-AssocTest::AssocTest()
-    : database(std::make_unique<ZnDbDatabase>()) {
+AssocTest::AssocTest() {
   SumBody::evaluated.clear();
   SumBody::postProcessed.clear();
   SumBody::failing.setNull();
 }
 
 AssocTest::~AssocTest() {
-  for (const ZnString& fault : linkFaults(*database)) ADD_FAILURE() << fault.utf8();
-  for (const ZnString& fault : database->audit(false)) ADD_FAILURE() << fault.utf8();
+  for (const ZnString& fault : linkFaults(db)) ADD_FAILURE() << fault.utf8();
 }
 
-ZnDbObjectId AssocTest::addEntity(ZnDbEntity* entity, ZnDbObjectId block) {
-  ZnDbHolder<ZnDbBlockTableRecord> record;
-  record.openForWrite(block.isNull() ? database->modelSpaceId() : block);
-  ZnDbObjectId id;
-  EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
-  entity->close();
-  return id;
-}
-
-ZnDbObjectId AssocTest::addCircle(double radius) {
-  return addEntity(new ZnDbCircle(ZnGePoint3d(), ZnGeVector3d::kZAxis, radius));
+ZnDbObjectId AssocTest::addBody() {
+  ZnDbObjectId actionId, bodyId;
+  EXPECT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
+                SumBody::desc(), db.modelSpaceId(), actionId, bodyId),
+            Quorl::eOk);
+  EXPECT_EQ(ZnDbAssocActionBody::parentAction(bodyId), actionId);
+  return bodyId;
 }
 
 ZnDbObjectId AssocTest::addSum(const std::vector<ZnDbObjectId>& inputs, ZnDbObjectId output,
                                bool readsOutput) {
-  ZnDbObjectId actionId, bodyId;
-  EXPECT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
-                SumBody::desc(), database->modelSpaceId(), actionId, bodyId),
-            Quorl::eOk);
+  const ZnDbObjectId bodyId = addBody();
   addDependency(bodyId, ZnDbCompoundObjectId(output), readsOutput, true);
   for (const ZnDbObjectId input : inputs) addDependency(bodyId, ZnDbCompoundObjectId(input), true, false);
   setStatus(bodyId, kChangedDirectlyAssocStatus);
@@ -113,34 +103,16 @@ ZnDbObjectId AssocTest::addDependency(ZnDbObjectId bodyId, const ZnDbCompoundObj
   return id;
 }
 
-void AssocTest::setRadius(ZnDbObjectId id, double radius) {
-  ZnDbHolder<ZnDbCircle> circle;
-  ASSERT_EQ(circle.openForWrite(id), Quorl::eOk);
-  ASSERT_EQ(circle->setRadius(radius), Quorl::eOk);
-}
-
-double AssocTest::radius(ZnDbObjectId id) const {
-  const ZnDbHolder<ZnDbCircle> circle(id, true);
-  return circle.isOpen() ? circle->radius() : -1.0;
-}
-
-void AssocTest::erase(ZnDbObjectId id, bool erasing) {
-  ZnDbHolder<ZnDbObject> object;
-  ASSERT_EQ(object.openForWrite(id, true), Quorl::eOk);
-  ASSERT_EQ(object->erase(erasing), Quorl::eOk);
-}
-
 ZnDbAssocStatus AssocTest::statusOf(ZnDbObjectId bodyId) const {
   const ZnDbHolder<ZnDbAssocActionBody> body(bodyId);
   return body.isOpen() ? body->status() : kUnresolvedAssocStatus;
 }
 
 void AssocTest::setStatus(ZnDbObjectId bodyId, ZnDbAssocStatus status) {
-  ZnDbHolder<ZnDbAssocAction> action;
-  ASSERT_EQ(action.openForWrite(ZnDbAssocActionBody::parentAction(bodyId)), Quorl::eOk);
-  action->setStatus(status, true, false);
+  change<ZnDbAssocAction>(ZnDbAssocActionBody::parentAction(bodyId),
+                          [=](ZnDbAssocAction& action) { action.setStatus(status, true, false); });
 }
 
 ErrorStatus AssocTest::evaluate(ZnDbAssocEvaluationCallback* callback) {
-  return ZnDbAssocManager::evaluateTopLevelNetwork(database.get(), callback, 0);
+  return ZnDbAssocManager::evaluateTopLevelNetwork(&db, callback, 0);
 }

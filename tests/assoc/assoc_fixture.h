@@ -1,17 +1,10 @@
 // Circles whose radii follow other circles: the smallest network that shows what is evaluated, and when.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <vector>
-
 #include "assoc/check_links.h"
 #include "quorl/assoc/action_body.h"
 #include "quorl/assoc/network.h"
-#include "quorl/db/core/database.h"
-#include "quorl/db/core/undo.h"
-#include "quorl/db/entity/circle.h"
+#include "support/host_drawing.h"
 
 // Writes one circle: its radius becomes half the sum of the radii that it reads, plus 1, so that chains of
 // any length keep to numbers that are exact to compare.
@@ -31,24 +24,18 @@ public:
   static std::vector<ZnDbObjectId> postProcessed;
 };
 
-class AssocTest : public testing::Test {
+class AssocTest : public HostDrawingTest {
 protected:
   AssocTest();
   ~AssocTest() override;
 
-  ZnDbObjectId addCircle(double radius);
-  ZnDbObjectId addEntity(ZnDbEntity* entity, ZnDbObjectId block = ZnDbObjectId());
+  ZnDbObjectId addCircle(double radius) { return HostDrawing::addCircle(0.0, radius); }
+  ZnDbObjectId addBody();
   // A body whose action reads the inputs (plain ids) and writes the output, which it may read too; it is
   // marked.
   ZnDbObjectId addSum(const std::vector<ZnDbObjectId>& inputs, ZnDbObjectId output, bool readsOutput = false);
   ZnDbObjectId addDependency(ZnDbObjectId bodyId, const ZnDbCompoundObjectId& on, bool isRead, bool isWrite);
-  void setRadius(ZnDbObjectId circle, double radius);
-  double radius(ZnDbObjectId circle) const;
-  void erase(ZnDbObjectId id, bool erasing = true);
   ZnDbAssocStatus statusOf(ZnDbObjectId bodyId) const;
   void setStatus(ZnDbObjectId bodyId, ZnDbAssocStatus status);
   Quorl::ErrorStatus evaluate(ZnDbAssocEvaluationCallback* callback = nullptr);
-  ZnDbUndoRecorder& undo() { return database->undoRecorder(); }
-
-  std::unique_ptr<ZnDbDatabase> database;
 };

@@ -2,7 +2,6 @@
 #include "quorl/assoc/dependency.h"
 #include "quorl/db/core/id_mapping.h"
 #include "quorl/db/core/line_weight.h"
-#include "quorl/db/table/block_table.h"
 
 namespace {
 
@@ -42,9 +41,9 @@ TEST_F(CloneTest, an_action_travels_with_what_it_writes) {
     ZnArray<ZnDbObjectId> objects;
     if (c.withSource) objects.append(source);
     if (c.withOutput) objects.append(output);
-    ZnDbIdMapping mapping(ZnDb::kCopyContext, database.get(), database.get());
+    ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
     SumBody::postProcessed.clear();
-    ASSERT_EQ(database->deepCloneObjects(objects, database->paperSpaceId(), mapping), Quorl::eOk);
+    ASSERT_EQ(db.deepCloneObjects(objects, db.paperSpaceId(), mapping), Quorl::eOk);
     const ZnDbObjectId copiedSource = c.withSource ? cloneOf(mapping, source) : source;
     const ZnDbObjectId copiedOutput = cloneOf(mapping, output);
     EXPECT_EQ(SumBody::postProcessed.size(), static_cast<size_t>(c.actionsOfClone));
@@ -57,13 +56,13 @@ TEST_F(CloneTest, an_action_travels_with_what_it_writes) {
     ASSERT_EQ(actions.length(), c.actionsOfClone);
     const ZnDbHolder<ZnDbAssocAction> action(actions[0]);
     EXPECT_EQ(action->owningNetwork()->objectId(),
-              ZnDbAssocNetwork::getInstanceFromObject(database->paperSpaceId(), false, false));
+              ZnDbAssocNetwork::getInstanceFromObject(db.paperSpaceId(), false, false));
     EXPECT_EQ(action->actionBody(), cloneOf(mapping, bodyId));
     // It follows its own source: the copy, or the original that stayed behind.
     setRadius(copiedSource, 30.0);
     evaluate();
-    EXPECT_EQ(radius(copiedOutput), 16.0);
-    EXPECT_EQ(radius(output), c.withSource ? 2.0 : 16.0);
+    EXPECT_EQ(radiusOf(copiedOutput), 16.0);
+    EXPECT_EQ(radiusOf(output), c.withSource ? 2.0 : 16.0);
     setRadius(source, 2.0);
     evaluate();
   }
@@ -71,9 +70,8 @@ TEST_F(CloneTest, an_action_travels_with_what_it_writes) {
 
 TEST_F(CloneTest, in_another_drawing_what_stayed_behind_is_broken) {
   ZnDbDatabase other;
-  ZnDbIdMapping mapping(ZnDb::kCopyInContext, database.get(), &other);
-  ASSERT_EQ(database->deepCloneObjects(ZnArray<ZnDbObjectId>{output}, other.modelSpaceId(), mapping),
-            Quorl::eOk);
+  ZnDbIdMapping mapping(ZnDb::kCopyInContext, &db, &other);
+  ASSERT_EQ(db.deepCloneObjects(ZnArray<ZnDbObjectId>{output}, other.modelSpaceId(), mapping), Quorl::eOk);
   const ZnDbObjectId copiedBody = cloneOf(mapping, bodyId);
   ASSERT_EQ(copiedBody.database(), &other);
   const ZnDbHolder<ZnDbAssocActionBody> body(copiedBody);
@@ -90,10 +88,9 @@ TEST_F(CloneTest, in_another_drawing_what_stayed_behind_is_broken) {
 
 TEST_F(CloneTest, a_copied_action_can_be_undone_and_redone) {
   undo().startStep();
-  ZnDbIdMapping mapping(ZnDb::kCopyContext, database.get(), database.get());
-  ASSERT_EQ(
-      database->deepCloneObjects(ZnArray<ZnDbObjectId>{source, output}, database->modelSpaceId(), mapping),
-      Quorl::eOk);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
+  ASSERT_EQ(db.deepCloneObjects(ZnArray<ZnDbObjectId>{source, output}, db.modelSpaceId(), mapping),
+            Quorl::eOk);
   const ZnDbObjectId copy = cloneOf(mapping, output);
   EXPECT_EQ(undo().undo(), Quorl::eOk);
   EXPECT_TRUE(copy.isErased());
@@ -102,5 +99,5 @@ TEST_F(CloneTest, a_copied_action_can_be_undone_and_redone) {
   EXPECT_EQ(writers(copy).length(), 1);
   setRadius(cloneOf(mapping, source), 8.0);
   evaluate();
-  EXPECT_EQ(radius(copy), 5.0);
+  EXPECT_EQ(radiusOf(copy), 5.0);
 }

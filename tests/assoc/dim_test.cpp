@@ -5,7 +5,6 @@
 #include "quorl/db/core/id_mapping.h"
 #include "quorl/db/entity/aligned_dimension.h"
 #include "quorl/db/entity/diametric_dimension.h"
-#include "quorl/db/entity/line.h"
 #include "quorl/db/entity/radial_dimension.h"
 #include "quorl/db/entity/viewport.h"
 
@@ -18,10 +17,7 @@ protected:
     return dimension->measurement();
   }
   void moveCircle(ZnDbObjectId id, const ZnGePoint3d& center, double radius) {
-    ZnDbHolder<ZnDbCircle> circle;
-    ASSERT_EQ(circle.openForWrite(id), Quorl::eOk);
-    circle->setCenter(center);
-    circle->setRadius(radius);
+    change<ZnDbCircle>(id, [&](ZnDbCircle& circle) { circle.setCenter(center), circle.setRadius(radius); });
   }
   static ZnDbEdgeRef edgeOf(ZnDbObjectId id) {
     return ZnDbEdgeRef(ZnDbFullSubentPath(id, ZnDb::kEdgeSubentType, 0));
@@ -32,9 +28,8 @@ protected:
 
 TEST_F(DimTest, radius_and_diameter_follow_their_circle) {
   const ZnDbObjectId circle = addCircle(2.0);
-  const ZnDbObjectId radial = addEntity(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(0, 7, 0)));
-  const ZnDbObjectId diametric =
-      addEntity(new ZnDbDiametricDimension(ZnGePoint3d(-1, 0, 0), ZnGePoint3d(1, 0, 0)));
+  const ZnDbObjectId radial = add(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(0, 7, 0)));
+  const ZnDbObjectId diametric = add(new ZnDbDiametricDimension(ZnGePoint3d(-1, 0, 0), ZnGePoint3d(1, 0, 0)));
   ZnDbObjectId radialBody, diametricBody, wrong;
   EXPECT_EQ(ZnDbAssocRadialDimActionBody::createAndPostToDatabase(edgeOf(circle), diametric, wrong),
             Quorl::eWrongObjectClass);
@@ -63,14 +58,14 @@ TEST_F(DimTest, radius_and_diameter_follow_their_circle) {
 
 TEST_F(DimTest, a_copied_radius_follows_the_copied_circle) {
   const ZnDbObjectId circle = addCircle(2.0);
-  const ZnDbObjectId radial = addEntity(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(1, 0, 0)));
+  const ZnDbObjectId radial = add(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(1, 0, 0)));
   ZnDbObjectId body;
   ASSERT_EQ(ZnDbAssocRadialDimActionBody::createAndPostToDatabase(edgeOf(circle), radial, body), Quorl::eOk);
   for (const bool withCircle : {true, false}) {
     ZnArray<ZnDbObjectId> objects{radial};
     if (withCircle) objects.append(circle);
-    ZnDbIdMapping mapping(0, database.get(), database.get());
-    ASSERT_EQ(database->deepCloneObjects(objects, database->modelSpaceId(), mapping), Quorl::eOk);
+    ZnDbIdMapping mapping(0, &db, &db);
+    ASSERT_EQ(db.deepCloneObjects(objects, db.modelSpaceId(), mapping), Quorl::eOk);
     ZnDbIdPair copy(radial), copiedCircle(circle);
     ASSERT_TRUE(mapping.compute(copy));
     setRadius(mapping.compute(copiedCircle) ? copiedCircle.value() : circle, 9.0);
@@ -82,9 +77,9 @@ TEST_F(DimTest, a_copied_radius_follows_the_copied_circle) {
 }
 
 TEST_F(DimTest, an_association_moves_the_points_of_a_dimension) {
-  const ZnDbObjectId line = addEntity(new ZnDbLine(ZnGePoint3d(0, 0, 0), ZnGePoint3d(10, 0, 0)));
+  const ZnDbObjectId line = addLine({0, 0, 0}, {10, 0, 0});
   const ZnDbObjectId dimension =
-      addEntity(new ZnDbAlignedDimension(ZnGePoint3d(0, 0, 0), ZnGePoint3d(8, 0, 0), ZnGePoint3d(4, 3, 0)));
+      add(new ZnDbAlignedDimension(ZnGePoint3d(0, 0, 0), ZnGePoint3d(8, 0, 0), ZnGePoint3d(4, 3, 0)));
   ZnArray<ZnDbSubentId> ends;
   ZnDbHolder<ZnDbLine>(line)->getSubentIds(ZnDb::kVertexSubentType, ends);
   ASSERT_EQ(ends.length(), 2);
@@ -98,11 +93,7 @@ TEST_F(DimTest, an_association_moves_the_points_of_a_dimension) {
   EXPECT_EQ(association->getDimAssocGeomIds(geometry), Quorl::eOk);
   EXPECT_TRUE(geometry == ZnArray<ZnDbObjectId>{line});
   EXPECT_FALSE(association->isTransSpatial());
-  {
-    ZnDbHolder<ZnDbLine> moved;
-    ASSERT_EQ(moved.openForWrite(line), Quorl::eOk);
-    moved->setEndPoint(ZnGePoint3d(30, 0, 0));
-  }
+  change<ZnDbLine>(line, [](ZnDbLine& moved) { moved.setEndPoint({30, 0, 0}); });
   EXPECT_EQ(measured<ZnDbAlignedDimension>(dimension), 30.0);
   EXPECT_EQ(ZnDbHolder<ZnDbAlignedDimension>(dimension)->dimensionLinePoint().y, 3.0);
   erase(line);
@@ -114,21 +105,17 @@ TEST_F(DimTest, through_a_viewport_a_dimension_stands_on_the_sheet) {
   auto* viewport = new ZnDbViewport;
   viewport->setCenterPoint(ZnGePoint3d(100, 50, 0));
   viewport->setCustomScale(2.0);
-  const ZnDbObjectId viewportId = addEntity(viewport, database->paperSpaceId());
+  const ZnDbObjectId viewportId = add(viewport, db.paperSpaceId());
   const ZnDbObjectId circle = addCircle(3.0);
   const ZnDbObjectId dimension =
-      addEntity(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(1, 0, 0)), database->paperSpaceId());
+      add(new ZnDbRadialDimension(ZnGePoint3d(), ZnGePoint3d(1, 0, 0)), db.paperSpaceId());
   ZnDbObjectId id;
   const ZnDbFullSubentPath path(ZnArray<ZnDbObjectId>{viewportId, circle},
                                 ZnDbSubentId(ZnDb::kEdgeSubentType, 0));
   ASSERT_EQ(ZnDbDimAssoc::post(dimension, {{0, ZnDbCompoundObjectId(path), path.subentId()}}, id),
             Quorl::eOk);
   EXPECT_DOUBLE_EQ(measured<ZnDbRadialDimension>(dimension), 6.0);
-  {
-    ZnDbHolder<ZnDbViewport> zoomed;
-    ASSERT_EQ(zoomed.openForWrite(viewportId), Quorl::eOk);
-    zoomed->setCustomScale(4.0);
-  }
+  change<ZnDbViewport>(viewportId, [](ZnDbViewport& zoomed) { zoomed.setCustomScale(4.0); });
   EXPECT_DOUBLE_EQ(measured<ZnDbRadialDimension>(dimension), 12.0);
   ZnDbHolder<ZnDbDimAssoc> association;
   ASSERT_EQ(association.openForWrite(id), Quorl::eOk);

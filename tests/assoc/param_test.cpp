@@ -3,7 +3,6 @@
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/pers_subent_id_pe.h"
 #include "quorl/assoc/vertex_action_param.h"
-#include "quorl/db/entity/line.h"
 
 namespace {
 
@@ -129,7 +128,7 @@ TEST_F(ParamTest, an_erased_parameter_takes_its_dependency_along_and_brings_it_b
 }
 
 TEST_F(ParamTest, vertices_by_reference_and_fixed) {
-  const ZnDbObjectId line = addEntity(new ZnDbLine(ZnGePoint3d(1, 0, 0), ZnGePoint3d(4, 0, 0)));
+  const ZnDbObjectId line = addLine({1, 0, 0}, {4, 0, 0});
   const ZnDbObjectId id = addParam(L"V", ZnDbAssocVertexActionParam::desc());
   ZnDbHolder<ZnDbAssocVertexActionParam> param;
   ASSERT_EQ(param.openForWrite(id), Quorl::eOk);

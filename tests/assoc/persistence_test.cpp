@@ -23,14 +23,14 @@ TEST_F(PersistenceTest, marks_are_found_again_from_the_stored_statuses) {
   setRadius(source, 10.0);
   // As after reading a file: nothing is queued, then everything is told that it was loaded.
   std::vector<ZnDbAssocAction*> dropped;
-  const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(database.get(), false);
+  const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(&db, false);
   static_cast<ZnDbAssocNetwork*>(top.slot()->object)->takeMarked(dropped);
   EXPECT_EQ(dropped.size(), 1u);
   EXPECT_EQ(evaluate(), Quorl::eOk);
-  EXPECT_EQ(radius(output), 2.0) << "the mark was taken away";
-  for (const ZnDbObjectId id : database->allObjectIds()) id.slot()->object->loaded();
+  EXPECT_EQ(radiusOf(output), 2.0) << "the mark was taken away";
+  for (const ZnDbObjectId id : db.allObjectIds()) id.slot()->object->loaded();
   EXPECT_EQ(evaluate(), Quorl::eOk);
-  EXPECT_EQ(radius(output), 6.0);
+  EXPECT_EQ(radiusOf(output), 6.0);
 }
 
 TEST_F(PersistenceTest, undo_and_redo_keep_states_links_and_marks) {
@@ -77,7 +77,7 @@ TEST_F(PersistenceTest, undo_and_redo_keep_states_links_and_marks) {
     for (const ZnDbObjectId id : {source, other, output})
       ZnDbAssocAction::getActionsDependentOnObject(id, true, true, readers);
     const ZnDbHolder<ZnDbAssocActionBody> body(bodyId);
-    return State(radius(source), radius(output), body->status(), readers.length());
+    return State(radiusOf(source), radiusOf(output), body->status(), readers.length());
   };
   std::vector<State> states{state()};
   for (const Step& step : steps) {
@@ -90,29 +90,28 @@ TEST_F(PersistenceTest, undo_and_redo_keep_states_links_and_marks) {
       SCOPED_TRACE(std::string("undo of ") + steps[i].name);
       ASSERT_EQ(undo().undo(), Quorl::eOk);
       EXPECT_TRUE(state() == states[i]);
-      EXPECT_TRUE(linkFaults(*database).empty());
+      EXPECT_TRUE(linkFaults(db).empty());
     }
     for (size_t i = 0; i < std::size(steps); ++i) {
       SCOPED_TRACE(std::string("redo of ") + steps[i].name);
       ASSERT_EQ(undo().redo(), Quorl::eOk);
       EXPECT_TRUE(state() == states[i + 1]);
-      EXPECT_TRUE(linkFaults(*database).empty());
+      EXPECT_TRUE(linkFaults(db).empty());
     }
   }
   // Taken back to the edit that was not evaluated: the mark is there, and works.
   for (int i = 0; i < 6; ++i) undo().undo();
   EXPECT_EQ(statusOf(bodyId), kChangedDirectlyAssocStatus);
   evaluate();
-  EXPECT_EQ(radius(output), 5.5);
+  EXPECT_EQ(radiusOf(output), 5.5);
 }
 
 TEST_F(PersistenceTest, members_leave_a_network_without_disturbing_the_others) {
   std::vector<ZnDbObjectId> actions{ZnDbAssocActionBody::parentAction(bodyId)};
   for (int i = 0; i < 6; ++i)
     actions.push_back(ZnDbAssocActionBody::parentAction(addSum({source}, addCircle(1.0))));
-  const ZnDbObjectId networkId =
-      ZnDbAssocNetwork::getInstanceFromObject(database->modelSpaceId(), false, false);
-  const ZnDbObjectId otherId = ZnDbAssocNetwork::getInstanceFromObject(database->paperSpaceId(), true, true);
+  const ZnDbObjectId networkId = ZnDbAssocNetwork::getInstanceFromObject(db.modelSpaceId(), false, false);
+  const ZnDbObjectId otherId = ZnDbAssocNetwork::getInstanceFromObject(db.paperSpaceId(), true, true);
   ASSERT_FALSE(networkId.isNull() || otherId.isNull());
   auto* network = static_cast<ZnDbAssocNetwork*>(networkId.slot()->object);
   auto* other = static_cast<ZnDbAssocNetwork*>(otherId.slot()->object);
@@ -123,7 +122,7 @@ TEST_F(PersistenceTest, members_leave_a_network_without_disturbing_the_others) {
               (ZnArray<ZnDbObjectId>{actions[0], actions[2], actions[3], actions[5], actions[6]}));
   EXPECT_TRUE(other->getActions() == (ZnArray<ZnDbObjectId>{actions[1], actions[4]}));
   EXPECT_EQ(other->moveActionHere(source), Quorl::eInvalidInput);
-  const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(database.get(), false);
+  const ZnDbObjectId top = ZnDbAssocNetwork::getInstanceFromDatabase(&db, false);
   EXPECT_TRUE(static_cast<ZnDbAssocNetwork*>(top.slot()->object)->getActions() ==
               (ZnArray<ZnDbObjectId>{networkId, otherId}));
   // Marks in either network are found from the top.
@@ -131,7 +130,6 @@ TEST_F(PersistenceTest, members_leave_a_network_without_disturbing_the_others) {
   evaluate();
   EXPECT_EQ(SumBody::evaluated.size(), 6u);
   EXPECT_TRUE(ZnDbAssocNetwork::getInstanceFromObject(source, false, false).isNull());
-  const ZnDbObjectId keyed =
-      ZnDbAssocNetwork::getInstanceFromObject(database->modelSpaceId(), true, false, L"K");
+  const ZnDbObjectId keyed = ZnDbAssocNetwork::getInstanceFromObject(db.modelSpaceId(), true, false, L"K");
   EXPECT_FALSE(keyed.isNull() || keyed == networkId);
 }

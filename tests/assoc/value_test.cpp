@@ -7,17 +7,7 @@
 
 namespace {
 
-class ValueTest : public AssocTest {
-protected:
-  ZnDbObjectId newBody() {
-    ZnDbObjectId actionId, bodyId;
-    EXPECT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
-                  SumBody::desc(), database->modelSpaceId(), actionId, bodyId),
-              Quorl::eOk);
-    EXPECT_EQ(ZnDbAssocActionBody::parentAction(bodyId), actionId);
-    return bodyId;
-  }
-};
+class ValueTest : public AssocTest {};
 
 struct Kinds {
   ZnDbEvalVariant value;
@@ -27,7 +17,7 @@ struct Kinds {
 } // namespace
 
 TEST_F(ValueTest, a_variant_answers_its_own_kind_and_refuses_others) {
-  const ZnDbObjectId space = database->modelSpaceId();
+  const ZnDbObjectId space = db.modelSpaceId();
   const Kinds cases[] = {
       {ZnDbEvalVariant(), false, false, false, false, false},
       {ZnDbEvalVariant(7), true, false, false, false, false},
@@ -57,7 +47,7 @@ TEST_F(ValueTest, a_variant_answers_its_own_kind_and_refuses_others) {
   ZnString handle;
   ASSERT_EQ(ZnDbEvalVariant(space).getValue(handle), Quorl::eOk);
   ZnDbObjectId found;
-  EXPECT_EQ(database->getZnDbObjectId(found, false, handle.asZnDbHandle(2)), Quorl::eOk);
+  EXPECT_EQ(db.getZnDbObjectId(found, false, handle.asZnDbHandle(2)), Quorl::eOk);
   EXPECT_EQ(found, space);
 }
 
@@ -70,7 +60,7 @@ TEST_F(ValueTest, equality_of_doubles_is_that_of_their_bits) {
 }
 
 TEST_F(ValueTest, values_by_name_and_index) {
-  const ZnDbObjectId bodyId = newBody();
+  const ZnDbObjectId bodyId = addBody();
   const ZnDbHolder<ZnDbAssocActionBody> held(bodyId);
   auto& body = *held;
   ZnDbEvalVariant value;
@@ -114,7 +104,7 @@ TEST_F(ValueTest, values_by_name_and_index) {
 }
 
 TEST_F(ValueTest, arrays_are_replaced_as_a_whole) {
-  const ZnDbHolder<ZnDbAssocActionBody> held(newBody());
+  const ZnDbHolder<ZnDbAssocActionBody> held(addBody());
   auto& body = *held;
   ZnArray<ZnString> none, texts, errors, evaluators;
   ZnArray<ZnDbEvalVariant> values;
@@ -143,7 +133,7 @@ TEST_F(ValueTest, arrays_are_replaced_as_a_whole) {
 }
 
 TEST_F(ValueTest, writing_needs_the_action_only_where_something_changes) {
-  const ZnDbObjectId bodyId = newBody();
+  const ZnDbObjectId bodyId = addBody();
   const ZnDbHolder<ZnDbAssocActionBody> body(bodyId);
   EXPECT_EQ(body->setValueParam(L"v", ZnDbEvalVariant(1.0)), Quorl::eOk);
   undo().startStep();
@@ -179,9 +169,9 @@ TEST_F(ValueTest, creating_refuses_what_is_no_body_or_no_owner) {
     Quorl::ErrorStatus status;
   };
   const Case cases[] = {
-      {ZnDbCircle::desc(), database->modelSpaceId(), Quorl::eWrongObjectClass},
-      {ZnDbAssocActionBody::desc(), database->modelSpaceId(), Quorl::eWrongObjectClass},
-      {nullptr, database->modelSpaceId(), Quorl::eWrongObjectClass},
+      {ZnDbCircle::desc(), db.modelSpaceId(), Quorl::eWrongObjectClass},
+      {ZnDbAssocActionBody::desc(), db.modelSpaceId(), Quorl::eWrongObjectClass},
+      {nullptr, db.modelSpaceId(), Quorl::eWrongObjectClass},
       {SumBody::desc(), ZnDbObjectId(), Quorl::eInvalidOwner},
   };
   for (const Case& c : cases) {

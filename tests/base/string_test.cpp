@@ -87,21 +87,6 @@ TEST(String, ComparesWithoutCase) {
   }
 }
 
-TEST(String, PartsOfTexts) {
-  const ZnString text(L"center");
-  EXPECT_EQ(text.left(3), L"cen");
-  EXPECT_EQ(text.left(99), L"center");
-  EXPECT_EQ(text.left(-1), L"");
-  EXPECT_EQ(text.mid(3), L"ter");
-  EXPECT_EQ(text.mid(1, 2), L"en");
-  EXPECT_EQ(text.mid(6), L"");
-  EXPECT_EQ(text.mid(-1), L"");
-  EXPECT_EQ(text.find(L"nt"), 2);
-  EXPECT_EQ(text.find(L"x"), -1);
-  EXPECT_EQ(text.last(), L'r');
-  EXPECT_EQ(ZnString().last(), L'\0');
-}
-
 TEST(String, Trims) {
   struct Case {
     const wchar_t* text;
@@ -121,22 +106,6 @@ TEST(String, Trims) {
     EXPECT_EQ(text.trimRight(c.set), c.both);
     EXPECT_EQ(text.isEmpty(), text.length() == 0);
   }
-}
-
-TEST(String, CopiesDoNotSeeEachOthersChanges) {
-  ZnString first(L"mark");
-  ZnString second(first);
-  second += L"s";
-  EXPECT_EQ(first, L"mark");
-  EXPECT_EQ(second, L"marks");
-  ZnString third = second;
-  const ZnString& self = third;
-  third = self;
-  second.clear();
-  EXPECT_EQ(third, L"marks");
-  third += third;
-  EXPECT_EQ(third, L"marksmarks");
-  EXPECT_EQ(first + L"-" + third + ZnString(L"!"), L"mark-marksmarks!");
 }
 
 TEST(String, ReadsLeadingNumbers) {

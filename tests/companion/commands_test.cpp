@@ -3,14 +3,12 @@
 
 #include <memory>
 
-#include "quorl/db/core/database.h"
 #include "quorl/db/core/host_services.h"
-#include "quorl/db/entity/circle.h"
-#include "quorl/db/entity/line.h"
-#include "quorl/db/table/block_table.h"
 #include "quorl/rx/command_registry.h"
 #include "quorl/rx/dynamic_linker.h"
 #include "quorl/rx/services.h"
+#include "support/host_drawing.h"
+#include "support/told_cases.h"
 
 namespace {
 
@@ -33,15 +31,7 @@ struct CompanionCommands : testing::Test {
     znrxUnloadAllModules();
   }
   Value add(ZnDbEntity* entity) {
-    ZnDbHolder<ZnDbEntity> owner(entity);
-    ZnDbHolder<ZnDbBlockTableRecord> space;
-    ZnDbObjectId id;
-    EXPECT_EQ(space.openForWrite(database->modelSpaceId()), Quorl::eOk);
-    EXPECT_EQ(space->appendZnDbEntity(id, entity), Quorl::eOk);
-    return handleText(id.handle()).utf8();
-  }
-  static Value edge(const Value& handle, int index = 0) {
-    return {{"path", Value::array({handle})}, {"index", index}};
+    return handleText(append(database->modelSpaceId(), entity).handle()).utf8();
   }
   static Quorl::ErrorStatus run(const wchar_t* name, ZnRxCommandContext& context) {
     const ZnRxCommand* command = ZnRxCommandRegistry::instance().find(name);
@@ -71,68 +61,21 @@ TEST_F(CompanionCommands, NeedADrawing) {
   }
 }
 
+// Told in refusals.txt, of a drawing with a circle, a circle of radius 0 and a line.
 TEST_F(CompanionCommands, RefuseWhatMakesNoSenseAndChangeNothing) {
-  const Value circle = add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 5));
-  const Value point = add(new ZnDbCircle({9, 0, 0}, ZnGeVector3d::kZAxis, 0));
-  const Value line = add(new ZnDbLine({0, 0, 0}, {5, 0, 0}));
-  const Value none, emptyPath = {{"path", Value::array()}};
-  const struct {
-    const wchar_t* name;
-    const char* argument;
-    Value value;
-    Quorl::ErrorStatus status;
-  } cases[] = {
-      {L"CENTERMARK", "none", none, Quorl::eNoInputEdges},
-      {L"CENTERMARK", "edges", Value(3), Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges", edge(circle), Quorl::eInvalidInput}, // not in a list
-      {L"CENTERMARK", "edges[]", edge(circle, 1), Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges[]", edge(circle, -1), Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges[]", edge("FFFF"), Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges[]", edge("no handle"), Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges[]", edge("1"), Quorl::eInvalidInput}, // a table
-      {L"CENTERMARK", "edges[]", emptyPath, Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges[]", edge(line), Quorl::eInvalidInput},
-      {L"CENTERMARK", "edges[]", edge(point), Quorl::eInvalidInput},
-      {L"CENTERLINE", "none", none, Quorl::eNoInputEdges},
-      {L"CENTERLINE", "edges[]", edge(line), Quorl::eInvalidInput}, // one is not enough
-      {L"EDGEEXTENSION", "edges[]", edge(circle), Quorl::eInvalidInput},
-      {L"REASSOCIATE", "none", none, Quorl::eNothingToDo},
-      {L"REASSOCIATE", "objects[]", circle, Quorl::eInvalidInput},
-      {L"DISASSOCIATE", "none", none, Quorl::eNothingToDo},
-      {L"DISASSOCIATE", "objects[]", circle, Quorl::eInvalidInput},
-      {L"DISASSOCIATE", "objects[]", Value(7), Quorl::eInvalidInput},
-      {L"CENTERPATTERN", "edges[]", edge(line), Quorl::eInvalidInput},
-      {L"CENTERPATTERN", "type", "round", Quorl::eInvalidInput},
-      {L"CENTERPATTERN", "reference", edge("FFFF"), Quorl::eInvalidInput},
-      {L"CENTERPATTERN.EDIT", "objects[]", circle, Quorl::eInvalidInput},
-      {L"CENTERPATTERN.PREVIEW", "none", none, Quorl::eNoInputEdges},
-      {L"TORVI.ANNOTATE", "minRadius", -1.0, Quorl::eInvalidInput},
-      {L"TORVI.ANNOTATE", "maxRadius", -1.0, Quorl::eInvalidInput},
-      {L"TORVI.ANNOTATE", "arcs", 361.0, Quorl::eInvalidInput},
-      {L"TORVI.ANNOTATE", "arcs", -1.0, Quorl::eInvalidInput},
-  };
+  ASSERT_EQ(add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 5)), "10");
+  add(new ZnDbCircle({9, 0, 0}, ZnGeVector3d::kZAxis, 0));
+  add(new ZnDbLine({0, 0, 0}, {5, 0, 0}));
   const size_t before = database->objectCount();
-  for (const auto& row : cases) {
+  runToldCases("companion/refusals.txt", 32, [&](const std::string&, const std::string& input, const Lines&) {
+    const size_t blank = input.find(' ');
     ZnRxCommandContext context;
-    const std::string argument(row.argument);
-    if (argument.back() == ']')
-      context.arguments()[argument.substr(0, argument.size() - 2)].push_back(row.value);
-    else
-      context.arguments()[argument] = row.value;
-    EXPECT_EQ(run(row.name, context), row.status) << ZnString(row.name).utf8() << " " << argument;
-    EXPECT_FALSE(context.message().isEmpty());
-    EXPECT_EQ(database->objectCount(), before) << argument << ": " << context.message().utf8();
-  }
-}
-
-TEST_F(CompanionCommands, AllMarksOfACallAreMadeOrNone) {
-  ZnRxCommandContext context;
-  context.arguments()["edges"] = {edge(add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 5))),
-                                  edge(add(new ZnDbLine({0, 0, 0}, {5, 0, 0})))};
-  const size_t before = database->objectCount();
-  EXPECT_EQ(run(L"CENTERMARK", context), Quorl::eInvalidInput);
-  EXPECT_EQ(database->objectCount(), before);
-  EXPECT_TRUE(database->audit(false).empty());
+    context.arguments() = Value::parse(input.substr(blank));
+    const Quorl::ErrorStatus status = run(ZnString::fromUtf8(input.substr(0, blank)).c_str(), context);
+    EXPECT_EQ(database->objectCount(), before) << input;
+    EXPECT_TRUE(database->audit(false).empty()) << input;
+    return Lines{context.message().utf8(), Quorl::errorStatusText(status)};
+  });
 }
 
 TEST_F(CompanionCommands, AnnotateTellsItsProgress) {

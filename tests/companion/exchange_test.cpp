@@ -39,20 +39,4 @@ TEST(Exchange, WhatIsThereComesBackInItsOrder) {
   EXPECT_EQ(exchange::toJson(-0.0).dump() + exchange::toJson(HUGE_VAL).dump(), "0.0null");
 }
 
-TEST(Exchange, TheFieldOfAnotherKindIsNamed) {
-  constexpr const char* cases[][2] = {{R"({"edges":3})", "edges"},
-                                      {R"({"edges":[{"path":"1"}]})", "edges"},
-                                      {R"({"edges":[{"index":1.5}]})", "edges"},
-                                      {R"({"picks":[[1,2]]})", "picks"},
-                                      {R"({"objects":[7],"edges":3})", "objects"},
-                                      {R"({"edges":[],"other":3})", ""},
-                                      {"null", ""}};
-  for (const auto& [text, wrong] : cases) {
-    exchange::CenterWish wish;
-    std::string named;
-    EXPECT_EQ(exchange::fromJson(Json::parse(text), wish, named), *wrong == '\0') << text;
-    EXPECT_EQ(named, wrong) << text;
-  }
-}
-
 } // namespace

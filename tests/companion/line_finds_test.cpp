@@ -9,6 +9,7 @@
 #include "companion/slots.h"
 #include "companion/strips.h"
 #include "support/point_text.h"
+#include "support/told_cases.h"
 
 namespace {
 
@@ -55,40 +56,55 @@ const ZnGeMatrix3d kPlaces[] = {ZnGeMatrix3d(), ZnGeMatrix3d::translation({5e5, 
                                 ZnGeMatrix3d::mirroring(ZnGePlane({1, 0, 0}, {1, 0.4, 0})),
                                 ZnGeMatrix3d::scaling(0.01)};
 
-TEST(Slots, WhatIsOneAndWhatIsNot) {
-  const std::string sides = "0,-5 50,-5 50,5 0,5 ", ends = "50 5 -90 90 0 5 90 270 ";
-  const struct {
-    const char* name;
-    std::string lines, arcs;
-    std::vector<double> lengths;
-  } cases[] = {
-      {"plain", sides, ends, {50}},
-      {"shorter than wide", "0,-5 2,-5 2,5 0,5", "2 5 -90 90 0 5 90 270", {2}},
-      {"ends in halves", sides, "50 5 -90 0 50 5 0 90 0 5 90 180 0 5 180 270", {50}},
-      {"ends a little off", "0.03,-5 50,-5.03 50,5 0,5", ends, {50}},
-      {"a visible gap", "0.2,-5 50,-5 50,5 0,5", ends, {}},
-      {"two in a row", sides + "70,-5 110,-5 110,5 70,5", ends + "110 5 -90 90 70 5 90 270", {50, 40}},
-      {"a groove", sides + "0,-3 50,-3 50,3 0,3", ends + "50 3 -90 90 0 3 90 270", {50}},
-      {"drawn twice", sides + sides, ends + ends, {50}},
-      {"waisted", sides, "50 5 90 270 0 5 -90 90", {}},
-      {"ends to the same side", sides, "50 5 -90 90 0 5 -90 90", {}},
-      {"quarters drawn twice", "0,-5 50,-5 0,-5 50,-5", "50 5 -90 0 50 5 -90 0 0 5 180 270 0 5 180 270", {}},
-      {"one end open", sides, "50 5 -90 90", {}},
-      {"one side missing", "0,-5 50,-5", ends, {}},
-      {"less than half circles", sides, "50 5 -90 90 0 5 90 260", {}},
-      {"sides in two planes", "0,-5,1 50,-5,1 50,5 0,5", ends, {}},
-      {"a whole circle", "-5,0 5,0", "0 5 0 180 0 5 180 360", {}},
-  };
-  for (const auto& c : cases)
-    for (const ZnGeMatrix3d& place : kPlaces) {
-      SCOPED_TRACE(c.name);
-      Edges edges(c.lines, c.arcs);
-      edges.transform(place);
-      const std::vector<Slot> slots = findSlots(edges.straight, edges.round);
-      ASSERT_EQ(slots.size(), c.lengths.size());
-      for (size_t i = 0; i < slots.size(); ++i)
-        EXPECT_NEAR(slots[i].length / place.scale(), c.lengths[i], 0.05);
-    }
+std::string numbersOf(const std::vector<double>& values) {
+  std::string text;
+  for (const double value : values) text += (text.empty() ? "" : " ") + std::to_string(std::lround(value));
+  return text;
+}
+
+std::string slotsAmong(const std::string& lines, const std::string& arcs, const ZnGeMatrix3d& place) {
+  Edges edges(lines, arcs);
+  edges.transform(place);
+  std::vector<double> lengths;
+  for (const Slot& slot : findSlots(edges.straight, edges.round)) {
+    lengths.push_back(slot.length / place.scale());
+    EXPECT_NEAR(lengths.back(), std::round(lengths.back()), 0.05);
+  }
+  return numbersOf(lengths);
+}
+
+std::string stripsAmong(const std::string& closedLines, const std::string& circle,
+                        const ZnGeMatrix3d& place) {
+  Edges edges;
+  const std::vector<P3> corners = pointsOf(closedLines);
+  for (size_t i = 0; i < corners.size(); ++i) edges.line(corners[i], corners[i % 4 == 3 ? i - 3 : i + 1]);
+  if (circle != "none") edges.arc({std::stod(circle), 1, 0}, 0.3, 0, 360);
+  edges.transform(place);
+  std::vector<double> widths;
+  for (const Strip& strip : findStrips(edges.straight, edges.round)) {
+    widths.push_back(strip.width / place.scale());
+    EXPECT_NEAR(widths.back(), std::round(widths.back()), 1e-6);
+  }
+  P3 inside(5, 1, 0), beside(-5, 1, 0); // where a text may stand
+  inside.transformBy(place), beside.transformBy(place);
+  EXPECT_EQ(findStrips(edges.straight, edges.round, {beside}).size(), widths.size());
+  if (corners.size() == 4 && corners[1].x == 10.0)
+    EXPECT_TRUE(findStrips(edges.straight, edges.round, {inside}).empty());
+  return numbersOf(widths);
+}
+
+// Wherever they stand.
+TEST(LineFinds, WhatIsOneAndWhatIsNot) {
+  runToldCases("companion/line_finds.txt", 26,
+               [](const std::string& section, const std::string& input, const Lines&) {
+                 const std::string first = input.substr(0, input.find(" |")),
+                                   second = input.substr(input.find('|') + 2);
+                 const auto found = section == "slots" ? slotsAmong : stripsAmong;
+                 const std::string told = found(first, second, ZnGeMatrix3d());
+                 for (const ZnGeMatrix3d& place : kPlaces)
+                   EXPECT_EQ(found(first, second, place), told) << input;
+                 return told.empty() ? Lines() : Lines{told};
+               });
 }
 
 RC_GTEST_PROP(SlotProperties, EverySlotIsFoundAmongOtherEdges, ()) {
@@ -121,44 +137,6 @@ RC_GTEST_PROP(SlotProperties, EverySlotIsFoundAmongOtherEdges, ()) {
     RC_ASSERT(std::fabs(slot.ends[0].center.distanceTo(slot.ends[1].center) - slot.length) < 1e-9);
   }
   RC_ASSERT(std::fabs(found - total) < 1e-6);
-}
-
-TEST(Strips, WhatIsOneAndWhatIsNot) {
-  const struct {
-    const char *name, *corners; // of closed lines, four after four
-    double circleAt;            // x of a circle's center at y 1, or none below 0
-    std::vector<double> widths;
-  } cases[] = {
-      {"plain", "0,0 10,0 10,2 0,2", -1, {2}},
-      {"too wide", "0,0 6,0 6,2 0,2", -1, {}},
-      {"just long enough", "0,0 6.01,0 6.01,2 0,2", -1, {2}},
-      {"upright", "0,0 2,0 2,10 0,10", -1, {2}},
-      {"a rhomboid", "0,0 10,0 11,2 1,2", -1, {}},
-      {"a trapezoid", "0,0 10,0 10,2 1,2", -1, {}},
-      {"with a hole", "0,0 10,0 10,2 0,2", 5, {}},
-      {"hole beside", "0,0 10,0 10,2 0,2", 11, {2}},
-      {"one in another", "0,0 40,0 40,9 0,9 5,1 15,1 15,3 5,3", -1, {2}},
-      {"side by side", "0,0 10,0 10,2 0,2 0,2 10,2 10,5 0,5", -1, {2, 3}},
-  };
-  for (const auto& c : cases)
-    for (const ZnGeMatrix3d& place : kPlaces) {
-      SCOPED_TRACE(c.name);
-      Edges edges;
-      const std::vector<P3> corners = pointsOf(c.corners);
-      for (size_t i = 0; i < corners.size(); ++i) edges.line(corners[i], corners[i % 4 == 3 ? i - 3 : i + 1]);
-      if (c.circleAt >= 0.0) edges.arc({c.circleAt, 1, 0}, 0.3, 0, 360);
-      edges.transform(place);
-      std::vector<double> widths;
-      for (const Strip& strip : findStrips(edges.straight, edges.round))
-        widths.push_back(strip.width / place.scale());
-      ASSERT_EQ(widths.size(), c.widths.size());
-      P3 inside(5, 1, 0), beside(-5, 1, 0); // where a text may stand
-      inside.transformBy(place), beside.transformBy(place);
-      EXPECT_EQ(findStrips(edges.straight, edges.round, {beside}).size(), widths.size());
-      if (corners.size() == 4 && corners[1].x == 10.0)
-        EXPECT_TRUE(findStrips(edges.straight, edges.round, {inside}).empty());
-      for (size_t i = 0; i < widths.size(); ++i) EXPECT_NEAR(widths[i], c.widths[i], 1e-6);
-    }
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <sstream>
+
+#include "support/told_cases.h"
 
 namespace {
 
@@ -87,84 +90,50 @@ std::string summary(const Sheet& sheet, const ZnGeMatrix3d& place) {
   return all;
 }
 
-struct Case {
-  const char* name;
+// "ring 6 20" has holes at six places but for those that are named behind, "grid 4 3 10 12" columns, rows and
+// steps, its start and how much every second row is shifted; "at" gives places. "bore" is a circle around
+// which a ring may lie, "rim" an arc of so many degrees; "box" an outline. "radii" makes holes differ,
+// "rounded" their places.
+Sheet sheetOf(const std::string& text) {
   Sheet sheet;
-  const char* found;
-};
+  std::istringstream items(text);
+  for (std::string item; std::getline(items, item, ';');) {
+    std::istringstream words(item);
+    std::string kind;
+    words >> kind;
+    std::vector<double> n;
+    for (double number; words >> number;) n.push_back(number);
+    const std::vector<int> rest(n.begin() + static_cast<std::ptrdiff_t>(std::min<size_t>(n.size(), 2)),
+                                n.end());
+    n.resize(std::max<size_t>(n.size(), 7));
+    if (kind == "ring") sheet.holes = both(sheet.holes, ring(static_cast<int>(n[0]), n[1], {}, rest));
+    if (kind == "grid")
+      sheet.holes = both(
+          sheet.holes, grid(static_cast<int>(n[0]), static_cast<int>(n[1]), n[2], n[3], {n[4], n[5]}, n[6]));
+    for (size_t i = 0; kind == "at" && i < rest.size() + 2; i += 2) sheet.holes.push_back({n[i], n[i + 1]});
+    if (kind == "box") sheet.outlines.push_back(box(n[0], n[1], n[2], n[3]));
+    if (kind == "bore") sheet.witnesses.push_back(bore(n[0], {n[1], n[2]}));
+    if (kind == "rim") sheet.witnesses.push_back({{0, 0}, n[0], n[1] / 180 * kPi, 1});
+    if (kind == "radii")
+      sheet.radii.assign(n.begin(), n.begin() + static_cast<std::ptrdiff_t>(rest.size() + 2));
+    for (size_t i = 0; kind == "rounded" && i < sheet.holes.size(); ++i)
+      sheet.holes[i] += ZnGeVector2d(0.004 * (i % 3), -0.004 * (i % 2));
+  }
+  return sheet;
+}
 
 TEST(PatternSearch, SeesWhatAPersonWouldSee) {
-  Places noisy = ring(12, 30);
-  for (size_t i = 0; i < noisy.size(); ++i) noisy[i] += ZnGeVector2d(0.004 * (i % 3), -0.004 * (i % 2));
-  const Case cases[] = {
-      {"three holes lie on some circle", {ring(3, 20), {}, {}, {}}, ""},
-      {"three around a bore", {ring(3, 20), {}, {bore(8)}, {}}, "o3c"},
-      {"the bore is a hole of the same size", {ring(3, 20), {}, {bore(1)}, {}}, ""},
-      {"the rounding of a corner witnesses nothing", {ring(3, 20), {}, {{{0, 0}, 4, kPi / 2, 1}}, {}}, ""},
-      {"a rim arc does", {ring(3, 20), {}, {{{0, 0}, 25, kPi / 2, 1}}, {}}, "o3c"},
-      {"a rectangle's corners", {grid(2, 2, 50, 30), {box(-9, -9, 59, 39)}, {}, {}}, ""},
-      {"a rectangle's corners around a bore", {grid(2, 2, 50, 30), {}, {bore(6, {25, 15})}, {}}, ""},
-      {"the same on a drawn pitch circle",
-       {grid(2, 2, 40, 30), {}, {bore(6, {20, 15}), bore(25, {20, 15})}, {}},
-       "o4c"},
-      {"a square's corners around a bore", {grid(2, 2, 40, 40), {}, {bore(6, {20, 20})}, {}}, "o4c"},
-      {"four about the middle of the part", {ring(4, 20), {box(-30, -30, 30, 30)}, {}, {}}, "o4m"},
-      {"four off the middle of the part", {ring(4, 20), {box(-30, -30, 40, 30)}, {}, {}}, ""},
-      {"six holes", {ring(6, 20), {}, {}, {}}, "o65"},
-      {"rounded places", {noisy, {}, {}, {}}, "o125"},
-      {"eleven of twelve", {ring(12, 30, {}, {4}), {}, {}, {}}, "o115"},
-      {"five, unequally spaced",
-       {ring(16, 30, {}, {1, 2, 4, 5, 6, 7, 10, 11, 12, 14, 15}), {}, {}, {}},
-       "o55"},
-      {"a ring and a stray", {both(ring(8, 30), {{3, 5}}), {}, {}, {}}, "o85"},
-      {"a ring with a hole in its middle", {both(ring(6, 20), {{0, 0}}), {}, {}, {}}, "o65"},
-      {"two rings whose holes stand in rows", {both(ring(8, 20), ring(8, 40)), {}, {bore(8)}, {}}, "o8c o8c"},
-      {"a ring of larger holes among smaller", {ring(6, 20), {}, {}, {1, 2, 1, 2, 1, 2}}, ""},
-      {"a row", {grid(5, 1, 10, 0), {}, {}, {}}, "-5s"},
-      {"a row of two", {grid(2, 1, 10, 0), {}, {}, {}}, ""},
-      {"three, with others much nearer",
-       {both(grid(3, 1, 40, 0), grid(3, 1, 40, 0, {0, 9})), {}, {}, {}},
-       ""},
-      {"unequal steps", {{{0, 0}, {10, 0}, {23, 0}}, {}, {}, {}}, ""},
-      {"one place empty", {{{0, 0}, {10, 0}, {30, 0}, {40, 0}}, {}, {}, {}}, "~4s"},
-      {"four, one place empty, and two",
-       {{{0, 0}, {10, 0}, {20, 0}, {30, 0}, {50, 0}, {60, 0}}, {}, {}, {}},
-       "~6s"},
-      {"three, and one place empty", {{{0, 0}, {10, 0}, {30, 0}}, {}, {}, {}}, ""},
-      {"a grid", {grid(4, 3, 10, 12), {}, {}, {}}, "-4s -4s -4s"},
-      {"two columns", {grid(2, 9, 10, 10), {}, {}, {}}, "-9s -9s"},
-      {"a staggered grid",
-       {grid(10, 9, 10, 8.66, {}, 5), {}, {}, {}},
-       "-10s -10s -10s -10s -10s -9s -9s -9s -9s"},
-      {"a bow is no row",
-       {ring(60, 100, {},
-             [] {
-               std::vector<int> e(50);
-               std::iota(e.begin(), e.end(), 4);
-               return e;
-             }()),
-        {},
-        {},
-        {}},
-       ""},
-      {"parts on a sheet", {grid(6, 1, 10, 0), {box(-4, -4, 24, 4), box(26, -4, 54, 4)}, {}, {}}, "-3s -3s"},
-      {"parts on a framed sheet",
-       {grid(6, 1, 10, 0), {box(-4, -4, 24, 4), box(26, -4, 54, 4), box(-20, -20, 80, 20)}, {}, {}},
-       "-3s -3s"},
-      {"loose discs beside a line", {grid(6, 1, 10, 0), {box(24, -9, 26, 9)}, {}, {}}, "-3s -3s"},
-  };
-  for (const Case& row : cases) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(summary(row.sheet, ZnGeMatrix3d::kIdentity), row.found);
-    ZnGeMatrix3d elsewhere = ZnGeMatrix3d::translation({1234.5, -77.25, 0});
-    EXPECT_EQ(summary(row.sheet, elsewhere), row.found);
-    // A turned sheet has no axes, which only frames and rows of three care for.
-    const std::string_view found = row.found;
-    if (found.find("-3") != std::string_view::npos) continue;
-    ZnGeMatrix3d turned;
-    turned.setToRotation(0.4, ZnGeVector3d::kZAxis, ZnGePoint3d(3, 4, 0));
-    EXPECT_EQ(summary(row.sheet, turned), row.found);
-  }
+  runToldCases(
+      "companion/pattern_sheets.txt", 33, [](const std::string&, const std::string& input, const Lines&) {
+        const Sheet sheet = sheetOf(input);
+        const std::string found = summary(sheet, ZnGeMatrix3d::kIdentity);
+        EXPECT_EQ(summary(sheet, ZnGeMatrix3d::translation({1234.5, -77.25, 0})), found) << input;
+        // A turned sheet has no axes, which only frames and rows of three care for.
+        if (found.find("-3") == std::string::npos)
+          EXPECT_EQ(summary(sheet, ZnGeMatrix3d::rotation(0.4, ZnGeVector3d::kZAxis, {3, 4, 0})), found)
+              << input;
+        return found.empty() ? Lines() : Lines{found};
+      });
 }
 
 // Scattered holes make no patterns: what is found in them is invented.

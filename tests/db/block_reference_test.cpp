@@ -1,24 +1,21 @@
 // Block references: what they show, are taken apart into, offer to snap and paths, and the links to their
 // block.
-#include "db/drawing_fixture.h"
 #include "db/entity_samples.h"
 #include "db/sampling_draw.h"
 #include "quorl/db/core/id_mapping.h"
 #include "quorl/db/entity/arc.h"
-#include "quorl/db/entity/circle.h"
 #include "quorl/db/entity/edge_ref.h"
 #include "quorl/db/entity/ellipse.h"
-#include "quorl/db/entity/line.h"
 #include "quorl/db/entity/polyline.h"
 #include "quorl/db/entity/viewport.h"
 #include "quorl/ge/angles.h"
+#include "support/host_drawing.h"
 
 using namespace dbTest;
-using Ids = std::vector<ZnDbObjectId>;
 
 namespace {
 
-class BlockReference : public Drawing {};
+class BlockReference : public HostDrawingTest {};
 
 TEST_F(BlockReference, ReadsPositionRotationAndScaleFromTheTransform) {
   const ZnGeVector3d up = ZnGeVector3d::kZAxis;
@@ -64,9 +61,8 @@ TEST_F(BlockReference, DrawsExplodesAndMeasuresItsContent) {
       SCOPED_TRACE(sample.name + ", " + transform.name);
       const ZnDbObjectId inner = addBlock(L"*U"), outer = addBlock(L"*U");
       append(inner, sample.make().release());
-      addReference(outer, inner, ZnGeMatrix3d::translation({3, 0, 0}));
-      const ZnDbHolder<ZnDbBlockReference> reference(
-          addReference(drawing.modelSpaceId(), outer, transform.matrix));
+      addReference(inner, outer, ZnGeMatrix3d::translation({3, 0, 0}));
+      const ZnDbHolder<ZnDbBlockReference> reference(addReference(outer, {}, transform.matrix));
       const std::vector<ZnGePoint3d> drawn = drawnPoints(*reference, chordHeight);
 
       std::vector<ZnGePoint3d> expected = drawnPoints(*sample.make(), chordHeight);
@@ -107,42 +103,35 @@ TEST_F(BlockReference, ExplodedPiecesTakeWhatTheBlockLeftToTheReference) {
   auto* loose = new ZnDbLine({0, 0, 0}, {0, 1, 0});
   append(block, plain);
   const ZnDbObjectId looseId = append(block, loose);
-  {
-    ZnDbHolder<ZnDbEntity> line;
-    ASSERT_EQ(line.openForWrite(looseId), Quorl::eOk);
-    line->setColorIndex(0);
-    ASSERT_EQ(line->setLinetype(L"byblock"), Quorl::eOk);
-    line->setLineWeight(ZnDb::kLineWeightByBlock);
-  }
-  const ZnDbObjectId id = addReference(drawing.modelSpaceId(), block, ZnGeMatrix3d());
-  ZnDbHolder<ZnDbBlockReference> reference;
-  ASSERT_EQ(reference.openForWrite(id), Quorl::eOk);
-  reference->setColorIndex(5);
-  ASSERT_EQ(reference->setLinetype(L"CONTINUOUS"), Quorl::eOk);
-  reference->setLineWeight(ZnDb::kLineWeight070);
+  change(looseId, [](ZnDbEntity& line) {
+    line.setColorIndex(0);
+    EXPECT_EQ(line.setLinetype(L"byblock"), Quorl::eOk);
+    line.setLineWeight(ZnDb::kLineWeightByBlock);
+  });
+  const ZnDbObjectId id = addReference(block);
+  change(id, [](ZnDbEntity& entity) {
+    entity.setColorIndex(5);
+    EXPECT_EQ(entity.setLinetype(L"CONTINUOUS"), Quorl::eOk);
+    entity.setLineWeight(ZnDb::kLineWeight070);
+  });
+  const ZnDbHolder<ZnDbBlockReference> reference(id);
   std::vector<std::unique_ptr<ZnDbEntity>> pieces;
   ASSERT_EQ(reference->explode(pieces), Quorl::eOk);
   ASSERT_EQ(pieces.size(), 2u);
   EXPECT_EQ(pieces[0]->colorIndex(), 3);
-  EXPECT_EQ(pieces[0]->linetypeId(), drawing.byLayerLinetype());
+  EXPECT_EQ(pieces[0]->linetypeId(), db.byLayerLinetype());
   EXPECT_EQ(pieces[1]->colorIndex(), 5);
-  EXPECT_EQ(pieces[1]->linetypeId(), drawing.continuousLinetype());
+  EXPECT_EQ(pieces[1]->linetypeId(), db.continuousLinetype());
   EXPECT_EQ(pieces[1]->lineWeight(), ZnDb::kLineWeight070);
 }
 
 TEST_F(BlockReference, HiddenLayersAndErasedEntitiesStayAway) {
   const ZnDbObjectId block = addBlock(L"part");
-  const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(drawing.layerTableId(), L"other");
+  const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(db.layerTableId(), L"other");
   const ZnDbObjectId first = append(block, new ZnDbLine({0, 0, 0}, {1, 0, 0}));
   const ZnDbObjectId second = append(block, new ZnDbLine({0, 0, 0}, {0, 7, 0}));
-  {
-    ZnDbHolder<ZnDbEntity> line;
-    ASSERT_EQ(line.openForWrite(second), Quorl::eOk);
-    ASSERT_EQ(line->setLayer(L"OTHER"), Quorl::eOk);
-    EXPECT_TRUE(line->layer() == L"other");
-    EXPECT_EQ(line->setLayer(L"absent"), Quorl::eKeyNotFound);
-  }
-  const ZnDbHolder<ZnDbBlockReference> reference(addReference(drawing.modelSpaceId(), block, ZnGeMatrix3d()));
+  change(second, [](ZnDbEntity& line) { EXPECT_EQ(line.setLayer(L"OTHER"), Quorl::eOk); });
+  const ZnDbHolder<ZnDbBlockReference> reference(addReference(block));
   SamplingDraw draw(0.1);
   EXPECT_TRUE(reference->worldDraw(draw));
   EXPECT_EQ(draw.calls.size(), 2u);
@@ -150,43 +139,18 @@ TEST_F(BlockReference, HiddenLayersAndErasedEntitiesStayAway) {
   draw.hiddenLayer = layer;
   EXPECT_TRUE(reference->worldDraw(draw));
   EXPECT_EQ(draw.calls.size(), 1u);
-  {
-    ZnDbHolder<ZnDbEntity> line;
-    ASSERT_EQ(line.openForWrite(first), Quorl::eOk);
-    line->erase();
-  }
+  erase(first);
   EXPECT_FALSE(reference->worldDraw(draw)) << "nothing is left to draw";
 }
 
-TEST_F(BlockReference, BlockKnowsItsReferences) {
-  const ZnDbObjectId block = addBlock(L"part"), other = addBlock(L"other");
-  Ids all;
-  for (int i = 0; i < 4; ++i)
-    all.push_back(addReference(drawing.modelSpaceId(), block, ZnGeMatrix3d::translation({double(i), 0, 0})));
-  EXPECT_EQ(referencesOf(block), all);
-  ZnDbHolder<ZnDbBlockReference> reference;
-  ASSERT_EQ(reference.openForWrite(all[1]), Quorl::eOk);
-  EXPECT_EQ(reference->setBlockTableRecord(drawing.layerZero()), Quorl::eWrongObjectClass);
-  ASSERT_EQ(reference->setBlockTableRecord(other), Quorl::eOk);
-  EXPECT_EQ(referencesOf(block), (Ids{all[0], all[2], all[3]}));
-  EXPECT_EQ(referencesOf(other), (Ids{all[1]}));
-  reference.openForWrite(all[0]);
-  reference->erase();
-  EXPECT_EQ(referencesOf(block), (Ids{all[2], all[3]}));
-  reference->erase(false);
-  EXPECT_EQ(referencesOf(block), (Ids{all[0], all[2], all[3]}));
-  reference.close();
-  EXPECT_TRUE(drawing.audit(false).empty());
-}
-
-class EdgeRefs : public Drawing {
+class EdgeRefs : public HostDrawingTest {
 protected:
   ZnDbObjectId inner = addBlock(L"inner"), outer = addBlock(L"outer");
   ZnDbObjectId circle = append(inner, new ZnDbCircle({1, 0, 0}, ZnGeVector3d::kZAxis, 2.0));
   ZnDbObjectId line = append(inner, new ZnDbLine({0, 0, 0}, {4, 0, 0}));
-  ZnDbObjectId nested = addReference(outer, inner, ZnGeMatrix3d::translation({10, 0, 0}));
+  ZnDbObjectId nested = addReference(inner, outer, ZnGeMatrix3d::translation({10, 0, 0}));
   ZnGeMatrix3d stretch = ZnGeMatrix3d::scaling(ZnGeVector3d(3, 1, 1));
-  ZnDbObjectId top = addReference(drawing.modelSpaceId(), outer, stretch);
+  ZnDbObjectId top = addReference(outer, {}, stretch);
   static ZnDbSubentId edge() { return ZnDbSubentId(ZnDb::kEdgeSubentType, 0); }
 };
 
@@ -202,7 +166,7 @@ TEST_F(EdgeRefs, EvaluateThroughNestedReferences) {
   const std::unique_ptr<ZnDbEntity> shown(ref.createEntity());
   ASSERT_NE(ZnDbLine::cast(shown.get()), nullptr);
   EXPECT_TRUE(dynamic_cast<ZnDbLine&>(*shown).startPoint().isEqualTo({30, 0, 0}));
-  EXPECT_EQ(shown->layerId(), drawing.layerZero());
+  EXPECT_EQ(shown->layerId(), db.layerZero());
 
   const ZnDbVertexRef vertex(ref.entity(), ZnDbSubentId(ZnDb::kVertexSubentType, 1));
   ZnGePoint3d point;
@@ -233,11 +197,7 @@ TEST_F(EdgeRefs, TellWhenTheEdgeIsGone) {
   EXPECT_TRUE(copy == ref);
   ASSERT_EQ(ref.evaluateCurve(curve), Quorl::eOk);
   const ZnDbEdgeRef holding(ref.entity(), edge(), ZnDbSubentId(), curve.get());
-  {
-    ZnDbHolder<ZnDbEntity> entity;
-    ASSERT_EQ(entity.openForWrite(line), Quorl::eOk);
-    entity->erase();
-  }
+  erase(line);
   EXPECT_EQ(ref.evaluateCurve(curve), Quorl::eWasErased);
   EXPECT_EQ(curve, nullptr);
   EXPECT_EQ(ZnDbEdgeRef(holding).evaluateCurve(curve), Quorl::eOk) << "a held curve outlives its entity";
@@ -259,14 +219,14 @@ TEST_F(EdgeRefs, CompoundIdsKeepTheirPath) {
   ASSERT_EQ(id.getTransform(transform), Quorl::eOk);
   EXPECT_TRUE(transform.isEqualTo(stretch * ZnGeMatrix3d::translation({10, 0, 0})));
   // A viewport in front counts for nothing, anything but a reference further on is an error.
-  const ZnDbObjectId window = append(drawing.paperSpaceId(), new ZnDbViewport);
+  const ZnDbObjectId window = append(db.paperSpaceId(), new ZnDbViewport);
   ASSERT_EQ(id.set(line, ZnArray<ZnDbObjectId>{window, nested}), Quorl::eOk);
   ASSERT_EQ(id.getTransform(transform), Quorl::eOk);
   EXPECT_TRUE(transform.isEqualTo(ZnGeMatrix3d::translation({10, 0, 0})));
   ASSERT_EQ(id.set(line, ZnArray<ZnDbObjectId>{nested, window}), Quorl::eOk);
   EXPECT_EQ(id.getTransform(transform), Quorl::eWrongObjectClass);
 
-  ZnDbIdMapping mapping(ZnDb::kCopyContext, &drawing, &drawing);
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
   mapping.assign(ZnDbIdPair(line, circle, true));
   mapping.assign(ZnDbIdPair(nested, top, false));
   ASSERT_EQ(id.set(line, ZnArray<ZnDbObjectId>{nested}), Quorl::eOk);

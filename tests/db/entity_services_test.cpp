@@ -2,26 +2,24 @@
 // and the drawing of dimensions.
 #include <cmath>
 
-#include "db/drawing_fixture.h"
 #include "db/entity_samples.h"
 #include "db/sampling_draw.h"
 #include "quorl/db/entity/aligned_dimension.h"
 #include "quorl/db/entity/block_reference_meta_data.h"
-#include "quorl/db/entity/circle.h"
 #include "quorl/db/entity/diametric_dimension.h"
-#include "quorl/db/entity/line.h"
 #include "quorl/db/entity/match_properties.h"
 #include "quorl/db/entity/properties_overrule.h"
 #include "quorl/db/entity/radial_dimension.h"
 #include "quorl/db/table/dim_style_table.h"
 #include "quorl/db/table/entity_list.h"
 #include "quorl/rx/print.h"
+#include "support/host_drawing.h"
 
 using namespace dbTest;
 
 namespace {
 
-class EntityServices : public Drawing {
+class EntityServices : public HostDrawingTest {
 protected:
   ZnString printed;
   ZnPrintSink before = znutSetPrintSink([this](const ZnString& text) { printed += text.view(); });
@@ -38,7 +36,7 @@ public:
 };
 
 TEST_F(EntityServices, ListingNamesTheCommonAttributes) {
-  const ZnDbHolder<ZnDbEntity> circle(addToModel(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 1.0)));
+  const ZnDbHolder<ZnDbEntity> circle(add(new ZnDbCircle({0, 0, 0}, ZnGeVector3d::kZAxis, 1.0)));
   TitleOnly overrule;
   ZnRxOverrule::addOverrule(ZnDbEntity::desc(), &overrule);
   ShareDB::listEntity(circle.object());
@@ -54,12 +52,12 @@ TEST_F(EntityServices, ListingNamesTheCommonAttributes) {
 }
 
 TEST_F(EntityServices, MatchingCopiesWhatTheFlagsName) {
-  const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(drawing.layerTableId(), L"other");
+  const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(db.layerTableId(), L"other");
   ZnDbHolder<ZnDbEntity> source, target;
-  ASSERT_EQ(source.openForWrite(addToModel(new ZnDbLine)), Quorl::eOk);
+  ASSERT_EQ(source.openForWrite(add(new ZnDbLine)), Quorl::eOk);
   source->setLayer(layer);
   source->setColorIndex(4);
-  source->setLinetype(drawing.continuousLinetype());
+  source->setLinetype(db.continuousLinetype());
   source->setLinetypeScale(2.5);
   source->setLineWeight(ZnDb::kLineWeight100);
   source->setTransparency(ZnCmTransparency(40));
@@ -83,7 +81,7 @@ TEST_F(EntityServices, MatchingCopiesWhatTheFlagsName) {
        [](const ZnDbEntity& a, const ZnDbEntity& b) { return a.transparency() == b.transparency(); }},
   };
   for (const auto& row : rows) {
-    ASSERT_EQ(target.openForWrite(addToModel(new ZnDbLine)), Quorl::eOk);
+    ASSERT_EQ(target.openForWrite(add(new ZnDbLine)), Quorl::eOk);
     match->copyProperties(source.object(), target.object(), row.flag);
     for (const auto& other : rows)
       EXPECT_EQ(other.same(*source, *target), other.flag == row.flag) << row.flag << " and " << other.flag;
@@ -167,25 +165,23 @@ TEST_F(EntityServices, DrawingOverrulesStandInFront) {
 }
 
 TEST_F(EntityServices, DimensionsMeasureAndWriteByTheirStyle) {
-  const ZnDbObjectId styleId = addRecord<ZnDbDimStyleTableRecord>(drawing.dimStyleTableId(), L"inch");
-  {
-    ZnDbHolder<ZnDbDimStyleTableRecord> style;
-    ASSERT_EQ(style.openForWrite(styleId), Quorl::eOk);
-    style->setLengthFactor(0.5);
-    style->setDecimals(3);
-    style->setOverallScale(2.0);
-  }
+  const ZnDbObjectId styleId = addRecord<ZnDbDimStyleTableRecord>(db.dimStyleTableId(), L"inch");
+  change<ZnDbDimStyleTableRecord>(styleId, [](ZnDbDimStyleTableRecord& style) {
+    style.setLengthFactor(0.5);
+    style.setDecimals(3);
+    style.setOverallScale(2.0);
+  });
   ZnDbHolder<ZnDbDimension> dimension;
-  const ZnDbObjectId id = addToModel(new ZnDbAlignedDimension({0, 0, 0}, {30, 40, 0}, {-8, 6, 0}));
+  const ZnDbObjectId id = add(new ZnDbAlignedDimension({0, 0, 0}, {30, 40, 0}, {-8, 6, 0}));
   ASSERT_EQ(dimension.openForWrite(id), Quorl::eOk);
-  EXPECT_EQ(dimension->dimensionStyle(), drawing.dimstyle());
+  EXPECT_EQ(dimension->dimensionStyle(), db.dimstyle());
   EXPECT_DOUBLE_EQ(dimension->measurement(), 50.0);
   EXPECT_TRUE(dimension->formattedText() == L"50.00");
   ASSERT_EQ(dimension->setDimensionStyle(styleId), Quorl::eOk);
   EXPECT_TRUE(dimension->formattedText() == L"25.000");
   dimension->setDimensionText(L"<> mm");
   EXPECT_TRUE(dimension->formattedText() == L"25.000 mm");
-  EXPECT_EQ(dimension->setDimensionStyle(drawing.layerZero()), Quorl::eInvalidInput);
+  EXPECT_EQ(dimension->setDimensionStyle(db.layerZero()), Quorl::eInvalidInput);
 
   // The line stands ten units off the measured points, and its arrows have twice the style's length.
   const ZnDbDimensionGraphics drawn = dimension->graphics();

@@ -1,14 +1,12 @@
-// Layers, linetypes, dimension styles, layouts, colors, and the linetype file.
+// Colors, and the linetype file.
 #include <filesystem>
 #include <fstream>
 
-#include "db/drawing_fixture.h"
-#include "quorl/db/core/memory_filer.h"
-#include "quorl/db/table/dim_style_table.h"
-#include "quorl/db/table/layout.h"
-#include "quorl/db/table/linetype_file.h"
+#include <gtest/gtest.h>
 
-using namespace dbTest;
+#include "quorl/db/core/color.h"
+#include "quorl/db/table/linetype_file.h"
+#include "support/told_cases.h"
 
 namespace {
 
@@ -34,53 +32,6 @@ TEST(Color, NearestIndexOfAPaletteColorLooksTheSame) {
     const ZnCmColor same = ZnCmColor::fromRgb(channel(16), channel(8), channel(0));
     EXPECT_EQ(ZnCmColor::fromIndex(same.colorIndex()).rgb(), rgb) << index;
   }
-}
-
-class Tables : public Drawing {};
-
-template<class T> std::string bytesOf(const T& object) {
-  ZnDbMemoryFiler filer(ZnDbFiler::kFile);
-  object.bdocOutFields(filer);
-  return filer.takeBytes();
-}
-
-TEST_F(Tables, RecordsRefuseWhatCannotBe) {
-  ZnDbLinetypeTableRecord linetype;
-  linetype.setDashCount(3);
-  linetype.setDashLengthAt(0, 5.0);
-  linetype.setDashLengthAt(1, -2.5);
-  EXPECT_DOUBLE_EQ(linetype.patternLength(), 7.5);
-  EXPECT_DOUBLE_EQ(linetype.dashLengthAt(3), 0.0);
-  EXPECT_EQ(linetype.setDashLengthAt(3, 1.0), Quorl::eOutOfRange);
-
-  ZnDbDimStyleTableRecord style;
-  for (auto set : {&ZnDbDimStyleTableRecord::setOverallScale, &ZnDbDimStyleTableRecord::setExtensionOffset,
-                   &ZnDbDimStyleTableRecord::setExtensionBeyond, &ZnDbDimStyleTableRecord::setArrowLength,
-                   &ZnDbDimStyleTableRecord::setTextHeight, &ZnDbDimStyleTableRecord::setTextGap,
-                   &ZnDbDimStyleTableRecord::setLengthFactor}) {
-    EXPECT_EQ((style.*set)(0.75), Quorl::eOk);
-    EXPECT_EQ((style.*set)(-1.0), Quorl::eOutOfRange);
-  }
-  EXPECT_EQ(style.setOverallScale(0.0), Quorl::eOutOfRange);
-  EXPECT_EQ(style.setDecimals(-1), Quorl::eOutOfRange);
-  EXPECT_DOUBLE_EQ(style.overallScale(), 0.75);
-
-  ZnDbLayout layout;
-  EXPECT_EQ(layout.setLayoutName(L"a/b"), Quorl::eInvalidName);
-  EXPECT_EQ(layout.setPaperSize(-1.0, 5.0), Quorl::eOutOfRange);
-  EXPECT_EQ(layout.setPaperSize(420.0, 297.0), Quorl::eOk);
-}
-
-TEST_F(Tables, LayersRefuseWhatIsNoneOfTheirs) {
-  ZnDbHolder<ZnDbLayerTableRecord> layer;
-  ASSERT_EQ(layer.openForWrite(drawing.layerZero()), Quorl::eOk);
-  const std::string before = bytesOf(*layer);
-  EXPECT_EQ(layer->setLinetypeObjectId(drawing.layerZero()), Quorl::eInvalidInput);
-  EXPECT_EQ(layer->setLinetypeObjectId(ZnDbDatabase().continuousLinetype()), Quorl::eInvalidInput);
-  EXPECT_EQ(layer->setLineWeight(ZnDb::kLineWeightByLayer), Quorl::eOutOfRange);
-  EXPECT_EQ(layer->setLineWeight(static_cast<ZnDb::LineWeight>(34)), Quorl::eOutOfRange);
-  EXPECT_EQ(layer->setIsFrozen(true), Quorl::eInvalidInput) << "the current layer";
-  EXPECT_EQ(bytesOf(*layer), before);
 }
 
 class LinetypeFile : public testing::Test {
@@ -134,44 +85,14 @@ TEST_F(LinetypeFile, TakesTheWantedOneOnly) {
   EXPECT_EQ(zndbReadLinetypeFile(path + ".absent", L"A", specs, error), Quorl::eNotFound);
 }
 
-TEST_F(LinetypeFile, BadLinesAreNamedByNumber) {
-  const struct {
-    const char* text;
-    int line;
-  } cases[] = {
-      {"A | a\n", 1},
-      {"# x\n | a | 1 -1\n", 2},
-      {"A\n", 1},
-      {"A | a | 1 -1\nB | b | 1 x\n", 2},
-      {"A | a | 1 -1\nB | b | 1 nan\n", 2},
-      {"A | a | \n", 1},
-      {"A | a | 1\n", 1},
-      {"A | a | -1 1\n", 1},
-      {"A | a | 1 -1 -1\n", 1},
-      {"A | a | 1 2 -1\n", 1},
-      {"A | a | 1 -1 fit 1 -1\n", 1},
-      {"A | a | 1 -1\n\na | again | 1 -1\n", 3},
-      {"A | a | 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1 1 -1\n", 1},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(read(c.text), Quorl::eInvalidInput) << c.text;
-    EXPECT_TRUE(specs.empty()) << c.text;
-    EXPECT_NE(error.utf8().find(path + ":" + std::to_string(c.line) + ": "), std::string::npos)
-        << error.utf8();
-  }
-}
-
-TEST_F(LinetypeFile, LoadsIntoADrawing) {
-  ASSERT_EQ(read("A | a line | 1 -1 fit\n"), Quorl::eOk);
-  ZnDbDatabase drawing;
-  ASSERT_EQ(drawing.loadLineTypeFile(L"a", ZnString::fromUtf8(path)), Quorl::eOk);
-  const ZnDbHolder<ZnDbSymbolTable> table(drawing.linetypeTableId());
-  ZnDbObjectId id;
-  ASSERT_EQ(table->getIdAt(L"A", id), Quorl::eOk);
-  const ZnDbHolder<ZnDbLinetypeTableRecord> record(id);
-  EXPECT_EQ(record->numDashes(), 2);
-  EXPECT_DOUBLE_EQ(record->dashLengthAt(1), -1.0);
-  EXPECT_TRUE(record->isScaledToFit());
+TEST_F(LinetypeFile, FaultsAreToldByTheirLine) {
+  runToldCases("db/linetype_faults.txt", 13,
+               [this](const std::string&, const std::string& input, const Lines&) {
+                 EXPECT_EQ(read(withLineEnds(input).c_str()), Quorl::eInvalidInput) << input;
+                 EXPECT_TRUE(specs.empty()) << input;
+                 const std::string told = error.utf8();
+                 return Lines{told.starts_with(path + ":") ? told.substr(path.size() + 1) : told};
+               });
 }
 
 } // namespace

@@ -57,31 +57,13 @@ TEST_F(Cloning, TakesAlongWhatIsOwned) {
 }
 
 TEST_F(Cloning, AcrossDrawingsRecordsOfOneNameServe) {
-  ZnDbObjectId shared, own;
-  for (auto [name, id] : {std::pair{L"Shared", &shared}, std::pair{L"Own", &own}}) {
-    ZnDbHolder<ZnDbLayerTable> table;
-    ASSERT_EQ(table.openForWrite(db.layerTableId()), Quorl::eOk);
-    auto* layer = new ZnDbLayerTableRecord;
-    layer->setName(name);
-    ASSERT_EQ(table->add(*id, layer), Quorl::eOk);
-    layer->close();
-  }
-  ZnDbDatabase other;
-  ZnDbObjectId twin;
-  {
-    ZnDbHolder<ZnDbLayerTable> table;
-    ASSERT_EQ(table.openForWrite(other.layerTableId()), Quorl::eOk);
-    auto* layer = new ZnDbLayerTableRecord;
-    layer->setName(L"SHARED");
-    ASSERT_EQ(table->add(twin, layer), Quorl::eOk);
-    layer->close();
-  }
+  const ZnDbObjectId shared = addLayer(L"Shared", [](auto&) {}), own = addLayer(L"Own", [](auto&) {});
+  HostDrawing elsewhere;
+  ZnDbDatabase& other = elsewhere.db;
+  const ZnDbObjectId twin = elsewhere.addLayer(L"SHARED", [](auto&) {});
   const ZnDbObjectId first = addCircle(0.0, 1.0), second = addCircle(5.0, 1.0);
-  for (auto [circle, layer] : {std::pair{first, shared}, std::pair{second, own}}) {
-    ZnDbHolder<ZnDbCircle> entity;
-    ASSERT_EQ(entity.openForWrite(circle), Quorl::eOk);
-    ASSERT_EQ(entity->setLayer(layer), Quorl::eOk);
-  }
+  for (auto [circle, layer] : {std::pair{first, shared}, std::pair{second, own}})
+    change(circle, [&, layer = layer](ZnDbEntity& e) { EXPECT_EQ(e.setLayer(layer), Quorl::eOk); });
   ZnDbIdMapping mapping(ZnDb::kWholeDrawingContext, &db, &other);
   ASSERT_EQ(db.deepCloneObjects({first, second}, other.modelSpaceId(), mapping), Quorl::eOk);
   EXPECT_EQ(ZnDbHolder<ZnDbCircle>(cloneOf(mapping, first))->layerId(), twin);

@@ -64,7 +64,9 @@ TEST_F(Header, LinetypesComeFromTheFile) {
   };
   ASSERT_FALSE(has(L"CENTER"));
   EXPECT_EQ(db.loadLineTypeFile(L"center", L"quorl.lin"), Quorl::eOk);
-  EXPECT_TRUE(has(L"CENTER"));
+  ZnDbObjectId center;
+  ASSERT_EQ(ZnDbHolder<ZnDbLinetypeTable>(db.linetypeTableId())->getIdAt(L"CENTER", center), Quorl::eOk);
+  EXPECT_EQ(ZnDbHolder<ZnDbLinetypeTableRecord>(center)->dashLengthAt(3), -2.0);
   EXPECT_EQ(db.loadLineTypeFile(L"CENTER", L"quorl.lin"), Quorl::eDuplicateKey);
   EXPECT_EQ(db.loadLineTypeFile(L"NO SUCH", L"quorl.lin"), Quorl::eKeyNotFound);
   EXPECT_EQ(db.loadLineTypeFile(L"CENTER2", L"no such.lin"), Quorl::eNotFound);

@@ -61,7 +61,7 @@ TEST_F(Opening, HolderStatuses) {
   EXPECT_EQ(holder.writeStatus(), Quorl::eNotOpenedYet);
   EXPECT_EQ(holder.open(addCircle(0.0, 1.0)), Quorl::eWrongObjectClass);
   EXPECT_EQ(holder.writeStatus(), Quorl::eWrongObjectClass);
-  ASSERT_EQ(holder.open(append(new ZnDbLine)), Quorl::eOk);
+  ASSERT_EQ(holder.open(add(new ZnDbLine)), Quorl::eOk);
   EXPECT_EQ(holder.writeStatus(), Quorl::eHeldForReadOnly);
   ASSERT_EQ(holder.upgrade(), Quorl::eOk);
   EXPECT_EQ(holder.writeStatus(), Quorl::eOk);

@@ -66,16 +66,6 @@ TEST_F(Tables, RenamingErasingAndUndoKeepTheIndex) {
   EXPECT_EQ(layerAt(L"A"), second);
 }
 
-TEST_F(Tables, AnonymousBlocksGetFreshNames) {
-  const ZnDbObjectId first = addBlock(L"*U"), second = addBlock(L"*u");
-  ZnDbHolder<ZnDbBlockTableRecord> a(first), b(second);
-  EXPECT_FALSE(a->name().equalsNoCase(b->name()));
-  EXPECT_TRUE(a->isAnonymous());
-  ZnDbHolder<ZnDbBlockTableRecord> space(db.modelSpaceId());
-  EXPECT_FALSE(space->isAnonymous());
-  EXPECT_TRUE(space->isLayout());
-}
-
 // Names with numbers have an index of their own, and must answer like all other names.
 TEST_F(Tables, NumberedNames) {
   const auto blockAt = [this](const wchar_t* name) {
@@ -93,6 +83,9 @@ TEST_F(Tables, NumberedNames) {
   }
   EXPECT_EQ(blockAt(L"*u7"), blockAt(L"*U7"));
   EXPECT_TRUE(blockAt(L"*U8").isNull());
+  EXPECT_TRUE(ZnDbHolder<ZnDbBlockTableRecord>(blockAt(L"*U7"))->isAnonymous());
+  ZnDbHolder<ZnDbBlockTableRecord> space(db.modelSpaceId());
+  EXPECT_TRUE(space->isLayout() && !space->isAnonymous());
   // The next numbers pass by what is taken.
   for (int i = 0; i < 10; ++i) addBlock(L"*U");
 
@@ -110,25 +103,19 @@ TEST_F(Tables, BlocksKnowTheirReferences) {
   addCircle(0.0, 1.0, inner);
   const ZnDbObjectId nested = addReference(inner, outer);
   const ZnDbObjectId shown = addReference(outer);
-  const auto references = [&](ZnDbObjectId block, bool directOnly) {
-    ZnArray<ZnDbObjectId> ids;
-    EXPECT_EQ(ZnDbHolder<ZnDbBlockTableRecord>(block)->getBlockReferenceIds(ids, directOnly), Quorl::eOk);
-    return ids;
-  };
-  EXPECT_EQ(references(inner, true), (ZnArray<ZnDbObjectId>{nested}));
-  EXPECT_EQ(references(inner, false), (ZnArray<ZnDbObjectId>{nested, shown}));
+  using Ids = std::vector<ZnDbObjectId>;
+  EXPECT_EQ(referencesOf(inner), (Ids{nested}));
+  EXPECT_EQ(referencesOf(inner, false), (Ids{nested, shown}));
   erase(nested);
-  EXPECT_TRUE(references(inner, true).isEmpty());
+  EXPECT_EQ(referencesOf(inner), Ids());
   erase(nested, false);
-  EXPECT_EQ(references(inner, true).length(), 1);
-  {
-    ZnDbHolder<ZnDbBlockReference> reference;
-    ASSERT_EQ(reference.openForWrite(nested), Quorl::eOk);
-    const ZnDbObjectId other = addBlock(L"Other");
-    ASSERT_EQ(reference->setBlockTableRecord(other), Quorl::eOk);
-    EXPECT_EQ(references(other, true).length(), 1);
-  }
-  EXPECT_TRUE(references(inner, true).isEmpty());
+  const ZnDbObjectId second = addReference(inner), third = addReference(inner), other = addBlock(L"Other");
+  EXPECT_EQ(referencesOf(inner), (Ids{nested, second, third}));
+  change<ZnDbBlockReference>(second, [&](ZnDbBlockReference& reference) {
+    EXPECT_EQ(reference.setBlockTableRecord(other), Quorl::eOk);
+  });
+  EXPECT_EQ(referencesOf(other), (Ids{second}));
+  EXPECT_EQ(referencesOf(inner), (Ids{nested, third}));
 }
 
 TEST_F(Tables, ABlockNeverContainsItself) {

@@ -1,7 +1,6 @@
 #include "db_core/small_drawing.h"
 #include "quorl/db/core/database_reactor.h"
 #include "quorl/db/core/object_reactor.h"
-#include "quorl/db/core/watch_link.h"
 
 namespace {
 
@@ -93,28 +92,6 @@ TEST_F(Watching, DrawingReactors) {
   db.removeReactor(&listener);
   setRadius(id, 5.0);
   EXPECT_EQ(listener.told, "mu");
-}
-
-TEST_F(Watching, RingsKeepTheOrderOfComing) {
-  const ZnDbObjectId watched = addCircle(0.0, 1.0);
-  const ZnDbObjectId a = addCircle(1.0, 1.0), b = addCircle(2.0, 1.0), c = addCircle(3.0, 1.0);
-  const auto ring = [&] {
-    std::vector<ZnDbObjectId> ids;
-    const ZnDbWatchLink* first = watched.slot()->watchers;
-    for (const ZnDbWatchLink* link = first; link; link = link->next == first ? nullptr : link->next)
-      ids.push_back(link->watcher);
-    return ids;
-  };
-  auto first = std::make_unique<ZnDbWatchLink>(a, watched);
-  auto second = std::make_unique<ZnDbWatchLink>(b, watched);
-  auto third = std::make_unique<ZnDbWatchLink>(c, watched);
-  EXPECT_EQ(ring(), (std::vector{a, b, c}));
-  second.reset();
-  EXPECT_EQ(ring(), (std::vector{a, c}));
-  first.reset();
-  EXPECT_EQ(ring(), (std::vector{c}));
-  third.reset();
-  EXPECT_TRUE(ring().empty());
 }
 
 } // namespace

@@ -1,12 +1,12 @@
 // Damaged files: whatever happens to the bytes, the outcome is an error that says where, or an equal drawing.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
 #include "quorl/file/bdoc_container.h"
-#include "quorl/file/tdoc_items.h"
 
 #include <xxhash.h>
 
@@ -59,11 +59,9 @@ protected:
   const std::string bytes = written(*opened(written(*sampleDrawing(), ZnDrawingFormat::kBinary)), GetParam());
   const std::string text = zndbDrawingText(*opened(bytes));
 };
-INSTANTIATE_TEST_SUITE_P(BothFormats, Damaged,
-                         testing::Values(ZnDrawingFormat::kBinary, ZnDrawingFormat::kText),
-                         [](const auto& format) {
-                           return format.param == ZnDrawingFormat::kBinary ? "binary" : "text";
-                         });
+INSTANTIATE_TEST_SUITE_P(BothFormats, Damaged, testing::ValuesIn(kFormats), [](const auto& format) {
+  return format.param == ZnDrawingFormat::kBinary ? "binary" : "text";
+});
 
 TEST_P(Damaged, IsRefusedOrHarmless) {
   int errors = 0;
@@ -90,9 +88,7 @@ TEST_P(Damaged, IsRefusedWhereverItEnds) {
 
 // Behind the checksums: the contents are damaged and the checksums made anew, so that the readers of records
 // and fields meet what nobody wrote. Anything may come but a crash, and what comes can be written again.
-struct Unpacked {
-  std::vector<std::pair<ZnSectionType, std::string>> sections;
-};
+using Unpacked = std::vector<std::pair<ZnSectionType, std::string>>;
 
 Unpacked unpack(const std::string& bytes) {
   Unpacked unpacked;
@@ -103,7 +99,7 @@ Unpacked unpack(const std::string& bytes) {
   for (const auto& section : reader.sections()) {
     std::string raw;
     EXPECT_TRUE(reader.read(section, raw, error)) << error.text();
-    unpacked.sections.emplace_back(section.type, raw);
+    unpacked.emplace_back(section.type, raw);
   }
   return unpacked;
 }
@@ -112,9 +108,9 @@ std::string pack(const Unpacked& unpacked) {
   std::string bytes;
   ZnStringSink sink(bytes);
   ZnBdocContainerWriter writer(sink);
-  writer.begin();
-  for (const auto& [type, raw] : unpacked.sections) writer.add(type, raw);
-  writer.finish();
+  EXPECT_TRUE(writer.begin());
+  for (const auto& [type, raw] : unpacked) EXPECT_TRUE(writer.add(type, raw));
+  EXPECT_TRUE(writer.finish());
   return bytes;
 }
 
@@ -143,12 +139,12 @@ std::string drawingWithNames() {
 TEST(DamagedContents, OfBinarySectionsAreNoDanger) {
   const TestClasses loaded;
   const Unpacked whole = unpack(drawingWithNames());
-  ASSERT_EQ(whole.sections.size(), 5u);
+  ASSERT_EQ(whole.size(), 5u);
   int errors = 0, drawings = 0;
   for (unsigned seed = 0; seed < 4000; ++seed) {
     Random random(seed);
     Unpacked changed = whole;
-    damage(changed.sections[seed % changed.sections.size()].second, random);
+    damage(changed[seed % changed.size()].second, random);
     SCOPED_TRACE(seed);
     tryOut(pack(changed), errors, drawings);
   }
@@ -159,58 +155,118 @@ TEST(DamagedContents, OfBinarySectionsAreNoDanger) {
 TEST(DamagedContents, AMissingOrRepeatedSectionIsAnError) {
   const TestClasses loaded;
   const Unpacked whole = unpack(drawingWithNames());
-  for (size_t i = 0; i < whole.sections.size(); ++i) {
+  for (size_t i = 0; i < whole.size(); ++i) {
     for (const bool twice : {false, true}) {
       Unpacked changed = whole;
       if (twice)
-        changed.sections.push_back(whole.sections[i]);
+        changed.push_back(whole[i]);
       else
-        changed.sections.erase(changed.sections.begin() + static_cast<std::ptrdiff_t>(i));
+        changed.erase(changed.begin() + static_cast<std::ptrdiff_t>(i));
       ZnFileError error;
       const auto read = zndbDrawingFromBytes(pack(changed), error);
       // Names that nobody uses do no harm.
-      const bool harmless = twice && whole.sections[i].first == ZnSectionType::kNames;
+      const bool harmless = twice && whole[i].first == ZnSectionType::kNames;
       EXPECT_EQ(read != nullptr, harmless) << i << twice;
       EXPECT_EQ(read == nullptr, error.status != Quorl::eOk) << i << twice;
     }
   }
 }
 
-std::string withChecksums(const std::string& text) {
-  std::string sealed;
-  size_t begin = 0, at = 0;
-  while (at < text.size()) {
-    const size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
-    const std::string line = text.substr(at, end - at);
-    // A text may say so too, but no section comes after it.
-    const size_t after = std::min(text.find('\n', end), text.size() - 1) + 1;
-    if (line == "1001\n" && text.compare(after, 5, "1000\n") == 0) {
-      std::string hash;
-      Quorl::appendHex(hash, XXH64(sealed.data() + begin, sealed.size() - begin, 0));
-      sealed += line + hash + "\n";
-      at = after;
-      continue;
-    }
-    sealed += line;
-    at = end;
-    if (line == "HEADER\n" || line == "CLASSES\n" || line == "OBJECTS\n") begin = sealed.size();
-  }
-  return sealed;
-}
-
 TEST(DamagedContents, OfTextSectionsAreNoDanger) {
-  const std::string whole = zndbDrawingText(*sampleDrawing());
-  ASSERT_EQ(withChecksums(whole), whole);
+  const std::string text = zndbDrawingText(*sampleDrawing()), whole = unsealed(text);
+  ASSERT_EQ(sealed(whole), text);
   int errors = 0, drawings = 0;
   for (unsigned seed = 0; seed < 3000; ++seed) {
     Random random(seed);
     std::string changed = whole;
     damage(changed, random);
     SCOPED_TRACE(seed);
-    tryOut(withChecksums(changed), errors, drawings);
+    tryOut(sealed(changed), errors, drawings);
   }
   EXPECT_GT(errors, 500);
   EXPECT_GT(drawings, 100);
+}
+
+// Where the parts of a file lie, for those who damage it.
+constexpr size_t kEntry = 40, kTail = 16;
+constexpr size_t kCount = 12, kTableAt = 16, kLengthAt = 24, kHashAt = 32;
+
+template<class T> void poke(std::string& bytes, size_t at, T value) {
+  std::memcpy(bytes.data() + at, &value, sizeof value);
+}
+
+template<class T> T peek(const std::string& bytes, size_t at) {
+  T value;
+  std::memcpy(&value, bytes.data() + at, sizeof value);
+  return value;
+}
+
+size_t tableOf(const std::string& bytes) { return peek<std::uint64_t>(bytes, kTableAt); }
+
+// Makes the checksums of prefix and table right again.
+void seal(std::string& bytes) {
+  const size_t table = tableOf(bytes), count = peek<std::uint32_t>(bytes, kCount);
+  if (table + count * kEntry + kTail == bytes.size())
+    poke(bytes, table + count * kEntry, XXH64(bytes.data() + table, count * kEntry, 0));
+  poke(bytes, kHashAt, XXH64(bytes.data(), kHashAt, 0));
+}
+
+// A value put into the prefix or the table of a whole file, whose checksums are made right afterwards.
+struct Lie {
+  const char* name;
+  enum { kInPrefix, kInTable } where;
+  size_t at;
+  std::uint64_t value;
+  size_t bytes;
+  const char* place;
+  const char* told; // in what or expected
+};
+
+TEST(BdocContainer, LiesUnderRightChecksumsAreFound) {
+  const std::string whole =
+      pack({{ZnSectionType::kObjects, std::string(300, 'q')}, {ZnSectionType::kHeader, "header"}});
+  const size_t table = tableOf(whole);
+  constexpr size_t kType = 0, kFlags = 4, kOffset = 8, kStored = 16, kRaw = 24, kVersionAt = 8;
+  constexpr auto kPre = Lie::kInPrefix, kTab = Lie::kInTable;
+  const Lie lies[] = {
+      {"version 0", kPre, kVersionAt, 0, 4, "byte 8", "version 0"},
+      {"absurd count", kPre, kCount, ~0u, 4, "byte 16", "table"},
+      {"absurd table", kPre, kTableAt, ~0ull - 8, 8, "byte 16", "table"},
+      {"table in prefix", kPre, kTableAt, 3, 8, "byte 16", "table"},
+      {"length", kPre, kLengthAt, 7, 8, "byte", "7"},
+      {"type", kTab, kType, 6, 4, "entry 1", "type 6"},
+      {"flags", kTab, kFlags, 2, 4, "entry 1", "flags 2"},
+      {"gap", kTab, kOffset, 41, 8, "entry 1", "begin at 40"},
+      {"overlap", kTab, kEntry + kOffset, 40, 8, "entry 2", "begin"},
+      {"too long", kTab, kStored, ~0ull, 8, "entry 1", "to end before"},
+      {"bomb", kTab, kRaw, 1ull << 40, 8, "entry 1", "raw size"},
+      {"raw size", kTab, kEntry + kRaw, 1, 8, "entry 2", "raw"},
+      {"other size", kTab, kRaw, 299, 8, "objects 1", "expanded"},
+  };
+  for (const Lie& lie : lies) {
+    std::string bytes = whole;
+    std::memcpy(bytes.data() + (lie.where == kTab ? table : 0) + lie.at, &lie.value, lie.bytes);
+    seal(bytes);
+    ZnFileError error;
+    const ZnStringSource source(bytes);
+    ZnBdocContainerReader reader(source);
+    bool isRead = reader.open(error);
+    std::string raw;
+    for (size_t i = 0; isRead && i < reader.sections().size(); ++i)
+      isRead = reader.read(reader.sections()[i], raw, error);
+    EXPECT_FALSE(isRead) << lie.name;
+    EXPECT_EQ(error.status, Quorl::eFileDamaged) << lie.name;
+    EXPECT_NE(error.place.find(lie.place), std::string::npos) << lie.name << ": " << error.text();
+    EXPECT_NE((error.what + error.expected).find(lie.told), std::string::npos) << error.text();
+  }
+}
+
+TEST(BdocContainer, RefusesSectionsThatNoReaderWouldTake) {
+  std::string bytes;
+  ZnStringSink sink(bytes);
+  ZnBdocContainerWriter writer(sink);
+  ASSERT_TRUE(writer.begin());
+  EXPECT_FALSE(writer.add(ZnSectionType::kObjects, std::string(Quorl::kLargestSection + 1, 'x')));
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/radial_dim_action_body.h"
 #include "quorl/assoc/vertex_action_param.h"
-#include "quorl/db/entity/circle.h"
 #include "quorl/db/entity/radial_dimension.h"
 #include "quorl/db/entity/viewport.h"
 
@@ -22,25 +21,19 @@ void addAction(ZnDbDatabase& drawing, const ZnRxClass* bodyClass, ZnDbObjectId c
   ZnDbHolder<ZnDbAssocActionBody> body;
   ASSERT_EQ(body.openForWrite(bodyId), Quorl::eOk);
   ASSERT_EQ(body->addDependency(nullptr, nullptr, true, false, 3, id), Quorl::eOk);
-  {
-    ZnDbHolder<ZnDbAssocDependency> dependency;
-    ASSERT_EQ(dependency.openForWrite(id), Quorl::eOk);
-    ASSERT_EQ(dependency->attachToObject(ZnDbCompoundObjectId(circle)), Quorl::eOk);
-  }
+  change<ZnDbAssocDependency>(id, [&](ZnDbAssocDependency& dependency) {
+    ASSERT_EQ(dependency.attachToObject(ZnDbCompoundObjectId(circle)), Quorl::eOk);
+  });
   int index = 0;
   ASSERT_EQ(body->addParam(L"E", ZnDbAssocEdgeActionParam::desc(), id, index), Quorl::eOk);
-  {
-    ZnDbHolder<ZnDbAssocEdgeActionParam> edge;
-    ASSERT_EQ(edge.openForWrite(id), Quorl::eOk);
+  change<ZnDbAssocEdgeActionParam>(id, [&](ZnDbAssocEdgeActionParam& edge) {
     const ZnDbEdgeRef reference(ZnDbFullSubentPath(circle, ZnDb::kEdgeSubentType, 0));
-    ASSERT_EQ(edge->setEdgeRef(reference, true, false, 3), Quorl::eOk);
-  }
+    ASSERT_EQ(edge.setEdgeRef(reference, true, false, 3), Quorl::eOk);
+  });
   ASSERT_EQ(body->addParam(L"V", ZnDbAssocVertexActionParam::desc(), id, index), Quorl::eOk);
-  {
-    ZnDbHolder<ZnDbAssocVertexActionParam> vertex;
-    ASSERT_EQ(vertex.openForWrite(id), Quorl::eOk);
-    ASSERT_EQ(vertex->setVertexRef(ZnDbVertexRef(ZnGePoint3d(1, 2, 3))), Quorl::eOk);
-  }
+  change<ZnDbAssocVertexActionParam>(id, [](ZnDbAssocVertexActionParam& vertex) {
+    ASSERT_EQ(vertex.setVertexRef(ZnDbVertexRef(ZnGePoint3d(1, 2, 3))), Quorl::eOk);
+  });
   ZnArray<ZnString> texts, errors;
   ZnArray<ZnDbEvalVariant> values;
   for (const ZnDbEvalVariant& value :
@@ -67,11 +60,9 @@ std::unique_ptr<ZnDbDatabase> everyClassDrawing() {
   EXPECT_EQ(ZnDbDimAssoc::post(
                 dimension, {{0, ZnDbCompoundObjectId(circle), ZnDbSubentId(ZnDb::kEdgeSubentType, 0)}}, id),
             Quorl::eOk);
-  auto* viewport = new ZnDbViewport;
-  append(drawing->paperSpaceId(), viewport);
-  ZnDbHolder<ZnDbViewport> open;
-  EXPECT_EQ(open.openForWrite(viewport->objectId()), Quorl::eOk);
-  EXPECT_EQ(open->setLayerFrozen(drawing->layerZero(), true), Quorl::eOk);
+  change<ZnDbViewport>(append(drawing->paperSpaceId(), new ZnDbViewport), [&](ZnDbViewport& viewport) {
+    EXPECT_EQ(viewport.setLayerFrozen(drawing->layerZero(), true), Quorl::eOk);
+  });
   return drawing;
 }
 

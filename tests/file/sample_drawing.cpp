@@ -4,31 +4,17 @@
 #include <limits>
 
 #include "db/entity_samples.h"
-#include "quorl/db/entity/block_reference.h"
 #include "quorl/db/entity/dimension.h"
-#include "quorl/db/entity/line.h"
 #include "quorl/db/entity/text.h"
 #include "quorl/db/table/dictionary.h"
 #include "quorl/db/table/dim_style_table.h"
-#include "quorl/db/table/layer_table.h"
-#include "quorl/db/table/linetype_table.h"
+#include "quorl/file/tdoc_items.h"
+
+#include <xxhash.h>
 
 namespace fileTest {
 
 namespace {
-
-template<class Record, class Fill>
-ZnDbObjectId addRecord(ZnDbObjectId tableId, const wchar_t* name, Fill&& fill) {
-  ZnDbHolder<ZnDbSymbolTable> table;
-  EXPECT_EQ(table.openForWrite(tableId), Quorl::eOk);
-  auto* record = new Record;
-  record->setName(name);
-  ZnDbObjectId id;
-  EXPECT_EQ(table->add(id, record), Quorl::eOk);
-  fill(*record);
-  record->close();
-  return id;
-}
 
 void addTexts(ZnDbObjectId space) {
   for (const wchar_t* text : {L"", L" both ends ", L"two\nlines\r\nand a back\\slash \\n",
@@ -44,20 +30,19 @@ void addExtremeLines(ZnDbObjectId space) {
 }
 
 void addBlocks(ZnDbDatabase& database, ZnDbObjectId layer, ZnDbObjectId style) {
-  const auto nothing = [](ZnDbBlockTableRecord&) {};
-  const ZnDbObjectId inner = addRecord<ZnDbBlockTableRecord>(database.blockTableId(), L"inner", nothing);
-  const ZnDbObjectId outer = addRecord<ZnDbBlockTableRecord>(database.blockTableId(), L"*U", nothing);
+  const ZnDbObjectId inner = addRecord<ZnDbBlockTableRecord>(database.blockTableId(), L"inner");
+  const ZnDbObjectId outer = addRecord<ZnDbBlockTableRecord>(database.blockTableId(), L"*U");
   for (const dbTest::EntitySample& sample : dbTest::entitySamples()) {
     auto* entity = sample.make().release();
     const bool reference = entity->isKindOf(ZnDbBlockReference::desc());
     if (reference) static_cast<ZnDbBlockReference*>(entity)->setBlockTableRecord(inner);
     const ZnDbObjectId id = append(reference ? outer : inner, entity);
-    ZnDbHolder<ZnDbEntity> open;
-    EXPECT_EQ(open.openForWrite(id), Quorl::eOk);
-    EXPECT_EQ(open->setLayer(layer), Quorl::eOk);
-    open->setColor(ZnCmColor::fromRgb(1, 200, 30));
-    open->setLinetypeScale(0.7);
-    if (auto* dimension = ZnDbDimension::cast(open.object())) dimension->setDimensionStyle(style);
+    change(id, [&](ZnDbEntity& open) {
+      EXPECT_EQ(open.setLayer(layer), Quorl::eOk);
+      open.setColor(ZnCmColor::fromRgb(1, 200, 30));
+      open.setLinetypeScale(0.7);
+      if (auto* dimension = ZnDbDimension::cast(&open)) dimension->setDimensionStyle(style);
+    });
   }
   append(outer, new ZnDbBlockReference(ZnGePoint3d(1, 0, 0), inner));
   // Layers above have references of their own.
@@ -85,28 +70,15 @@ void addVariables(ZnDbDatabase& database) {
 }
 
 void addErased(ZnDbDatabase& database) {
-  const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(database.layerTableId(), L"gone", [](auto&) {});
+  const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(database.layerTableId(), L"gone");
   const ZnDbObjectId stays = append(database.modelSpaceId(), new ZnDbLine({0, 0, 0}, {1, 1, 1}));
-  {
-    ZnDbHolder<ZnDbEntity> open;
-    EXPECT_EQ(open.openForWrite(stays), Quorl::eOk);
-    EXPECT_EQ(open->setLayer(layer), Quorl::eOk);
-  }
+  change(stays, [&](ZnDbEntity& line) { EXPECT_EQ(line.setLayer(layer), Quorl::eOk); });
   erase(layer);
   erase(append(database.modelSpaceId(), new ZnDbLine({0, 0, 0}, {2, 2, 2})));
   erase(addNamed(database, L"GONE", new ZnDbDictionary));
 }
 
 } // namespace
-
-ZnDbObjectId append(ZnDbObjectId block, ZnDbEntity* entity) {
-  ZnDbHolder<ZnDbBlockTableRecord> record;
-  EXPECT_EQ(record.openForWrite(block), Quorl::eOk);
-  ZnDbObjectId id;
-  EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
-  entity->close();
-  return id;
-}
 
 ZnDbObjectId addNamed(ZnDbDatabase& database, const wchar_t* name, ZnDbObject* object) {
   ZnDbHolder<ZnDbDictionary> named;
@@ -115,12 +87,6 @@ ZnDbObjectId addNamed(ZnDbDatabase& database, const wchar_t* name, ZnDbObject* o
   EXPECT_EQ(named->setAt(name, object, id), Quorl::eOk);
   object->close();
   return id;
-}
-
-void erase(ZnDbObjectId id) {
-  ZnDbHolder<ZnDbObject> open;
-  EXPECT_EQ(open.openForWrite(id), Quorl::eOk);
-  EXPECT_EQ(open->erase(), Quorl::eOk);
 }
 
 std::unique_ptr<ZnDbDatabase> sampleDrawing() {
@@ -148,11 +114,7 @@ std::unique_ptr<ZnDbDatabase> sampleDrawing() {
   addExtremeLines(database->modelSpaceId());
   addBlocks(*database, layer, style);
   const ZnDbObjectId nested = addNamed(*database, L"SAMPLE", new ZnDbDictionary);
-  {
-    ZnDbHolder<ZnDbObject> open;
-    EXPECT_EQ(open.openForWrite(nested), Quorl::eOk);
-    EXPECT_EQ(open->createExtensionDictionary(), Quorl::eOk);
-  }
+  change<ZnDbObject>(nested, [](ZnDbObject& o) { EXPECT_EQ(o.createExtensionDictionary(), Quorl::eOk); });
   addVariables(*database);
   addErased(*database);
   database->setCurrentLayer(layer);
@@ -175,6 +137,38 @@ std::unique_ptr<ZnDbDatabase> opened(const std::string& bytes) {
   std::unique_ptr<ZnDbDatabase> database = zndbDrawingFromBytes(bytes, error);
   EXPECT_NE(database, nullptr) << error.text();
   return database ? std::move(database) : std::make_unique<ZnDbDatabase>();
+}
+
+namespace {
+
+// With what is made of each section in the place of its checksum.
+template<class Hash> std::string withChecksums(const std::string& text, Hash&& hashOf) {
+  std::string result;
+  size_t section = 0;
+  for (size_t at = 0; at < text.size();) {
+    const size_t value = std::min(text.find('\n', at), text.size() - 1) + 1;
+    const size_t end = std::min(text.find('\n', value), text.size() - 1) + 1;
+    const std::string code = text.substr(at, value - at), said = text.substr(value, end - value);
+    result += code + (code == "1001\n" ? hashOf(std::string_view(result).substr(section), said) : said);
+    if (code == "1000\n") section = result.size();
+    at = end;
+  }
+  return result;
+}
+
+} // namespace
+
+std::string unsealed(const std::string& text) {
+  return withChecksums(text, [](std::string_view, const std::string&) { return "?\n"; });
+}
+
+std::string sealed(const std::string& text) {
+  return withChecksums(text, [](std::string_view section, const std::string& said) {
+    if (said != "?\n") return said;
+    std::string hash;
+    Quorl::appendHex(hash, XXH64(section.data(), section.size(), 0));
+    return hash + "\n";
+  });
 }
 
 } // namespace fileTest

@@ -1,14 +1,13 @@
 // Files on disk: all or nothing, recognised by content, with the events of saving and opening.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <sys/stat.h>
 
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
 #include "quorl/db/core/database_reactor.h"
 #include "quorl/db/core/event_reactor.h"
+#include "support/file_content.h"
 
 using namespace fileTest;
 namespace fs = std::filesystem;
@@ -61,10 +60,7 @@ protected:
     ZnFileError error;
     EXPECT_EQ(zndbSaveDrawing(drawing, path, error), Quorl::eOk) << error.text();
   }
-  std::string onDisk() const {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
+  std::string onDisk() const { return contentOf(path); }
   size_t filesInFolder() const {
     return static_cast<size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
   }

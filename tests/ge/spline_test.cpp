@@ -144,20 +144,6 @@ RC_GTEST_PROP(SplineProperties, SumOfBasisFunctions, ()) {
   }
 }
 
-TEST(Splines, RationalQuarterIsACircle) {
-  ZnGeNurbCurve3d quarter;
-  ASSERT_EQ(quarter.set(2, bezierKnots(2), {{2, 0, 0}, {2, 2, 0}, {0, 2, 0}}, {1.0, std::sqrt(0.5), 1.0}),
-            Quorl::eOk);
-  for (int i = 0; i <= 20; ++i) {
-    const ZnGePoint3d p = quarter.evalPoint(i / 20.0);
-    EXPECT_NEAR(p.asVector().length(), 2.0, kRounding);
-    EXPECT_NEAR(p.asVector().dotProduct(quarter.evaluateDerivative(i / 20.0)), 0.0, kRounding);
-  }
-  EXPECT_NEAR(quarter.length(), ZnGe::kPi, kRounding);
-  EXPECT_NEAR(quarter.distanceTo({-1, -1, 0}), std::sqrt(10.0), kRounding);
-  EXPECT_NEAR(quarter.distanceTo({3, 4, 0}), 3.0, kRounding);
-}
-
 TEST(Splines, UnsoundDefinitionsAreRefused) {
   struct Case {
     const char* name;
@@ -199,20 +185,6 @@ TEST(Splines, EmptyOnesAnswerLikeAPoint) {
   EXPECT_TRUE(empty.boundBox().isEmpty());
   EXPECT_EQ(empty.length(), 0.0);
   EXPECT_NEAR(empty.distanceTo({3, 4, 0}), 5.0, kRounding);
-}
-
-RC_GTEST_PROP(SplineProperties, NearestPointAgainstManySamples, ()) {
-  const int degree = *rc::gen::inRange(1, 5), count = degree + 3;
-  std::vector<double> knots = bezierKnots(degree);
-  knots.insert(knots.begin() + degree + 1, {0.3, 0.6});
-  ZnGeNurbCurve3d curve;
-  RC_ASSERT(curve.set(degree, knots, anyPoints(count)) == Quorl::eOk);
-  const ZnGePoint3d p = *rc::gen::element(false, true) ? anyPoint() : pointAtShare(curve, 0.4);
-  double least = curve.startPoint().distanceTo(p);
-  constexpr int kSteps = 3000;
-  for (int i = 0; i <= kSteps; ++i)
-    least = std::min(least, pointAtShare(curve, i / double(kSteps)).distanceTo(p));
-  RC_ASSERT(curve.distanceTo(p) <= least + kRounding * 100.0);
 }
 
 } // namespace

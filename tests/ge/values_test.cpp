@@ -168,18 +168,4 @@ TEST(Points, EqualWithinTheTolerance) {
   EXPECT_TRUE(ZnGePoint2d(3.0, 4.0) != ZnGePoint2d(3.0, 4.0 + 2.0 * equalPoint));
 }
 
-TEST(Intervals, ClampAndContain) {
-  const ZnGeInterval bounded(1.0, 3.0), unbounded, withTolerance(0.25);
-  EXPECT_TRUE(bounded.isBounded());
-  EXPECT_FALSE(unbounded.isBounded());
-  EXPECT_FALSE(withTolerance.isBounded());
-  EXPECT_FALSE(ZnGeInterval(0.0, kHuge).isBounded());
-  EXPECT_EQ(bounded.clamp(0.0), 1.0);
-  EXPECT_EQ(bounded.clamp(9.0), 3.0);
-  EXPECT_EQ(unbounded.clamp(-9.0), -9.0);
-  EXPECT_TRUE(bounded.contains(3.0 + 0.5 * bounded.tolerance()));
-  EXPECT_FALSE(bounded.contains(3.0 + 2.0 * bounded.tolerance()));
-  EXPECT_EQ(withTolerance.tolerance(), 0.25);
-}
-
 } // namespace

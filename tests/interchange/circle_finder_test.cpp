@@ -242,15 +242,6 @@ TEST(CircleFinder, ToleranceAndSidesAreTheCallers) {
       findCircle(mapped(cubicRound(11, kCenter, 0.5, 3), ZnGeMatrix2d::scaling({1000, 1000})), loose));
 }
 
-TEST(CircleFinder, AnotherShapeOfEllipseBecomesRound) {
-  const Contour ellipse = arcs({{{10, 20}, {27.857143, 0}, {0, 24.285715}, 0, M_PI},
-                                {{10, 20}, {27.857143, 0}, {0, 24.285715}, M_PI, M_PI}});
-  EXPECT_FALSE(findCircle(ellipse, {}));
-  const auto circle = findCircle(mapped(ellipse, ZnGeMatrix2d({5, 6}, {0.30621617, 0}, {0, 0.35124795})), {});
-  ASSERT_TRUE(circle);
-  EXPECT_NEAR(circle->radius, 27.857143 * 0.30621617, 1e-5);
-}
-
 // Moving, turning, mirroring, scaling and reversing a drawing changes where its circles are, not whether.
 RC_GTEST_PROP(CircleFinder, IsInvariantUnderSimilarity, ()) {
   const auto list = spellings();

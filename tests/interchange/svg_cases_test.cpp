@@ -3,12 +3,11 @@
 #include "interchange/svg_in/color.h"
 #include "interchange/svg_in/path_data.h"
 #include "interchange/svg_in/placed_circles.h"
+#include "support/told_cases.h"
 
 #include <fmt/format.h>
 
 #include <cmath>
-#include <fstream>
-#include <functional>
 #include <map>
 
 using namespace interchange;
@@ -59,8 +58,6 @@ struct ShapeText {
                        kAnchors[static_cast<int>(t.anchor)], kBaselines[static_cast<int>(t.baseline)]);
   }
 };
-
-using Lines = std::vector<std::string>;
 
 void appendFaults(const Scene& scene, Lines& lines) {
   for (const Skipped& s : scene.skipped)
@@ -154,9 +151,8 @@ Lines paths(const std::string& d) {
 }
 
 // A whole document of one line, in which "\n" stands for a line's end.
-Lines documents(std::string text) {
-  for (std::size_t at; (at = text.find("\\n")) != std::string::npos;) text.replace(at, 2, "\n");
-  const SvgReadResult result = readSvg(text, "a.svg");
+Lines documents(const std::string& text) {
+  const SvgReadResult result = readSvg(withLineEnds(text), "a.svg");
   if (result.error) return {"refused " + result.error->text()};
   Lines lines;
   for (const Element& element : result.scene.elements)
@@ -166,41 +162,14 @@ Lines documents(std::string text) {
   return lines;
 }
 
-// What was found is left as a whole file beside the programs, so that a wanted change is looked over and
-// taken.
 TEST(SvgReader, MakesOfSnippetsWhatIsTold) {
   const std::map<std::string, std::function<Lines(const std::string&)>> sections{
       {"shapes", shapes}, {"references", references}, {"styles", styles},      {"sizes", sizes},
       {"colors", colors}, {"paths", paths},           {"documents", documents}};
-  std::ifstream told(QUORL_SOURCE_DIR "/tests/interchange/svg_cases.txt");
-  std::ofstream found(QUORL_BIN_DIR "/svg_cases.found.txt");
-  std::string line, section, input;
-  Lines expected;
-  int cases = 0;
-  const auto check = [&] {
-    if (input.empty()) return;
-    const Lines lines = sections.at(section)(input);
-    for (const std::string& text : lines) found << "  " << text << "\n";
-    EXPECT_EQ(fmt::format("{}", fmt::join(lines, "\n")), fmt::format("{}", fmt::join(expected, "\n")))
-        << input;
-    input.clear();
-    expected.clear();
-    ++cases;
-  };
-  while (std::getline(told, line)) {
-    if (line.starts_with("  ")) {
-      expected.push_back(line.substr(2));
-      continue;
-    }
-    check();
-    found << line << "\n";
-    if (line.starts_with("== "))
-      section = line.substr(3);
-    else if (!line.starts_with("# "))
-      input = line;
-  }
-  check();
-  EXPECT_GT(cases, 150);
+  runToldCases("interchange/svg_cases.txt", 150,
+               [&](const std::string& section, const std::string& input, const Lines&) {
+                 return sections.at(section)(input);
+               });
 }
 
 } // namespace

@@ -4,20 +4,22 @@
 #include "interchange/draw/svg_insertion.h"
 #include "interchange/draw/svg_path_target.h"
 #include "interchange/svg_in/svg_reader.h"
-#include "interchange_draw/small_drawing.h"
+#include "interchange_draw/scratch.h"
 
 #include "quorl/db/entity/text.h"
 
 #include <pugixml.hpp>
+
+#include "support/file_content.h"
+#include "support/host_drawing.h"
+#include "support/told_cases.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 
 using namespace interchange;
-using interchange_test::contentOf;
 using interchange_test::scratchPath;
-using interchange_test::SmallDrawing;
 
 namespace {
 
@@ -25,14 +27,14 @@ const std::string kOpen = "<svg xmlns='http://www.w3.org/2000/svg' ";
 const std::string kMillimetres = kOpen + "width='100mm' height='50mm' viewBox='0 0 100 50'>";
 
 // The annotated source, with the page as the reader finds it.
-std::string annotate(const std::string& source, const SmallDrawing& drawing,
+std::string annotate(const std::string& source, const HostDrawing& drawing,
                      const std::vector<ZnDbObjectId>& ids) {
   const SvgReadResult read = readSvg(source, "source.svg");
   EXPECT_FALSE(read.error) << read.error->text();
   std::string annotated;
   Quorl::Failure error;
-  EXPECT_TRUE(annotateSvg(source, sourcePageOf(source, read.scene.document), drawing.database, ids, {},
-                          annotated, error))
+  EXPECT_TRUE(
+      annotateSvg(source, sourcePageOf(source, read.scene.document), drawing.db, ids, {}, annotated, error))
       << error.text();
   return annotated;
 }
@@ -59,8 +61,8 @@ TEST(AnnotatedSvg, sources_stay_byte_by_byte) {
       "<!-- <svg> -->" + kMillimetres + "<svg x='1'><g/></svg>\t</svg>",
       kMillimetres + "<g style=\"a:'/>'\"></g   ></svg\n>",
   };
-  SmallDrawing drawing;
-  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
+  HostDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine({10, 10, 0}, {20, 10, 0})};
   for (const std::string& source : kSources) {
     SCOPED_TRACE(source);
     std::string annotated = annotate(source, drawing, ids);
@@ -78,37 +80,25 @@ TEST(AnnotatedSvg, sources_stay_byte_by_byte) {
 
 // One line of the drawing, in the user coordinates of differently laid out pages.
 TEST(AnnotatedSvg, strokes_lie_in_user_coordinates) {
-  struct Case {
-    const char* root;
-    const char *data, *width;
-  };
-  const Case kCases[] = {
-      {"width='100mm' height='50mm' viewBox='0 0 100 50'", "M10 40L30 30", "0.25"},
-      {"width='100mm' height='50mm' viewBox='-20 -10 200 100'", "M0 70L40 50", "0.5"},
-      {"width='100mm' height='50mm' viewBox='0 0 100000 50000'", "M10000 40000L30000 30000", "250"},
-      {"width='96px' height='48px'", "M37.79528 10.20472L113.38583 -27.59055", "0.94488"},
-      {"viewBox='0 0 960 480'", "M37.79528 442.20472L113.38583 404.40945", "0.94488"},
-      {"width='200mm' height='50mm' viewBox='0 0 100 50' preserveAspectRatio='xMinYMin'", "M10 40L30 30",
-       "0.25"},
-      {"width='200mm' height='50mm' viewBox='0 0 100 50'", "M-40 40L-20 30", "0.25"},
-  };
-  SmallDrawing drawing;
-  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 30, 20)};
-  for (const Case& test : kCases) {
-    SCOPED_TRACE(test.root);
-    const std::string annotated = annotate(kOpen + test.root + "><g/></svg>", drawing, ids);
-    EXPECT_NE(annotated.find(std::string(" d=\"") + test.data + "\""), std::string::npos) << annotated;
-    EXPECT_NE(annotated.find(std::string("stroke-width:") + test.width + ";"), std::string::npos)
-        << annotated;
-  }
+  HostDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine({10, 10, 0}, {30, 20, 0})};
+  runToldCases("interchange_draw/stroke_cases.txt", 7,
+               [&](const std::string&, const std::string& root, const Lines&) {
+                 const std::string annotated = annotate(kOpen + root + "><g/></svg>", drawing, ids);
+                 const auto between = [&](const std::string& before, char end) {
+                   const std::size_t at = annotated.find(before) + before.size();
+                   return annotated.substr(at, annotated.find(end, at) - at);
+                 };
+                 return Lines{between(" d=\"", '"') + " of width " + between("stroke-width:", ';')};
+               });
 }
 
 // What was drawn on a circle of the source is read back where the source has it.
 TEST(AnnotatedSvg, dashes_are_strokes_of_their_own) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   const ZnDbObjectId center = drawing.addLinetype(L"CENTER", {12, -2, 2, -2});
-  const ZnDbObjectId line = drawing.addLine(10, 20, 46, 20);
-  drawing.change(line, [center](ZnDbEntity& entity) {
+  const ZnDbObjectId line = drawing.addLine({10, 20, 0}, {46, 20, 0});
+  change(line, [center](ZnDbEntity& entity) {
     entity.setLinetype(center);
     entity.setColorIndex(1);
     entity.setTransparency(ZnCmTransparency(51));
@@ -122,13 +112,15 @@ TEST(AnnotatedSvg, dashes_are_strokes_of_their_own) {
 }
 
 TEST(AnnotatedSvg, what_is_hidden_erased_or_outside) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   const ZnDbObjectId off =
       drawing.addLayer(L"off", [](ZnDbLayerTableRecord& layer) { layer.setIsOff(true); });
-  const ZnDbObjectId hidden = drawing.addLine(1, 1, 2, 2), erased = drawing.addLine(3, 3, 4, 4);
-  const ZnDbObjectId inside = drawing.addLine(5, 5, 6, 6), outside = drawing.addLine(-5, 5, 6, 6);
-  drawing.change(hidden, [off](ZnDbEntity& entity) { entity.setLayer(off); });
-  drawing.change(erased, [](ZnDbEntity& entity) { entity.erase(); });
+  const ZnDbObjectId hidden = drawing.addLine({1, 1, 0}, {2, 2, 0}),
+                     erased = drawing.addLine({3, 3, 0}, {4, 4, 0});
+  const ZnDbObjectId inside = drawing.addLine({5, 5, 0}, {6, 6, 0}),
+                     outside = drawing.addLine({-5, 5, 0}, {6, 6, 0});
+  change(hidden, [off](ZnDbEntity& entity) { entity.setLayer(off); });
+  change(erased, [](ZnDbEntity& entity) { entity.erase(); });
   const std::string within = annotate(kMillimetres + "</svg>", drawing, {hidden, erased, inside});
   pugi::xml_document document;
   ASSERT_TRUE(document.load_string(within.c_str()));
@@ -140,8 +132,8 @@ TEST(AnnotatedSvg, what_is_hidden_erased_or_outside) {
 }
 
 TEST(AnnotatedSvg, unusual_roots) {
-  SmallDrawing drawing;
-  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
+  HostDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine({10, 10, 0}, {20, 10, 0})};
   const std::string once = annotate(kMillimetres + "</svg>", drawing, ids);
   EXPECT_EQ(annotate(once, drawing, ids), once) << "replaced, not doubled";
   const std::string theirs = kMillimetres + "<g id=\"quorl-annotation\"><g/></g>\n</svg>";
@@ -168,7 +160,7 @@ TEST(AnnotatedSvg, unusual_roots) {
 }
 
 TEST(AnnotatedSvg, letters_become_outlines) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   const ZnDbObjectId text = drawing.add(new ZnDbText(ZnGePoint3d(10, 10, 0), L"I", 20));
   const std::string annotated = annotate(kMillimetres + "</svg>", drawing, {text});
   const SvgReadResult read = readSvg(annotated, "annotated.svg");
@@ -186,13 +178,13 @@ TEST(AnnotatedSvg, letters_become_outlines) {
 }
 
 TEST(AnnotatedSvg, files_and_refusals) {
-  SmallDrawing drawing;
-  const std::vector<ZnDbObjectId> ids{drawing.addLine(10, 10, 20, 10)};
+  HostDrawing drawing;
+  const std::vector<ZnDbObjectId> ids{drawing.addLine({10, 10, 0}, {20, 10, 0})};
   const SourcePage page{ZnGeMatrix2d({0, 50}, {1, 0}, {0, -1}), 100, 50};
   const std::string source = scratchPath("source.svg"), target = scratchPath("target.svg");
   std::ofstream(source) << kMillimetres << "</svg>";
   Quorl::Failure error;
-  ASSERT_TRUE(writeAnnotatedSvg(source, page, drawing.database, ids, target, {}, error)) << error.text();
+  ASSERT_TRUE(writeAnnotatedSvg(source, page, drawing.db, ids, target, {}, error)) << error.text();
   const std::string written = contentOf(target);
   EXPECT_FALSE(annotationOf(written).empty());
 
@@ -210,11 +202,11 @@ TEST(AnnotatedSvg, files_and_refusals) {
   for (const Case& test : kCases) {
     SCOPED_TRACE(test.name);
     std::ofstream(source) << test.content;
-    EXPECT_FALSE(writeAnnotatedSvg(source, test.page, drawing.database, ids, target, {}, error));
+    EXPECT_FALSE(writeAnnotatedSvg(source, test.page, drawing.db, ids, target, {}, error));
     EXPECT_EQ(error.file, source);
     EXPECT_NE(error.what.find(test.what), std::string::npos) << error.text();
     EXPECT_EQ(contentOf(target), written);
   }
-  EXPECT_FALSE(writeAnnotatedSvg(scratchPath("missing.svg"), page, drawing.database, ids, target, {}, error));
+  EXPECT_FALSE(writeAnnotatedSvg(scratchPath("missing.svg"), page, drawing.db, ids, target, {}, error));
   EXPECT_NE(error.what.find("cannot be read"), std::string::npos);
 }

@@ -1,12 +1,17 @@
 // What every layout of dashes must keep, whatever the pattern and the length.
 #include "interchange/draw/dash_layout.h"
 
+#include "support/told_cases.h"
+
+#include <fmt/format.h>
+
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 
 using namespace interchange;
 
@@ -114,43 +119,17 @@ RC_GTEST_PROP(DashLayout, closed_curves_take_whole_repeats, ()) {
   RC_ASSERT(std::abs(spans.back().start + spans.back().end - 2 * length) < kNear);
 }
 
-TEST(DashLayout, known_lengths) {
-  struct Case {
-    const char* name;
-    DashPattern pattern;
-    double length;
-    bool closed;
-    std::vector<DashSpan> expected;
-  };
-  const Case kCases[] = {
-      {"no length", {{12, -2, 2, -2}, false}, 0, false, {}},
-      {"no pattern", {{}, false}, 10, false, {{0, 10}}},
-      {"gaps of no length", {{3, 0, 2}, false}, 10, false, {{0, 10}}},
-      {"only a gap", {{-3}, false}, 10, false, {{0, 10}}},
-      {"shorter than the least", {{12, -2, 2, -2}, false}, 17.9, false, {{0, 17.9}}},
-      {"the least", {{12, -2, 2, -2}, false}, 18, false, {{0, 6}, {8, 10}, {12, 18}}},
-      {"long dash at the middle",
-       {{12, -2, 2, -2}, false},
-       36,
-       false,
-       {{0, 6}, {8, 10}, {12, 24}, {26, 28}, {30, 36}}},
-      {"ends share the rest", {{12, -2, 2, -2}, false}, 26, false, {{0, 10}, {12, 14}, {16, 26}}},
-      {"central gap of plain dashes", {{3, -1.5}, false}, 6, false, {{0, 2.25}, {3.75, 6}}},
-      {"dots stretch", {{0, -2}, false}, 4.8, false, {{0, 0}, {2.4, 2.4}, {4.8, 4.8}}},
-      {"dot at the middle", {{8, -2, 0, -2}, false}, 14, false, {{0, 5}, {7, 7}, {9, 14}}},
-      {"whole stretched", {{12, -2, 2, -2}, true}, 24, false, {{0, 8}, {32.0 / 3, 40.0 / 3}, {16, 24}}},
-      {"too short to be stretched", {{12, -2, 2, -2}, true}, 10.7, false, {{0, 10.7}}},
-      {"closed", {{6, -2}, false}, 16.8, true, {{5.25, 11.55}, {13.65, 19.95}}},
-      {"closed and short", {{6, -2}, false}, 4, true, {{0, 4}}},
-      {"more dashes than sense", {{0.001, -0.001}, false}, 1000, false, {{0, 1000}}},
-  };
-  for (const Case& test : kCases) {
-    SCOPED_TRACE(test.name);
-    const std::vector<DashSpan> spans = layOutDashes(test.pattern, test.length, test.closed);
-    ASSERT_EQ(spans.size(), test.expected.size());
-    for (std::size_t i = 0; i < spans.size(); ++i) {
-      EXPECT_NEAR(spans[i].start, test.expected[i].start, kNear);
-      EXPECT_NEAR(spans[i].end, test.expected[i].end, kNear);
-    }
-  }
+TEST(DashLayout, OfKnownLengthsIsAsTold) {
+  runToldCases("interchange_draw/dash_cases.txt", 16,
+               [](const std::string&, const std::string& input, const Lines&) {
+                 const std::size_t bar = input.find('|');
+                 DashPattern pattern{{}, input.find("fit") != std::string::npos};
+                 std::istringstream lengths(input.substr(0, bar));
+                 for (double length; lengths >> length;) pattern.lengths.push_back(length);
+                 std::string text;
+                 for (const DashSpan& span : layOutDashes(pattern, std::stod(input.substr(bar + 1)),
+                                                          input.find("closed") != std::string::npos))
+                   text += fmt::format("{}{:.6g}..{:.6g}", text.empty() ? "" : " ", span.start, span.end);
+                 return text.empty() ? Lines() : Lines{text};
+               });
 }

@@ -3,13 +3,10 @@
 #include "interchange/svg_in/svg_reader.h"
 
 #include "interchange_draw/picture_probe.h"
-#include "interchange_draw/small_drawing.h"
+#include "interchange_draw/scratch.h"
 
 #include "quorl/db/entity/arc.h"
-#include "quorl/db/entity/block_reference.h"
-#include "quorl/db/entity/circle.h"
 #include "quorl/db/entity/ellipse.h"
-#include "quorl/db/entity/line.h"
 #include "quorl/db/entity/point.h"
 #include "quorl/db/entity/polyline.h"
 #include "quorl/db/entity/spline.h"
@@ -22,18 +19,20 @@
 
 #include <pugixml.hpp>
 
+#include "support/file_content.h"
+#include "support/host_drawing.h"
+#include "support/told_cases.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 using namespace interchange;
-using interchange_test::contentOf;
 using interchange_test::PictureProbe;
 using interchange_test::scratchPath;
-using interchange_test::SmallDrawing;
 
 namespace {
 
@@ -49,34 +48,34 @@ PictureOptions pageOptions() {
   return options;
 }
 
-void addFrame(SmallDrawing& drawing) {
+void addFrame(HostDrawing& drawing) {
   drawing.add(new ZnDbPoint(ZnGePoint3d(0, 0, 0)));
   drawing.add(new ZnDbPoint(ZnGePoint3d(kPage, kPage, 0)));
 }
 
-std::string drawn(const SmallDrawing& drawing, const PictureOptions& options,
-                  const char* name = "picture.png", const std::vector<const ZnDbEntity*>& extra = {}) {
+std::string drawn(const HostDrawing& drawing, const PictureOptions& options, const char* name = "picture.png",
+                  const std::vector<const ZnDbEntity*>& extra = {}) {
   const std::string path = scratchPath(name);
   Quorl::Failure error;
-  EXPECT_TRUE(writePicture(drawing.database, path, options, error, extra)) << error.text();
+  EXPECT_TRUE(writePicture(drawing.db, path, options, error, extra)) << error.text();
   return path;
 }
 
 // Everything that a picture can hold.
-void fillDrawing(SmallDrawing& drawing) {
+void fillDrawing(HostDrawing& drawing) {
   const ZnDbObjectId center = drawing.addLinetype(L"CENTER", {12, -2, 2, -2});
   const ZnDbObjectId dots = drawing.addLinetype(L"DOT", {0, -2});
   const ZnDbObjectId block = drawing.addBlock(L"mark");
-  drawing.addLine(-5, 0, 5, 0, block);
+  drawing.addLine({-5, 0, 0}, {5, 0, 0}, block);
   drawing.add(new ZnDbCircle(ZnGePoint3d(0, 0, 0), ZnGeVector3d::kZAxis, 2), block);
   for (int i = 0; i < 3; ++i) {
     auto* reference = new ZnDbBlockReference(ZnGePoint3d(20 + 20 * i, 20, 0), block);
-    drawing.change(drawing.add(reference), [i](ZnDbEntity& entity) { entity.setColorIndex(i + 1); });
+    change(drawing.add(reference), [i](ZnDbEntity& entity) { entity.setColorIndex(i + 1); });
   }
-  const ZnDbObjectId dashed = drawing.addLine(10, 40, 90, 40);
-  drawing.change(dashed, [&](ZnDbEntity& entity) { entity.setLinetype(center); });
+  const ZnDbObjectId dashed = drawing.addLine({10, 40, 0}, {90, 40, 0});
+  change(dashed, [&](ZnDbEntity& entity) { entity.setLinetype(center); });
   const ZnDbObjectId dotted = drawing.add(new ZnDbCircle(ZnGePoint3d(50, 70, 0), ZnGeVector3d::kZAxis, 15));
-  drawing.change(dotted, [&](ZnDbEntity& entity) {
+  change(dotted, [&](ZnDbEntity& entity) {
     entity.setLinetype(dots);
     entity.setTransparency(ZnCmTransparency(128));
   });
@@ -88,7 +87,7 @@ void fillDrawing(SmallDrawing& drawing) {
 
 // Letters with blanks, and dots of linetypes and points, which are no holes.
 TEST(Picture, svg_reads_back_with_nothing_passed_over) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   fillDrawing(drawing);
   const std::string path = drawn(drawing, pageOptions(), "picture.svg");
   const SvgReadResult read = readSvg(contentOf(path), path);
@@ -148,7 +147,7 @@ TEST(Picture, ink_lies_on_the_shapes) {
   int number = 0;
   for (const Case& test : kCases) {
     SCOPED_TRACE(test.name);
-    SmallDrawing drawing;
+    HostDrawing drawing;
     addFrame(drawing);
     drawing.add(test.entity);
     const PictureProbe probe(
@@ -161,7 +160,7 @@ TEST(Picture, ink_lies_on_the_shapes) {
 }
 
 TEST(Picture, dashes_weights_colors_and_references) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   fillDrawing(drawing);
   const PictureProbe probe(drawn(drawing, pageOptions()), kPage);
   ASSERT_TRUE(probe.isRead());
@@ -182,10 +181,10 @@ TEST(Picture, thicker_lines_have_more_ink) {
   long before = 0;
   for (const ZnDb::LineWeight weight :
        {ZnDb::kLineWeight000, ZnDb::kLineWeightByLayer, ZnDb::kLineWeight100, ZnDb::kLineWeight200}) {
-    SmallDrawing drawing;
+    HostDrawing drawing;
     addFrame(drawing);
-    drawing.change(drawing.addLine(10, 50, 90, 50),
-                   [weight](ZnDbEntity& entity) { entity.setLineWeight(weight); });
+    change(drawing.addLine({10, 50, 0}, {90, 50, 0}),
+           [weight](ZnDbEntity& entity) { entity.setLineWeight(weight); });
     const PictureProbe probe(drawn(drawing, pageOptions()), kPage);
     EXPECT_GT(probe.inkedPixels(), before);
     EXPECT_EQ(probe.hasInkAt(50, 50.8), weight == ZnDb::kLineWeight200);
@@ -194,16 +193,17 @@ TEST(Picture, thicker_lines_have_more_ink) {
 }
 
 TEST(Picture, hidden_things_leave_no_ink_and_no_room) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   const ZnDbObjectId off =
       drawing.addLayer(L"off", [](ZnDbLayerTableRecord& layer) { layer.setIsOff(true); });
   const ZnDbObjectId block = drawing.addBlock(L"nested");
-  drawing.change(drawing.addLine(0, 0, 500, 500, block), [off](ZnDbEntity& entity) { entity.setLayer(off); });
-  drawing.addLine(0, 0, 20, 10, block);
+  change(drawing.addLine({0, 0, 0}, {500, 500, 0}, block),
+         [off](ZnDbEntity& entity) { entity.setLayer(off); });
+  drawing.addLine({0, 0, 0}, {20, 10, 0}, block);
   drawing.add(new ZnDbBlockReference(ZnGePoint3d(30, 20, 0), block));
-  drawing.change(drawing.addLine(-900, 0, 900, 0), [off](ZnDbEntity& entity) { entity.setLayer(off); });
-  drawing.change(drawing.addLine(0, -900, 0, 900),
-                 [](ZnDbEntity& entity) { entity.setVisibility(ZnDb::kInvisible); });
+  change(drawing.addLine({-900, 0, 0}, {900, 0, 0}), [off](ZnDbEntity& entity) { entity.setLayer(off); });
+  change(drawing.addLine({0, -900, 0}, {0, 900, 0}),
+         [](ZnDbEntity& entity) { entity.setVisibility(ZnDb::kInvisible); });
   PictureOptions options;
   options.margin = 2;
   const std::string path = drawn(drawing, options, "picture.svg");
@@ -214,46 +214,29 @@ TEST(Picture, hidden_things_leave_no_ink_and_no_room) {
   EXPECT_STREQ(svg.document_element().attribute("viewBox").value(), "0 0 2400 1400");
 }
 
-TEST(Picture, pages) {
-  struct Case {
-    const char* name;
-    double length; // of a square's diagonal line, drawing units
-    int insertionUnits;
-    double pageWidth, pageHeight, margin, scale;
-    const char *width, *height;
-  };
-  const Case kCases[] = {
-      {"automatic at 1:1", 100, 4, 0, 0, 5, 0, "110mm", "110mm"},
-      {"automatic margin", 100, 4, 0, 0, -1, 0, "110mm", "110mm"},
-      {"inches", 2, 1, 0, 0, 0, 0, "50.8mm", "50.8mm"},
-      {"no units", 30, 0, 0, 0, 0, 0, "30mm", "30mm"},
-      {"stated scale", 100, 4, 0, 0, 0, 0.5, "50mm", "50mm"},
-      {"stated scale, inches", 2, 1, 0, 0, 0, 2, "101.6mm", "101.6mm"},
-      {"given page", 100, 4, 297, 210, 10, 0, "297mm", "210mm"},
-      {"longer than paper", 50000, 4, 0, 0, 0, 0, "1189mm", "1189mm"},
-      {"nothing drawn", 0, 4, 0, 0, -1, 0, "50mm", "50mm"},
-  };
-  for (const Case& test : kCases) {
-    SCOPED_TRACE(test.name);
-    SmallDrawing drawing;
-    drawing.database.setInsertionUnits(test.insertionUnits);
-    if (test.length > 0) drawing.addLine(3, 4, 3 + test.length, 4 + test.length);
-    PictureOptions options;
-    options.pageWidth = test.pageWidth;
-    options.pageHeight = test.pageHeight;
-    options.margin = test.margin;
-    options.scale = test.scale;
-    pugi::xml_document svg;
-    ASSERT_TRUE(svg.load_file(drawn(drawing, options, "page.svg").c_str()));
-    EXPECT_STREQ(svg.document_element().attribute("width").value(), test.width);
-    EXPECT_STREQ(svg.document_element().attribute("height").value(), test.height);
-  }
+// The length of a square's diagonal line, insertion units, width and height of the page, margin and scale.
+TEST(Picture, pages_are_as_large_as_told) {
+  runToldCases(
+      "interchange_draw/page_cases.txt", 9, [](const std::string&, const std::string& input, const Lines&) {
+        HostDrawing drawing;
+        PictureOptions options;
+        double length = 0;
+        int units = 0;
+        std::istringstream(input) >> length >> units >> options.pageWidth >> options.pageHeight >>
+            options.margin >> options.scale;
+        drawing.db.setInsertionUnits(units);
+        if (length > 0) drawing.addLine({3, 4, 0}, {3 + length, 4 + length, 0});
+        pugi::xml_document svg;
+        EXPECT_TRUE(svg.load_file(drawn(drawing, options, "page.svg").c_str()));
+        const pugi::xml_node root = svg.document_element();
+        return Lines{std::string(root.attribute("width").value()) + " " + root.attribute("height").value()};
+      });
 }
 
 TEST(Picture, letters_stay_within_the_page) {
   for (const wchar_t* text : {L"iiiiiiiiiiiiiiiiiiii", L"MMMMMMMMMMMM", L"Outer diameter 1: 27.2mm"}) {
     for (const ZnDb::TextAlign align : {ZnDb::kTextLeft, ZnDb::kTextCenter, ZnDb::kTextRight}) {
-      SmallDrawing drawing;
+      HostDrawing drawing;
       auto* entity = new ZnDbText(ZnGePoint3d(0, 0, 0), text, 10);
       entity->setHorizontalAlign(align);
       drawing.add(entity);
@@ -279,9 +262,9 @@ TEST(Picture, letters_stay_within_the_page) {
 }
 
 TEST(Picture, extra_entities_are_drawn_on_top) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   addFrame(drawing);
-  drawing.addLine(50, 10, 50, 90);
+  drawing.addLine({50, 10, 0}, {50, 90, 0});
   ZnDbLine line(ZnGePoint3d(10, 50, 0), ZnGePoint3d(90, 50, 0));
   line.setColorIndex(1);
   line.setLineWeight(ZnDb::kLineWeight100);
@@ -293,20 +276,21 @@ TEST(Picture, extra_entities_are_drawn_on_top) {
 }
 
 TEST(Picture, layouts_show_model_space_through_viewports) {
-  SmallDrawing drawing;
+  HostDrawing drawing;
   const ZnDbObjectId hidden = drawing.addLayer(L"hidden here", [](ZnDbLayerTableRecord&) {});
-  drawing.addLine(-100, 0, 100, 0);
-  drawing.change(drawing.addLine(0, -100, 0, 100), [hidden](ZnDbEntity& entity) { entity.setLayer(hidden); });
+  drawing.addLine({-100, 0, 0}, {100, 0, 0});
+  change(drawing.addLine({0, -100, 0}, {0, 100, 0}),
+         [hidden](ZnDbEntity& entity) { entity.setLayer(hidden); });
   auto* viewport = new ZnDbViewport;
   viewport->setCenterPoint(ZnGePoint3d(60, 40, 0));
   viewport->setWidth(40);
   viewport->setHeight(20);
   viewport->setViewHeight(40); // half size
-  const ZnDbObjectId id = drawing.add(viewport, drawing.database.paperSpaceId());
-  drawing.change(
-      id, [hidden](ZnDbEntity& entity) { static_cast<ZnDbViewport&>(entity).setLayerFrozen(hidden, true); });
+  const ZnDbObjectId id = drawing.add(viewport, drawing.db.paperSpaceId());
+  change(id,
+         [hidden](ZnDbEntity& entity) { static_cast<ZnDbViewport&>(entity).setLayerFrozen(hidden, true); });
   {
-    ZnDbHolder<ZnDbDictionary> layouts(drawing.database.getLayoutDictionary());
+    ZnDbHolder<ZnDbDictionary> layouts(drawing.db.getLayoutDictionary());
     ZnDbObjectId layoutId;
     ASSERT_EQ(layouts->getAt(L"Layout1", layoutId), Quorl::eOk);
     ZnDbHolder<ZnDbLayout> layout;
@@ -323,81 +307,43 @@ TEST(Picture, layouts_show_model_space_through_viewports) {
   EXPECT_FALSE(probe.hasInkAt(60, 45)) << "the layer frozen in the window";
 }
 
-// Run by the test below in a process of its own.
-TEST(Picture, bytes_for_another_process) {
-  const char* target = std::getenv("QUORL_PICTURE_TARGET");
-  if (!target) GTEST_SKIP() << "writes for another process only";
-  SmallDrawing drawing;
-  fillDrawing(drawing);
-  Quorl::Failure error;
-  EXPECT_TRUE(writePicture(drawing.database, target, pageOptions(), error)) << error.text();
-}
-
-TEST(Picture, same_drawing_same_bytes) {
-  const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
-  for (const char* name : {"same.svg", "same.pdf", "same.PNG"}) {
-    SCOPED_TRACE(name);
-    SmallDrawing drawing;
-    fillDrawing(drawing);
-    const std::string path = drawn(drawing, pageOptions(), name);
-    const std::string first = contentOf(path);
-    ASSERT_GT(first.size(), 500u);
-    EXPECT_EQ(contentOf(drawn(drawing, pageOptions(), name)), first);
-    std::filesystem::remove(path);
-    const std::string command = "QUORL_PICTURE_TARGET='" + path + "' '" + self +
-                                "' --gtest_filter=Picture.bytes_for_another_process > /dev/null";
-    ASSERT_EQ(std::system(command.c_str()), 0);
-    EXPECT_EQ(contentOf(path), first);
-    EXPECT_EQ(first.find("CreationDate"), std::string::npos);
-  }
-}
-
+// A file below a folder of its own, and the options; "folder.png" is a folder.
 TEST(Picture, refusals_leave_what_stood_there) {
-  struct Case {
-    const char* name;
-    const char* path; // below the scratch folder
-    void (*set)(PictureOptions&);
-    const char* what;
-  };
-  const Case kCases[] = {
-      {"ending", "picture.gif", [](PictureOptions&) {}, "ending"},
-      {"no ending", "picture", [](PictureOptions&) {}, "ending"},
-      {"folder", "missing/picture.png", [](PictureOptions&) {}, "cannot be created"},
-      {"folder in the place", "folder.png", [](PictureOptions&) {}, "cannot be replaced"},
-      {"layout", "picture.png", [](PictureOptions& o) { o.layout = "none"; }, "no layout \"none\""},
-      {"pixels", "picture.png", [](PictureOptions& o) { o.longerSidePixels = 40000; },
-       "40000 by 40000 pixels"},
-      {"dots", "picture.png", [](PictureOptions& o) { o.dpi = 1e7; }, "pixels is too large"},
-      {"area", "picture.png", [](PictureOptions& o) { o.longerSidePixels = 20000; }, "20000 by 20000 pixels"},
-      {"page", "picture.pdf", [](PictureOptions& o) { o.scale = 100; }, "page of 11000 by 11000 mm"},
-      {"page, as SVG", "picture.svg", [](PictureOptions& o) { o.pageWidth = o.pageHeight = 1e5; },
-       "too large"},
-      {"one side", "picture.svg", [](PictureOptions& o) { o.pageWidth = 10; }, "one side"},
-      {"scale", "picture.svg", [](PictureOptions& o) { o.scale = -1; }, "scale"},
-      {"no number", "picture.svg", [](PictureOptions& o) { o.margin = std::nan(""); }, "margin"},
-  };
-  SmallDrawing drawing;
-  drawing.addLine(0, 0, 100, 100);
-  for (const Case& test : kCases) {
-    SCOPED_TRACE(test.name);
-    const std::string folder = scratchPath("");
-    std::filesystem::create_directories(folder + "folder.png/inner");
-    const std::string path = folder + test.path;
-    const bool canStand = std::filesystem::exists(std::filesystem::path(path).parent_path());
-    const bool isFolder = std::filesystem::is_directory(path);
-    if (canStand && !isFolder) std::ofstream(path) << "stood there";
-    const std::string before = isFolder ? "" : contentOf(path);
-    PictureOptions options;
-    test.set(options);
-    Quorl::Failure error;
-    EXPECT_FALSE(writePicture(drawing.database, path, options, error));
-    EXPECT_NE(error.text().find(test.what), std::string::npos) << error.text();
-    EXPECT_EQ(error.file, path);
-    EXPECT_FALSE(error.expected.empty());
-    if (!isFolder) EXPECT_EQ(contentOf(path), before);
-    long entries = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder)) ++entries;
-    EXPECT_EQ(entries, 1 + (canStand && !isFolder)) << "something was left beside the path";
-    std::filesystem::remove_all(folder);
-  }
+  HostDrawing drawing;
+  drawing.addLine({0, 0, 0}, {100, 100, 0});
+  runToldCases("interchange_draw/picture_refusals.txt", 13,
+               [&](const std::string&, const std::string& input, const Lines&) {
+                 std::istringstream words(input);
+                 std::string file, option;
+                 words >> file;
+                 PictureOptions options;
+                 for (double value = 0; words >> option;) {
+                   if (option == "layout")
+                     words >> options.layout;
+                   else
+                     words >> value;
+                   if (option == "pixels") options.longerSidePixels = static_cast<int>(value);
+                   if (option == "dpi") options.dpi = value;
+                   if (option == "scale") options.scale = value;
+                   if (option == "width") options.pageWidth = value;
+                   if (option == "height") options.pageHeight = value;
+                   if (option == "margin") options.margin = std::nan("");
+                 }
+                 const std::string folder = scratchPath("");
+                 std::filesystem::create_directories(folder + "folder.png/inner");
+                 const std::string path = folder + file;
+                 const bool canStand = std::filesystem::exists(std::filesystem::path(path).parent_path()) &&
+                                       file != "folder.png";
+                 if (canStand) std::ofstream(path) << "stood there";
+                 Quorl::Failure error;
+                 EXPECT_FALSE(writePicture(drawing.db, path, options, error));
+                 EXPECT_EQ(error.file, path);
+                 if (canStand) EXPECT_EQ(contentOf(path), "stood there");
+                 long entries = 0;
+                 for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder))
+                   ++entries;
+                 EXPECT_EQ(entries, 1 + canStand) << "something was left beside the path";
+                 std::filesystem::remove_all(folder);
+                 return Lines{error.what, "expected " + error.expected};
+               });
 }

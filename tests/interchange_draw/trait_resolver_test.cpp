@@ -1,12 +1,11 @@
 // By layer, by block and defaults, through references in references.
 #include "interchange/draw/trait_resolver.h"
 
-#include "interchange_draw/small_drawing.h"
+#include "support/host_drawing.h"
 
 #include <gtest/gtest.h>
 
 using namespace interchange;
-using interchange_test::SmallDrawing;
 
 namespace {
 
@@ -23,21 +22,21 @@ protected:
       layer.setTransparency(ZnCmTransparency(51));
     });
     byLayer_.layerId = parts_;
-    byLayer_.linetypeId = drawing_.database.byLayerLinetype();
+    byLayer_.linetypeId = drawing_.db.byLayerLinetype();
     byBlock_ = byLayer_;
-    byBlock_.layerId = drawing_.database.layerZero();
+    byBlock_.layerId = drawing_.db.layerZero();
     byBlock_.color = ZnCmColor::fromIndex(0);
     byBlock_.lineWeight = ZnDb::kLineWeightByBlock;
-    byBlock_.linetypeId = drawing_.database.byBlockLinetype();
+    byBlock_.linetypeId = drawing_.db.byBlockLinetype();
     byBlock_.transparency.setMethod(ZnCmTransparency::kByBlock);
     own_.layerId = parts_;
     own_.color = ZnCmColor::fromRgb(1, 2, 3);
     own_.lineWeight = ZnDb::kLineWeight013;
-    own_.linetypeId = drawing_.database.continuousLinetype();
+    own_.linetypeId = drawing_.db.continuousLinetype();
     own_.transparency = ZnCmTransparency(102);
   }
 
-  SmallDrawing drawing_;
+  HostDrawing drawing_;
   ZnDbObjectId dashed_, parts_;
   ZnGiSubEntityTraits byLayer_, byBlock_, own_;
 };
@@ -45,13 +44,13 @@ protected:
 } // namespace
 
 TEST_F(TraitResolverTest, traits_through_references) {
-  TraitResolver resolver(drawing_.database, kWhitePaper);
+  TraitResolver resolver(drawing_.db, kWhitePaper);
   const ResolvedTraits layered = resolver.resolve(byLayer_, nullptr);
   const ResolvedTraits owned = resolver.resolve(own_, nullptr);
   // A reference that itself is by block within another one.
   const ResolvedTraits passed = resolver.resolve(byBlock_, &owned);
   ZnGiSubEntityTraits onLayerZero = byLayer_;
-  onLayerZero.layerId = drawing_.database.layerZero();
+  onLayerZero.layerId = drawing_.db.layerZero();
   ZnGiSubEntityTraits byDefault = byLayer_;
   byDefault.lineWeight = ZnDb::kLineWeightByDefault;
 
@@ -99,15 +98,15 @@ TEST_F(TraitResolverTest, ink_shows_on_its_paper) {
       {0xffffff, ZnCmColor::fromIndex(1), 0xff0000}, {0x202020, ZnCmColor::fromIndex(7), 0xffffff},
   };
   for (const Case& test : kCases) {
-    TraitResolver resolver(drawing_.database, test.paper);
+    TraitResolver resolver(drawing_.db, test.paper);
     own_.color = test.color;
     EXPECT_EQ(resolver.inkOf(resolver.resolve(own_, nullptr), 1).rgb, test.ink);
   }
 }
 
 TEST_F(TraitResolverTest, patterns_follow_both_scales) {
-  drawing_.database.setLtscale(3);
-  TraitResolver resolver(drawing_.database, kWhitePaper);
+  drawing_.db.setLtscale(3);
+  TraitResolver resolver(drawing_.db, kWhitePaper);
   const DashPattern pattern = resolver.patternOf(resolver.resolve(byLayer_, nullptr), 0.5);
   EXPECT_EQ(pattern.lengths, (std::vector<double>{9, -4.5}));
 }
@@ -118,7 +117,7 @@ TEST_F(TraitResolverTest, layers_that_do_not_show) {
   const ZnDbObjectId frozen = drawing_.addLayer(L"frozen", [](Record& layer) { layer.setIsFrozen(true); });
   const ZnDbObjectId kept = drawing_.addLayer(L"kept", [](Record& layer) { layer.setIsPlottable(false); });
   const ZnDbObjectId locked = drawing_.addLayer(L"locked", [](Record& layer) { layer.setIsLocked(true); });
-  TraitResolver resolver(drawing_.database, kWhitePaper);
+  TraitResolver resolver(drawing_.db, kWhitePaper);
   EXPECT_FALSE(resolver.isShown(off));
   EXPECT_FALSE(resolver.isShown(frozen));
   EXPECT_FALSE(resolver.isShown(kept));

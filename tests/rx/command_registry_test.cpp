@@ -51,13 +51,6 @@ TEST_F(CommandRegistry, ListedByNameAndRemovedByGroup) {
   EXPECT_EQ(registry.find(L"beta"), nullptr);
 }
 
-TEST_F(CommandRegistry, AContextHandsTheStatusAndTheReasonOn) {
-  ZnRxCommandContext context;
-  EXPECT_TRUE(context.message().isEmpty());
-  EXPECT_EQ(context.fail(Quorl::eOnLockedLayer, L"no"), Quorl::eOnLockedLayer);
-  EXPECT_EQ(context.message(), L"no");
-}
-
 TEST_F(CommandRegistry, MistakesChangeNothing) {
   EXPECT_EQ(registry.addCommand(L"GROUP_B", L"beta", count), Quorl::eDuplicateKey);
   EXPECT_EQ(registry.addCommand(L"GROUP_B", L"", count), Quorl::eInvalidInput);

@@ -142,6 +142,7 @@ TEST_F(Members, ACollectionIsBuiltOnceWhenAsked) {
   EXPECT_EQ(collectionsBuilt, 1);
   TThing::desc()->setMemberBuilder(nullptr);
   EXPECT_EQ(property(thing, L"Size"), nullptr);
+  EXPECT_EQ(engine.addFacetProvider(&provider), Quorl::eDuplicateKey);
 }
 
 TEST_F(Members, PropertiesReadAndWrite) {
@@ -213,13 +214,6 @@ TEST_F(Members, OverrulesStepInFrontOfAProperty) {
   EXPECT_TRUE(size->overrules().empty());
   EXPECT_EQ(size->getValue(&round, value), Quorl::eOk);
   EXPECT_EQ(log, "bababba");
-}
-
-TEST_F(Members, FacetProvidersAreKeptOnce) {
-  EXPECT_EQ(engine.addFacetProvider(&provider), Quorl::eDuplicateKey);
-  EXPECT_EQ(engine.addFacetProvider(nullptr), Quorl::eInvalidInput);
-  FacetProvider stranger;
-  EXPECT_EQ(engine.removeFacetProvider(&stranger), Quorl::eKeyNotFound);
 }
 
 TEST_F(Members, AttributesTellNamePlaceAndUnit) {

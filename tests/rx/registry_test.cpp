@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "quorl/rx/class_dictionary.h"
-#include "quorl/rx/services.h"
 
 namespace {
 
@@ -58,22 +57,6 @@ TEST(Dictionary, KeepsTheOrderOfInsertion) {
   EXPECT_EQ(dictionary.put(L"", &x), Quorl::eInvalidInput);
   EXPECT_EQ(dictionary.put(L"null", nullptr), Quorl::eInvalidInput);
   EXPECT_FALSE(dictionary.has(L"null"));
-}
-
-TEST(Registry, ServicesComeAndGo) {
-  EXPECT_FALSE(znrxServiceIsRegistered(L"TestService"));
-  ZnRxService* service = znrxRegisterService(L"TestService");
-  ASSERT_NE(service, nullptr);
-  EXPECT_EQ(service->name(), L"TestService");
-  EXPECT_EQ(znrxRegisterService(L"TestService"), service);
-  EXPECT_NE(znrxRegisterService(L"OtherService"), service);
-  EXPECT_EQ(znrxRegisterService(L""), nullptr);
-  EXPECT_TRUE(znrxServiceIsRegistered(L"TestService"));
-  auto* services = ZnRxDictionary::cast(znrxSysRegistry()->at(L"ServiceDictionary"));
-  EXPECT_EQ(services->remove(L"TestService"), service);
-  delete service;
-  delete services->remove(L"OtherService");
-  EXPECT_FALSE(znrxServiceIsRegistered(L"TestService"));
 }
 
 TEST(Registry, TheClassDictionaryIsAViewOnTheClasses) {

@@ -2,49 +2,24 @@
 #include <rapidcheck/gtest.h>
 
 #include <cstdlib>
-#include <limits>
 
 #include "quorl/rx/print.h"
 #include "quorl/rx/real_format.h"
+#include "support/told_cases.h"
 
 namespace {
 
-TEST(RealFormat, ShortestTextWithATail) {
-  struct Case {
-    double value;
-    const wchar_t* format;
-    const wchar_t* text;
-  };
-  const Case cases[] = {
-      {0.9, L"%.24q1x", L"0.9x"},
-      {1.0 - 2.0 * 0.05, L"%.24q1x", L"0.9x"},
-      {(1.0 - 0.8) * 0.5, L"%.24q1x", L"0.09999999999999998x"},
-      {1.0 / 3.0, L"%.24q1", L"0.3333333333333333"},
-      {1.0 / 3.0, L"%.3q1", L"0.333"},
-      {2.0 / 3.0, L"%.3q1 mm", L"0.667 mm"},
-      {0.0, L"%.24q1x", L"0x"},
-      {-0.0, L"%.24q1x", L"0x"},
-      {-2.5, L"%.24q1", L"-2.5"},
-      {100.0, L"%.24q1", L"100"},
-      {123456.0, L"%.2q1", L"120000"},
-      {99.96, L"%.3q1", L"100"},
-      {1e-7, L"%.24q1", L"0.0000001"},
-      {1e21, L"%.24q1", L"1000000000000000000000"},
-      {5.0, L"%.24q12", L"52"},
-      {5.0, L"%.24q2x", L""},
-      {5.0, L"%.0q1x", L""},
-      {5.0, L"%.q1x", L""},
-      {5.0, L"%24q1x", L""},
-      {5.0, L"%.24f", L""},
-      {5.0, L"%.24q", L""},
-      {5.0, L"", L""},
-      {5.0, nullptr, L""},
-      {std::numeric_limits<double>::infinity(), L"%.24q1x", L""},
-      {std::numeric_limits<double>::quiet_NaN(), L"%.24q1x", L""},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(znrxFormatReal(c.value, c.format).utf8(), ZnString(c.text).utf8())
-        << c.value << " " << ZnString(c.format).utf8();
+TEST(RealFormat, IsTheShortestTextWithATail) {
+  runToldCases("rx/real_format_cases.txt", 24,
+               [](const std::string&, const std::string& input, const Lines&) {
+                 const size_t blank = input.rfind(' ');
+                 const ZnString format =
+                     ZnString::fromUtf8(input.substr(0, blank) == "(empty)" ? "" : input.substr(0, blank));
+                 const std::string text =
+                     znrxFormatReal(std::strtod(input.c_str() + blank, nullptr), format.c_str()).utf8();
+                 return text.empty() ? Lines() : Lines{text};
+               });
+  EXPECT_TRUE(znrxFormatReal(5.0, nullptr).isEmpty());
 }
 
 RC_GTEST_PROP(RealFormat, TheTextReadsBack, (double value)) {

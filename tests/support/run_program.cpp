@@ -6,19 +6,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
+
+#include "support/file_content.h"
 
 namespace fs = std::filesystem;
-
-namespace {
-
-std::string contentOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-} // namespace
 
 ProgramFolder::ProgramFolder() {
   static int count = 0;

@@ -1,50 +1,25 @@
-#include <gtest/gtest.h>
-
-#include "quorl/db/core/database.h"
-#include "quorl/db/core/undo.h"
-#include "quorl/db/entity/line.h"
 #include "quorl/db/entity/viewport.h"
-#include "quorl/db/table/block_table.h"
 #include "quorl/view/brevix_util.h"
 #include "quorl/view/dim_util.h"
 #include "quorl/view/point_ref.h"
 #include "quorl/view/share_db.h"
 #include "quorl/view/view_rep_block_reference.h"
+#include "support/host_drawing.h"
 
 namespace {
 
-class ViewTest : public testing::Test {
+class ViewTest : public HostDrawingTest {
 protected:
   ViewTest() {
     auto* window = new ZnDbViewport;
     window->setCenterPoint(ZnGePoint3d(100, 50, 0));
     window->setViewCenter(ZnGePoint2d(10, 0));
     window->setCustomScale(0.5);
-    viewport = add(window, database.paperSpaceId());
-    plainViewport = add(new ZnDbViewport, database.paperSpaceId());
-    line = add(new ZnDbLine(ZnGePoint3d(10, 0, 0), ZnGePoint3d(14, 0, 0)), database.modelSpaceId());
+    viewport = add(window, db.paperSpaceId());
+    plainViewport = add(new ZnDbViewport, db.paperSpaceId());
+    line = addLine({10, 0, 0}, {14, 0, 0});
   }
 
-  ZnDbObjectId add(ZnDbEntity* entity, ZnDbObjectId block) {
-    ZnDbHolder<ZnDbBlockTableRecord> record;
-    record.openForWrite(block);
-    ZnDbObjectId id;
-    EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
-    entity->close();
-    return id;
-  }
-  ZnDbObjectId addView() {
-    auto* record = new ZnDbBlockTableRecord;
-    record->setName(L"*U");
-    ZnDbHolder<ZnDbSymbolTable> table;
-    table.openForWrite(database.blockTableId());
-    ZnDbObjectId block;
-    EXPECT_EQ(table->add(block, record), Quorl::eOk);
-    record->close();
-    return add(new ZnDbViewRepBlockReference(ZnGePoint3d(), block), database.modelSpaceId());
-  }
-
-  ZnDbDatabase database;
   ZnDbObjectId viewport, plainViewport, line;
 };
 
@@ -75,7 +50,7 @@ TEST_F(ViewTest, points_seen_through_a_viewport_stand_on_the_sheet) {
 }
 
 TEST_F(ViewTest, the_viewport_of_a_path_and_its_scale) {
-  const ZnDbObjectId space = database.modelSpaceId();
+  const ZnDbObjectId space = db.modelSpaceId();
   struct Case {
     ZnArray<ZnDbObjectId> path;
     ZnDbObjectId found;
@@ -100,18 +75,16 @@ TEST_F(ViewTest, the_viewport_of_a_path_and_its_scale) {
 }
 
 TEST_F(ViewTest, a_viewport_counts_while_a_view_names_it) {
-  const ZnDbObjectId view = addView();
+  const ZnDbObjectId view = add(new ZnDbViewRepBlockReference(ZnGePoint3d(), addBlock(L"*U")));
   ZnDbObjectId foundView, definition;
   EXPECT_FALSE(DbBrevixUtil::checkBrevixViewport(viewport, &foundView, &definition));
   EXPECT_TRUE(foundView.isNull());
-  database.undoRecorder().startStep();
-  {
-    ZnDbHolder<ZnDbViewRepBlockReference> open;
-    ASSERT_EQ(open.openForWrite(view), Quorl::eOk);
-    EXPECT_EQ(open->setViewportId(line), Quorl::eInvalidInput);
-    EXPECT_EQ(open->setViewportId(viewport), Quorl::eOk);
-    open->setViewId(line);
-  }
+  undo().startStep();
+  change<ZnDbViewRepBlockReference>(view, [this](ZnDbViewRepBlockReference& open) {
+    EXPECT_EQ(open.setViewportId(line), Quorl::eInvalidInput);
+    EXPECT_EQ(open.setViewportId(viewport), Quorl::eOk);
+    open.setViewId(line);
+  });
   const auto expectNamed = [&](bool named) {
     EXPECT_EQ(DbBrevixUtil::checkBrevixViewport(viewport), named);
     EXPECT_FALSE(DbBrevixUtil::checkBrevixViewport(plainViewport));
@@ -122,14 +95,10 @@ TEST_F(ViewTest, a_viewport_counts_while_a_view_names_it) {
   EXPECT_TRUE(DbBrevixUtil::checkBrevixViewport(viewport, &foundView, &definition));
   EXPECT_EQ(foundView, view);
   EXPECT_EQ(definition, line);
-  EXPECT_EQ(database.undoRecorder().undo(), Quorl::eOk);
+  EXPECT_EQ(undo().undo(), Quorl::eOk);
   expectNamed(false);
-  EXPECT_EQ(database.undoRecorder().redo(), Quorl::eOk);
+  EXPECT_EQ(undo().redo(), Quorl::eOk);
   expectNamed(true);
-  {
-    ZnDbHolder<ZnDbViewRepBlockReference> open;
-    ASSERT_EQ(open.openForWrite(view), Quorl::eOk);
-    open->erase(true);
-  }
+  erase(view);
   expectNamed(false);
 }
