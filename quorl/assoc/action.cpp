@@ -52,7 +52,8 @@ void ZnDbAssocAction::beginChange() {
 ErrorStatus ZnDbAssocAction::setStatus(ZnDbAssocStatus status, bool notifyOwning,
                                        bool /*setInOwnedActions*/) {
   if (status != status_) {
-    if (database()) database()->undoRecorder().keepState(this);
+    // An evaluation that finds nothing new takes its mark back, and has then not been there.
+    if (database()) database()->undoRecorder().keepStateWhileItDiffers(this);
     if (ZnDbAssocActionBody* own = body()) own->notificationOverride(status);
     status_ = status;
   }

@@ -119,6 +119,17 @@ bool ZnDbAssocActionBody::hasAnyErasedOrBrokenDependencies() const {
   return false;
 }
 
+bool ZnDbAssocActionBody::hasAnyNewlyErasedDependencies() const {
+  const ZnDbAssocAction* parent = action();
+  if (!parent) return false;
+  for (const ZnDbObjectId id : parent->dependencyIds()) {
+    if (id.isErased()) continue;
+    const auto* dependency = static_cast<const ZnDbAssocDependency*>(id.slot()->object);
+    if (dependency->hasChanged() && dependency->isErasedOrBroken()) return true;
+  }
+  return false;
+}
+
 ErrorStatus ZnDbAssocActionBody::getDependencies(bool readOnesWanted, bool writeOnesWanted,
                                                  ZnArray<ZnDbObjectId>& ids) const {
   ids.removeAll();

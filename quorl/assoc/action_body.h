@@ -46,6 +46,7 @@ public:
   // Brings the dependencies' states up to date; eWasErased when something depended on is gone.
   Quorl::ErrorStatus evaluateDependencies();
   bool hasAnyErasedOrBrokenDependencies() const;
+  bool hasAnyNewlyErasedDependencies() const; // since the last evaluation
   Quorl::ErrorStatus getDependencies(bool readOnesWanted, bool writeOnesWanted,
                                      ZnArray<ZnDbObjectId>& ids) const;
   Quorl::ErrorStatus removeAllDependencies(bool alsoEraseThem);

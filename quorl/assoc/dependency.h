@@ -44,6 +44,7 @@ public:
   ZnDbAssocStatus status() const;
   void setStatus(ZnDbAssocStatus status) { changed_ = zndbIsToEvaluate(status); }
   bool isErasedOrBroken() const;
+  bool hasChanged() const { return changed_; } // since the last evaluation, erased or not
 
   ZnDbObjectId owningActionId() const { return ownerId(); }
   // Null while it is in no action.

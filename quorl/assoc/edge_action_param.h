@@ -17,6 +17,9 @@ public:
   // The parameter stays in the action and depends on nothing; with releaseOwned its dependency is erased.
   virtual Quorl::ErrorStatus emptyEdge(bool releaseOwned);
 
-  // The first id of the edge's path, without allocation; false when there is no edge.
-  bool edgeTopId(ZnDbObjectId& id) const { return dependentTopId(id); }
+  // Whether there is an edge and nothing on the path to it is erased; without allocation.
+  bool hasLiveEdge() const {
+    const ZnDbAssocGeomDependency* dependency = geomDependency();
+    return dependency && dependency->isAttached() && !dependency->isErasedOrBroken();
+  }
 };

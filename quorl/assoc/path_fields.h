@@ -5,6 +5,10 @@
 #include "quorl/db/core/field_walks.h"
 #include "quorl/db/entity/subent.h"
 
+// Whether the path is filed, or read as none: what is gone from it is in no file, and no clone's. Undo brings
+// it back.
+bool zndbIsFiledPath(const ZnDbCompoundObjectId& path, bool forUndo);
+
 // The path of ids, outermost first. One of which a part could not be translated (it stayed behind in another
 // drawing) is empty.
 ZnDbCompoundObjectId zndbPathOf(const ZnArray<ZnDbObjectId>& ids);
@@ -15,8 +19,9 @@ template<> struct ZnDbFieldCodec<ZnDbCompoundObjectId> {
   static const Raw& get(const Raw& value) { return value; }
   static void set(Raw& value, Raw&& raw) { value = std::move(raw); }
   template<class F> static void write(F& filer, const Raw& path) {
-    filer.writeInt32(path.isEmpty() ? 0 : static_cast<std::int32_t>(path.pathIds().size()) + 1);
-    if (path.isEmpty()) return;
+    const bool isFiled = zndbIsFiledPath(path, filer.kind() == ZnDbFiler::kUndo);
+    filer.writeInt32(isFiled ? static_cast<std::int32_t>(path.pathIds().size()) + 1 : 0);
+    if (!isFiled) return;
     for (const ZnDbObjectId id : path.pathIds()) filer.writeSoftPointerId(id);
     filer.writeSoftPointerId(path.leafId());
   }
@@ -27,8 +32,9 @@ template<> struct ZnDbFieldCodec<ZnDbCompoundObjectId> {
     path = zndbPathOf(ids);
   }
   static void writeText(ZnDbTdocFiler& filer, int code, const Raw& path) {
+    if (!zndbIsFiledPath(path, false)) return;
     for (const ZnDbObjectId id : path.pathIds()) filer.writeId(code, id);
-    if (!path.isEmpty()) filer.writeId(code, path.leafId());
+    filer.writeId(code, path.leafId());
   }
   static bool readText(ZnDbTdocItems& items, int code, Raw& path) {
     ZnArray<ZnDbObjectId> ids;

@@ -33,7 +33,7 @@ ErrorStatus ZnDbAssocVertexActionParam::setVertexRef(const ZnDbVertexRef& vertex
 }
 
 ErrorStatus ZnDbAssocVertexActionParam::emptyVertex(bool releaseOwned) {
-  assertWriteEnabled();
+  if (fixedPoint_) assertWriteEnabled();
   fixedPoint_.reset();
   return release(releaseOwned);
 }

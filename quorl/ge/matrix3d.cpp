@@ -106,7 +106,8 @@ ZnGeMatrix3d& ZnGeMatrix3d::setTranslation(const ZnGeVector3d& v) {
 }
 
 double ZnGeMatrix3d::scale() const {
-  return std::sqrt(std::max({x_.lengthSquared(), y_.lengthSquared(), z_.lengthSquared()}));
+  const double longest = std::sqrt(std::max({x_.lengthSquared(), y_.lengthSquared(), z_.lengthSquared()}));
+  return std::fabs(longest - 1.0) <= ZnGe::kUnitScaleRounding ? 1.0 : longest;
 }
 
 // Compared with the volume of a box of the same axis lengths, so that small drawings are not singular.

@@ -54,7 +54,7 @@ public:
   ZnGeMatrix3d& setTranslation(const ZnGeVector3d& v);
   // Negative for a map that mirrors.
   constexpr double det() const { return x_.crossProduct(y_).dotProduct(z_); }
-  // Length of the longest axis.
+  // Length of the longest axis; exactly 1 for one that rounding alone keeps from it.
   double scale() const;
   // Whether the axes have no usable volume for their lengths, so that there is no inverse.
   bool isSingular() const;

@@ -1,6 +1,8 @@
 // Every tolerance of the geometry library, named, with its reason. No other file holds a number of this kind.
 #pragma once
 
+#include <limits>
+
 namespace ZnGe {
 
 // Two points closer than this are one point: far below what a drawing shows, and still well above the
@@ -26,6 +28,9 @@ inline constexpr double kLengthRatio = 1e-13;
 
 // Share of a curve's size by which the box of a spline may exceed the curve.
 inline constexpr double kBoxSlackRatio = 1e-9;
+
+// A scale this close to 1 is 1: how far a few rotations take an axis from unit length.
+inline constexpr double kUnitScaleRounding = 16.0 * std::numeric_limits<double>::epsilon();
 
 // Relative step at which an iteration for a parameter stops: a few units in the last place.
 inline constexpr double kParamRatio = 1e-15;

@@ -42,7 +42,7 @@ protected:
     ZnArray<ZnDbEdgeRef> edges;
     EXPECT_EQ(param->edgeRefs(edges), Quorl::eOk);
     ZnDbObjectId top;
-    EXPECT_EQ(param->edgeTopId(top), !edges.isEmpty());
+    EXPECT_EQ(param->dependentTopId(top), !edges.isEmpty());
     ZnDbCompoundObjectId path;
     EXPECT_EQ(param->getDependentOnCompoundObject(path), edges.isEmpty() ? Quorl::eNothingToDo : Quorl::eOk);
     EXPECT_EQ(path.topId(), top);

@@ -75,11 +75,8 @@ TEST_F(Sizes, AMarkAnswersForItselfAndElseTheStyle) {
     entity.setLayer(db_->layerZero());
     entity.setLinetypeScale(4.0);
   });
-  const ZnDbCenterMarkPropsProvider own(mark), none{ZnDbObjectId()};
+  const ZnDbCenterMarkPropsProvider own(mark);
   EXPECT_TRUE(own.layerId() == db_->layerZero() && own.linetypeScale() == 4.0);
-  ZnDbObjectId layer;
-  EXPECT_EQ(ZnTorviSetLayer::getCenterLayerId(db_.get(), layer), Quorl::eOk);
-  EXPECT_TRUE(none.layerId() == layer && none.linetypeScale() == 2.5);
   EXPECT_TRUE(own.hasStoredObject() && own.refCircleRadius() == 10.0);
   const std::tuple<ZnCenterMarkSubEntType, double, double> rows[] = {
       {eCrossHairHorizontalLine, 0.0, 0.0}, {eLeftLine, 3.0, 3.0}, {eTopLine, 10.0, 7.0}};
@@ -87,9 +84,16 @@ TEST_F(Sizes, AMarkAnswersForItselfAndElseTheStyle) {
     EXPECT_EQ(own.extension(line), extension) << line;
     EXPECT_EQ(own.extensionLength(line, 7.0), forRadius7) << line;
     EXPECT_EQ(own.overshoot(line), line == eCrossHairHorizontalLine ? 0.0 : 0.5) << line;
-    EXPECT_EQ(none.extension(line) + none.extensionLength(line, 7.0), 0.0) << line;
   }
   evaluate(mark);
+  erase(mark);
+  ZnDbObjectId layer;
+  EXPECT_EQ(ZnTorviSetLayer::getCenterLayerId(db_.get(), layer), Quorl::eOk);
+  for (const ZnDbObjectId id : {ZnDbObjectId(), mark}) {
+    const ZnDbCenterMarkPropsProvider none(id);
+    EXPECT_TRUE(none.layerId() == layer && none.linetypeScale() == 2.5);
+    EXPECT_EQ(none.extension(eLeftLine) + none.extensionLength(eLeftLine, 7.0) + none.refCircleRadius(), 0.0);
+  }
 }
 
 TEST_F(Sizes, ByLayerMeansTheLayersLinetype) {

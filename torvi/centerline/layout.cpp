@@ -6,6 +6,7 @@
 #include "torvi/centerline/geometry_generator.h"
 #include "torvi/core/action_body.h"
 #include "torvi/core/edge_relations.h"
+#include "torvi/core/reference_transform.h"
 #include "torvi/core/tolerance.h"
 #include "torvi/drawing/blocks.h"
 
@@ -30,8 +31,13 @@ ErrorStatus ZnDbCenterLineLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves
   scaleExtensions();
   ZnGeLineSeg3d line;
   if (calculateCenterLine(curves, line) != Quorl::eOk) return Quorl::eInvalidInput;
-  wrapper()->setCachedCenterLineLength(line.length());
-  wrapper()->setCachedCenterLineDirection((line.endPoint() - line.startPoint()).normal(ZnGeContext::gTol));
+  // A line that follows nothing is drawn from what is remembered: measuring it anew would make it creep.
+  if (wrapper()->isFullyAssociative()) {
+    wrapper()->setCachedCenterLineLength(line.length());
+    wrapper()->setCachedCenterLineDirection(line.span().normal(ZnGeContext::gTol));
+  } else if (const ZnGeVector3d along = freeDirection(); !along.isZeroLength()) {
+    wrapper()->setCachedCenterLineDirection(along);
+  }
   rematchExtensions(line);
   applyExtensions(curves);
   return Quorl::eOk;
@@ -45,11 +51,13 @@ ErrorStatus ZnDbCenterLineLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves,
 
 ErrorStatus ZnDbCenterLineLayout::calculateCenterLine(ZnArray<ZnGeCurve3d*>& curves, ZnGeLineSeg3d& line) {
   if (!wrapper()) return Quorl::eInvalidInput;
+  if (!wrapper()->isFullyAssociative()) {
+    line = unassociatedGeometry(line);
+    curves.append(new ZnGeLineSeg3d(line));
+    return Quorl::eOk;
+  }
   ZnGeVector3d base;
-  if (!wrapper()->isFullyAssociative())
-    curves.append(new ZnGeLineSeg3d(unassociatedGeometry(line)));
-  else if (const ErrorStatus status = lineBetweenEdges(curves, base); status != Quorl::eOk)
-    return status;
+  if (const ErrorStatus status = lineBetweenEdges(curves, base); status != Quorl::eOk) return status;
   auto* raw = static_cast<ZnGeLineSeg3d*>(curves[0]);
   const ZnGeVector3d toPlace = raw->midPoint().asVector();
   transform_.setToTranslation(toPlace + base);
@@ -79,16 +87,30 @@ ErrorStatus ZnDbCenterLineLayout::lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves
   return ZnDbCenterLineGeometryGenerator(endings).generateGeometry(curves, inputs);
 }
 
-// A line that can't be read back leaves what the caller holds. Extensions of next to nothing tell no
-// direction by themselves; what is drawn past them does.
-ZnGeLineSeg3d ZnDbCenterLineLayout::unassociatedGeometry(ZnGeLineSeg3d drawn) const {
-  if (wrapper()->getCenterLineGeometry(drawn, false) != Quorl::eOk) return drawn;
-  if (drawn.length() <= centerLineTolerance().equalPoint()) wrapper()->getCenterLineGeometry(drawn, true);
+// What is remembered, where the reference stands and turned as it is turned: start and end stay where the
+// user turned them, however far. A reference that can't be read leaves what the caller holds.
+ZnGeLineSeg3d ZnDbCenterLineLayout::unassociatedGeometry(const ZnGeLineSeg3d& held) {
   ZnDbHolder<ZnDbBlockReference> reference(centerObject());
-  if (!reference.isOpen()) return drawn;
-  const ZnGeVector3d along = (drawn.endPoint() - drawn.startPoint()).normal(ZnGeContext::gTol);
-  const ZnGeVector3d half = along * (wrapper()->cachedCenterLineLength() * 0.5);
-  return {reference->position() - half, reference->position() + half};
+  if (!reference.isOpen()) return held;
+  transform_.setToTranslation(reference->position().asVector());
+  const ZnGeVector3d half = freeDirection() * (wrapper()->cachedCenterLineLength() * 0.5);
+  return {ZnGePoint3d::kOrigin - half, ZnGePoint3d::kOrigin + half};
+}
+
+// The block of a line is not turned but by the user. One that was never evaluated has no direction to
+// remember; what is drawn tells it, if need be with what is drawn past the extensions.
+ZnGeVector3d ZnDbCenterLineLayout::freeDirection() const {
+  ZnGeMatrix3d turned = wrapper()->blockTransform();
+  turned.setTranslation({});
+  const ZnGeVector3d before = wrapper()->cachedCenterLineDirection();
+  if (!before.isZeroLength(ZnGeContext::gTol))
+    return torvi::areExactlyEqual(turned, ZnGeMatrix3d::kIdentity)
+               ? before
+               : (turned * before).normal(ZnGeContext::gTol);
+  ZnGeLineSeg3d drawn;
+  if (wrapper()->getCenterLineGeometry(drawn, false) != Quorl::eOk) return {};
+  if (drawn.length() <= centerLineTolerance().equalPoint()) wrapper()->getCenterLineGeometry(drawn, true);
+  return drawn.span().normal(ZnGeContext::gTol);
 }
 
 // Start and end carry lengths of their own: a line that turned round would exchange them. The raw direction
@@ -110,7 +132,7 @@ ErrorStatus ZnDbCenterLineLayout::applyExtensions(ZnArray<ZnGeCurve3d*>& curves)
   const double toStart = wrapper()->startExtension() + wrapper()->startOvershoot();
   const double toEnd = wrapper()->endExtension() + wrapper()->endOvershoot();
   const ZnGePoint3d middle = line.midPoint();
-  const ZnGeVector3d along = (line.endPoint() - line.startPoint()).normal(ZnGeContext::gTol);
+  const ZnGeVector3d along = line.span().normal(ZnGeContext::gTol);
   line.set(middle - along * toStart, middle + along * toEnd);
   return Quorl::eOk;
 }
@@ -138,7 +160,7 @@ void ZnDbCenterLineLayout::scaleExtensions() const {
   if (!wrapper() || wrapper()->isFullyAssociative()) return;
   ZnDbHolder<ZnDbBlockReference> reference(centerObject());
   if (!reference.isOpen()) return;
-  const double scale = reference->blockTransform().scale();
+  const double scale = torvi::scaleOf(reference->blockTransform());
   if (scale == 1.0) return;
   const double start = wrapper()->startExtension(), end = wrapper()->endExtension();
   wrapper()->setStartExtension(start * scale);

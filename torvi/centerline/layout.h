@@ -29,7 +29,9 @@ private:
 
   ZnDbCenterLineObjectWrapper* wrapper() const; // null for no center line
   Quorl::ErrorStatus lineBetweenEdges(ZnArray<ZnGeCurve3d*>& curves, ZnGeVector3d& base) const;
-  ZnGeLineSeg3d unassociatedGeometry(ZnGeLineSeg3d drawn) const;
+  ZnGeLineSeg3d unassociatedGeometry(const ZnGeLineSeg3d& held);
+  ZnGeVector3d
+  freeDirection() const; // of a line without its edges, as a unit vector; zero where nothing tells
   void keepDirection(ZnGeLineSeg3d& line) const;
   Quorl::ErrorStatus applyExtensions(ZnArray<ZnGeCurve3d*>& curves) const;
   void rematchExtensions(const ZnGeLineSeg3d& line) const;

@@ -1,9 +1,13 @@
 #include "torvi/centermark/block_sync.h"
 
+#include <cmath>
+
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/core/navigation.h"
 #include "torvi/core/object_pointer.h"
+#include "torvi/core/reference_transform.h"
+#include "torvi/core/tolerance.h"
 #include "torvi/drawing/blocks.h"
 #include "torvi/drawing/shapes.h"
 #include "torvi/drawing/views.h"
@@ -14,22 +18,57 @@ namespace {
 
 using MarkPointer = ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>;
 
-void swapHorizontalSides(ZnDbCenterMarkObjectWrapper& mark) {
-  const double startExtension = mark.horizontalStartExtension(), endExtension = mark.horizontalEndExtension();
-  const double startOvershoot = mark.horizontalStartOvershoot(), endOvershoot = mark.horizontalEndOvershoot();
-  mark.setHorizontalStartExtension(endExtension);
-  mark.setHorizontalEndExtension(startExtension);
-  mark.setHorizontalStartOvershoot(endOvershoot);
-  mark.setHorizontalEndOvershoot(startOvershoot);
+// Of two opposite lines each takes what the other had.
+void exchangeSides(ZnDbCenterMarkObjectWrapper& mark, ZnCenterMarkSubEntType one,
+                   ZnCenterMarkSubEntType other) {
+  struct Side {
+    double extension, overshoot;
+    bool visible;
+  };
+  const auto sideOf = [&](ZnCenterMarkSubEntType line) {
+    return Side{mark.getExtensionLineLength(line), mark.getOvershoot(line), mark.getSubEntVisibility(line)};
+  };
+  const auto give = [&](ZnCenterMarkSubEntType line, const Side& side) {
+    mark.setExtension(line, side.extension);
+    mark.setOvershoot(line, side.overshoot);
+    if (mark.getSubEntVisibility(line) != side.visible) mark.setSubEntVisibility(line, side.visible);
+  };
+  const Side ofOne = sideOf(one), ofOther = sideOf(other);
+  give(one, ofOther);
+  give(other, ofOne);
 }
 
-void swapVerticalSides(ZnDbCenterMarkObjectWrapper& mark) {
-  const double startExtension = mark.verticalStartExtension(), endExtension = mark.verticalEndExtension();
-  const double startOvershoot = mark.verticalStartOvershoot(), endOvershoot = mark.verticalEndOvershoot();
-  mark.setVerticalStartExtension(endExtension);
-  mark.setVerticalEndExtension(startExtension);
-  mark.setVerticalStartOvershoot(endOvershoot);
-  mark.setVerticalEndOvershoot(startOvershoot);
+// Whether the circle that the mark follows looks the other way than the frame.
+bool looksAway(const ZnDbCenterMarkActionBody& body, const ZnGeMatrix3d& frame, ZnGeVector3d& normal) {
+  ZnGeCircArc3d circle;
+  if (!body.isAssociative(false) || body.getRefCircle(circle) != Quorl::eOk) return false;
+  normal = circle.normal();
+  ZnGePoint3d origin;
+  ZnGeVector3d x, y, z;
+  frame.getCoordSystem(origin, x, y, z);
+  return z.dotProduct(normal) < -ZnGeContext::gTol.equalVector() * z.length();
+}
+
+// How the reference is turned, as seen in the space of the edge. A circle that was mirrored there looks the
+// other way, and the mark turns over with it: about the upright of its own space, where it may be level, and
+// not about that of the edge's.
+double rotationSeenThrough(ZnDbObjectId viewport, const ZnDbBlockReference& reference,
+                           const ZnDbCenterMarkActionBody& body) {
+  ZnDbBlockReference seen; // of its own: the stored one is not touched
+  ZnGeMatrix3d standing = reference.blockTransform();
+  if (ZnGeVector3d normal; looksAway(body, standing, normal))
+    standing = ZnGeMatrix3d::planeToWorld(normal) *
+               ZnGeMatrix3d::rotation(reference.rotation(), ZnGeVector3d::kZAxis, ZnGePoint3d::kOrigin);
+  seen.setBlockTransform(torvi::modelToPaper(viewport).inverse() * standing);
+  return seen.rotation();
+}
+
+// Without its circle it stands where it was left, upright.
+bool frameAsLeft(const ZnDbCenterMarkActionBody& body, ZnGeMatrix3d& frame) {
+  ZnDbHolder<ZnDbBlockReference> reference(body.centerObjectId());
+  if (body.isAssociative(false) || !reference.isOpen()) return false;
+  frame = torvi::rigidPartOf(reference->blockTransform());
+  return true;
 }
 
 } // namespace
@@ -41,11 +80,10 @@ ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerObject, ZnGeMatrix3d& 
   ZnGeCircArc3d circle;
   const ErrorStatus status = body->getRefCircle(circle);
   if (referenceCircle) *referenceCircle = circle;
-  ZnGeMatrix3d base;
-  if (hostDocumentKindQuery())
-    base.setToTranslation(circle.center().asVector());
-  else
-    base = torvi::circleCoordinates(circle);
+  const bool isAmongViews = hostDocumentKindQuery();
+  if (!isAmongViews && frameAsLeft(*body, transform)) return status;
+  const ZnGeMatrix3d base =
+      isAmongViews ? ZnGeMatrix3d::translation(circle.center().asVector()) : torvi::circleCoordinates(circle);
   transform =
       base * ZnGeMatrix3d::rotation(body->cachedRotation(), ZnGeVector3d::kZAxis, ZnGePoint3d::kOrigin);
   return status;
@@ -56,7 +94,7 @@ void applyBlockScaleToExtensions(ZnDbObjectId centerObject) {
   if (mark.openStatus() != Quorl::eOk || mark->isAssociative()) return;
   ZnDbHolder<ZnDbBlockReference> reference;
   if (reference.openForWrite(centerObject) != Quorl::eOk) return;
-  const double scale = reference->blockTransform().scale();
+  const double scale = torvi::scaleOf(reference->blockTransform());
   if (scale == 1.0) return;
   const double left = mark->horizontalStartExtension(), right = mark->horizontalEndExtension();
   const double bottom = mark->verticalStartExtension(), top = mark->verticalEndExtension();
@@ -66,6 +104,9 @@ void applyBlockScaleToExtensions(ZnDbObjectId centerObject) {
   mark->setVerticalEndExtension(top * scale);
 }
 
+// Turning one axis round and exchanging what lies on it leaves the look as it is, whichever axis that is.
+// That of the plane has nothing on it and is turned if the circle was mirrored too and looks that way; else
+// the one that points backwards; where neither does, or rounding would decide, the vertical one.
 void undoCenterMarkMirror(ZnDbObjectId centerObject) {
   ZnDbHolder<ZnDbBlockReference> reference;
   if (reference.openForWrite(centerObject) != Quorl::eOk) return;
@@ -74,12 +115,15 @@ void undoCenterMarkMirror(ZnDbObjectId centerObject) {
   ZnGePoint3d origin;
   ZnGeVector3d x, y, z;
   reference->blockTransform().getCoordSystem(origin, x, y, z);
-  if (x.dotProduct(ZnGeVector3d::kXAxis) < 0.0) {
-    reference->transformBy(ZnGeMatrix3d::mirroring(ZnGePlane(origin, x)));
-    swapHorizontalSides(*mark);
-  } else if (y.dotProduct(ZnGeVector3d::kYAxis) < 0.0) {
-    reference->transformBy(ZnGeMatrix3d::mirroring(ZnGePlane(origin, y)));
-    swapVerticalSides(*mark);
+  ZnDbHolder<ZnDbCenterMarkActionBody> body(mark->actionBody());
+  if (ZnGeVector3d normal; body.isOpen() && looksAway(*body, reference->blockTransform(), normal)) {
+    reference->setBlockTransform({origin, x, y, -z});
+  } else if (x.dotProduct(ZnGeVector3d::kXAxis) < -ZnGeContext::gTol.equalVector() * x.length()) {
+    reference->setBlockTransform({origin, -x, y, z});
+    exchangeSides(*mark, eLeftLine, eRightLine);
+  } else {
+    reference->setBlockTransform({origin, x, -y, z});
+    exchangeSides(*mark, eBottomLine, eTopLine);
   }
 }
 
@@ -88,13 +132,11 @@ void updateCachedRotationFromBlock(ZnDbObjectId centerObject) {
   ZnDbHolder<ZnDbCenterMarkActionBody> body;
   if (!reference.isOpen() || body.openForWrite(torvi::bodyOfReference(centerObject)) != Quorl::eOk) return;
   const ZnDbObjectId viewport = body->getDependentViewportId();
-  double rotation = reference->rotation();
-  if (!viewport.isNull()) {
-    // A reference of its own tells the rotation in the edge's space: the stored one is not touched.
-    ZnDbBlockReference turned;
-    turned.setBlockTransform(torvi::modelToPaper(viewport).inverse() * reference->blockTransform());
-    rotation = turned.rotation();
-  }
   if (!viewport.isNull() && viewport == torvi::activeViewportId()) return;
-  if (rotation != body->cachedRotation()) body->setCachedRotation(rotation);
+  const double rotation =
+      viewport.isNull() ? reference->rotation() : rotationSeenThrough(viewport, *reference, *body);
+  // What the way through a view has lost is no turn: taken over, it would add up from one evaluation to the
+  // next.
+  const double turned = std::remainder(rotation - body->cachedRotation(), torvi::kFullTurn);
+  if (std::fabs(turned) > kAngleRounding) body->setCachedRotation(rotation);
 }

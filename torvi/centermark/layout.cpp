@@ -7,7 +7,7 @@
 #include "torvi/centermark/props_provider.h"
 #include "torvi/core/navigation.h"
 #include "torvi/core/object_pointer.h"
-#include "torvi/style/style.h"
+#include "torvi/drawing/linetypes.h"
 
 using Quorl::ErrorStatus;
 
@@ -22,7 +22,9 @@ ErrorStatus ZnDbCenterMarkLayout::createEntities(ZnArray<ZnDbEntity*>& entities,
 
 ErrorStatus ZnDbCenterMarkLayout::adjustEntities(const ZnArray<ZnDbEntity*>& entities,
                                                  const ZnArray<ZnString>&) {
-  const ZnString continuous = ZnTorviStyle::getCrossHairLineTypeName();
+  ZnDbDatabase* database =
+      centerObject().isNull() ? zndbHostApplicationServices()->workingDatabase() : centerObject().database();
+  const ZnDbObjectId continuous = torvi::crossHairLinetypeId(database);
   for (int type = eCrossHairHorizontalLine; type <= eCrossHairVerticalLine && type < entities.length();
        ++type)
     if (entities[type]) entities[type]->setLinetype(continuous, true);
@@ -40,17 +42,15 @@ ErrorStatus ZnDbCenterMarkLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves
   if (!hostDocumentKindQuery()) updateCachedRotationFromBlock(centerObject());
   compareGeometry(curves, keys);
   if (curves.isEmpty()) return Quorl::eInvalidInput;
-  // A radius that is remembered already is not written again: a write keeps the body's state for undo.
+  // For read: somebody may look at the body, and the radius is the action's.
   ZnDbHolder<ZnDbCenterMarkActionBody> body(torvi::bodyOfReference(centerObject()));
-  if (body.isOpen() && body->cachedCircleRadius() != referenceCircle_.radius() &&
-      body->isAssociative(false) && body.upgrade() == Quorl::eOk)
-    body->setCachedCircleRadius(referenceCircle_.radius());
+  if (body.isOpen() && body->isAssociative(false)) body->setCachedCircleRadius(referenceCircle_.radius());
   return Quorl::eOk;
 }
 
 ErrorStatus ZnDbCenterMarkLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>&) {
   const ErrorStatus status = computeCenterMarkTransform(centerObject(), transform_, &referenceCircle_);
   if (status != Quorl::eOk) return status;
-  const ZnDbCenterMarkPropsProvider provider(centerObject());
+  const ZnDbCenterMarkPropsProvider provider(centerObject(), referenceCircle_.radius());
   return generateCenterMarkCurves(curves, provider, transform_, referenceCircle_);
 }

@@ -2,12 +2,12 @@
 
 #include <cmath>
 #include <numbers>
-#include <optional>
 #include <utility>
 
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/core/object_pointer.h"
+#include "torvi/core/tolerance.h"
 #include "torvi/drawing/shapes.h"
 #include "torvi/style/style.h"
 
@@ -32,19 +32,18 @@ struct PitchPosition {
 
 // How far each line is drawn from the center.
 ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, const ZnGeCircArc3d& circle,
-                                 const ZnCenterMarkArmLengths& armLengths, const ZnGePoint3d* patternCenter,
-                                 std::optional<double> knownRefRadius = {}) {
+                                 const ZnCenterMarkArmLengths& armLengths, const ZnGePoint3d* patternCenter) {
   const bool stored = !provider.objectId().isNull();
   const double offset = stored && patternCenter ? patternCenter->distanceTo(circle.center()) : 0.0;
   // The style is asked only for a line that says nothing itself.
   const auto unset = [&] { return circle.radius() + ZnTorviStyle::getCenterOvershoot(); };
-  const double refRadius = !stored ? 0.0 : knownRefRadius ? *knownRefRadius : provider.refCircleRadius();
+  const double refRadius = stored ? provider.refCircleRadius() : 0.0;
   ZnCenterMarkArmLengths reaches;
   for (size_t i = 0; i < reaches.size(); ++i) {
     const double arm = armLengths[i];
     if (arm < 0.0 && stored) {
       const auto type = static_cast<ZnCenterMarkSubEntType>(static_cast<int>(-arm));
-      reaches[i] = provider.reach(type, refRadius) - offset;
+      reaches[i] = provider.extensionLength(type, refRadius) + provider.overshoot(type) - offset;
     } else {
       reaches[i] = arm < 0.0 || arm == kArmUnset ? unset() : arm;
     }
@@ -56,7 +55,8 @@ ZnCenterMarkArmLengths reachesOf(const IZnDbCenterMarkPropsProvider& provider, c
 double startOf(double reach, const ZnDbCenterMarkSizeCalculator& sizes) {
   const double arm = sizes.crossLength * 0.5;
   const double start = sizes.crossGap + arm;
-  return start <= reach + ZnGeContext::gTol.equalPoint() ? start : arm;
+  const double slack = ZnGeContext::gTol.equalPoint() + kCoordinateRounding * start;
+  return start <= reach + slack ? start : arm;
 }
 
 // What the lines are laid along; see buildCenterMarkCurves.
@@ -95,13 +95,11 @@ void appendExtensions(ZnArray<ZnGeCurve3d*>& curves, const ZnDbCenterMarkSizeCal
 
 // Both halves need the same sizes, and to resolve their expressions is not cheap.
 void appendMark(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCenterMarkPropsProvider& provider,
-                const MarkFrame& frame, const ZnCenterMarkArmLengths& armLengths,
-                std::optional<double> knownRefRadius) {
+                const MarkFrame& frame, const ZnCenterMarkArmLengths& armLengths) {
   ZnDbCenterMarkSizeCalculator sizes(provider);
   if (sizes.calculateSizes(frame.circle.radius()) != Quorl::eOk) return;
   appendCrossHair(curves, sizes, frame);
-  appendExtensions(curves, sizes,
-                   reachesOf(provider, frame.circle, armLengths, frame.patternCenter, knownRefRadius), frame);
+  appendExtensions(curves, sizes, reachesOf(provider, frame.circle, armLengths, frame.patternCenter), frame);
 }
 
 } // namespace
@@ -127,8 +125,7 @@ ErrorStatus generateCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves,
   // There the reference moves without turning, so the lines themselves carry the rotation.
   if (hostDocumentKindQuery()) transform.getCoordSystem(origin, x, y, z);
   y = y.normal(ZnGeContext::gTol);
-  appendMark(curves, provider, {circle, circle.normal(), x, y, nullptr}, kStoredArmLengths,
-             referenceCircle.radius());
+  appendMark(curves, provider, {circle, circle.normal(), x, y, nullptr}, kStoredArmLengths);
   return Quorl::eOk;
 }
 
@@ -143,7 +140,7 @@ ErrorStatus buildCenterMarkCurves(ZnArray<ZnGeCurve3d*>& curves, const IZnDbCent
     second = y->normal(ZnGeContext::gTol);
   else if (patternCenter)
     second = (circle.center() - *patternCenter).normal(ZnGeContext::gTol);
-  appendMark(curves, provider, {circle, normal, x, second, patternCenter}, armLengths, {});
+  appendMark(curves, provider, {circle, normal, x, second, patternCenter}, armLengths);
   return Quorl::eOk;
 }
 

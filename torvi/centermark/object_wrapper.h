@@ -31,6 +31,8 @@ public:
   // The extension, or the overshoot, of one extension line; 0 for an arm of the cross.
   double getExtensionLineLength(ZnCenterMarkSubEntType type) const;
   double getOvershoot(ZnCenterMarkSubEntType type) const;
+  Quorl::ErrorStatus setExtension(ZnCenterMarkSubEntType type, double value);
+  Quorl::ErrorStatus setOvershoot(ZnCenterMarkSubEntType type, double value);
   double getMinExtension(ZnCenterMarkSubEntType type) const;
 
   // Where the reach of a line ends, and where its drawn end is, one overshoot further out.
@@ -84,8 +86,6 @@ public:
   ZnGeLineSeg3d getSubentLineGeometry(ZnCenterMarkSubEntType type, bool includeOvershoot) const;
 
 private:
-  Quorl::ErrorStatus setExtension(ZnCenterMarkSubEntType type, double value);
-  Quorl::ErrorStatus setOvershoot(ZnCenterMarkSubEntType type, double value);
   ZnGePoint3d farEnd(ZnCenterMarkSubEntType type, bool includeOvershoot) const;
   void appendFarEnds(ZnArray<ZnGePoint3d>& points, bool includeOvershoot) const;
 };

@@ -9,26 +9,18 @@
 
 using torvi::isExtensionLine;
 
-namespace {
-
-// Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
-double storedLength(const ZnDbCenterMarkActionBody& body, ZnCenterMarkSubEntType type, double radius) {
-  ZnDbEvalVariant value;
-  double stored = 0.0;
-  if (body.getValueParam(ZnDbCenterMarkActionBody::extensionParamName(type), value) != Quorl::eOk ||
-      value.getValue(stored) != Quorl::eOk)
-    return 0.0;
-  return body.getResolvedExtensionLength(stored, type, radius);
-}
-
-} // namespace
-
 ZnDbCenterMarkPropsProvider::ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject)
     : centerObject_(centerObject)
     , database_(centerObject.isNull() ? zndbHostApplicationServices()->workingDatabase()
                                       : centerObject.database()) {}
 
+ZnDbCenterMarkPropsProvider::ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject, double refCircleRadius)
+    : ZnDbCenterMarkPropsProvider(centerObject) {
+  refCircleRadius_ = refCircleRadius;
+}
+
 const ZnDbCenterMarkObjectWrapper* ZnDbCenterMarkPropsProvider::mark() const {
+  if (centerObject_.isErased()) return nullptr;
   if (!mark_) mark_ = std::make_unique<ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>>(centerObject_);
   return mark_->object();
 }
@@ -59,19 +51,20 @@ ZnString ZnDbCenterMarkPropsProvider::crossHairGapExpression() const {
 }
 
 double ZnDbCenterMarkPropsProvider::refCircleRadius() const {
+  if (refCircleRadius_) return *refCircleRadius_;
   return mark() ? mark()->getRefCircleRadius() : 0.0;
 }
 
+// Reads the stored value, so that one that follows the circle is resolved against the caller's radius.
 double ZnDbCenterMarkPropsProvider::extensionLength(ZnCenterMarkSubEntType type, double radius) const {
   ZnDbHolder<ZnDbCenterMarkActionBody> body(mark() ? mark()->actionBody() : ZnDbObjectId());
-  return body.isOpen() ? storedLength(*body, type, radius) : 0.0;
-}
-
-// The body is opened once for both: a regeneration asks this of four lines.
-double ZnDbCenterMarkPropsProvider::reach(ZnCenterMarkSubEntType type, double radius) const {
-  ZnDbHolder<ZnDbCenterMarkActionBody> body(mark() ? mark()->actionBody() : ZnDbObjectId());
-  if (!body.isOpen()) return 0.0;
-  return storedLength(*body, type, radius) + (isExtensionLine(type) ? body->overshoot(type) : 0.0);
+  ZnDbEvalVariant value;
+  double stored = 0.0;
+  if (!body.isOpen() ||
+      body->getValueParam(ZnDbCenterMarkActionBody::extensionParamName(type), value) != Quorl::eOk ||
+      value.getValue(stored) != Quorl::eOk)
+    return 0.0;
+  return body->getResolvedExtensionLength(stored, type, radius);
 }
 
 double ZnDbCenterMarkPropsProvider::extension(ZnCenterMarkSubEntType type) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "torvi/centermark/object_wrapper.h"
 #include "torvi/centermark/props_provider_interface.h"
@@ -11,6 +12,8 @@ class TORVI_EXPORT ZnDbCenterMarkPropsProvider : public IZnDbCenterMarkPropsProv
 public:
   // A null id gives the values that a new mark of the working database would get.
   explicit ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject);
+  // For a caller who has looked at the mark's circle already: reading it is a good part of the work.
+  ZnDbCenterMarkPropsProvider(ZnDbObjectId centerObject, double refCircleRadius);
 
   ZnDbObjectId objectId() const override { return centerObject_; }
   bool hasStoredObject() const override { return true; }
@@ -24,14 +27,14 @@ public:
   double extensionLength(ZnCenterMarkSubEntType type, double radius) const override;
   double extension(ZnCenterMarkSubEntType type) const override;
   double overshoot(ZnCenterMarkSubEntType type) const override;
-  double reach(ZnCenterMarkSubEntType type, double radius) const override;
 
 private:
-  // The mark's wrapper, or null where there is none; made when first asked for, since one provider answers
-  // many questions about one mark.
+  // The mark's wrapper, or null where there is none or it is erased; made when first asked for, since one
+  // provider answers many questions about one mark.
   const ZnDbCenterMarkObjectWrapper* mark() const;
 
   mutable std::unique_ptr<ZnDbTorviObjectPointer<ZnDbCenterMarkObjectWrapper>> mark_;
   ZnDbObjectId centerObject_;
   ZnDbDatabase* database_ = nullptr; // not owned
+  std::optional<double> refCircleRadius_;
 };

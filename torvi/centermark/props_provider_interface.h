@@ -25,8 +25,4 @@ public:
   virtual double extensionLength(ZnCenterMarkSubEntType type, double radius) const = 0;
   virtual double extension(ZnCenterMarkSubEntType type) const = 0;
   virtual double overshoot(ZnCenterMarkSubEntType type) const = 0;
-  // Both together, for who can answer them at once.
-  virtual double reach(ZnCenterMarkSubEntType type, double radius) const {
-    return extensionLength(type, radius) + overshoot(type);
-  }
 };

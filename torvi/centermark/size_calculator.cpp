@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "torvi/core/tolerance.h"
 #include "torvi/style/length_expression.h"
 
 using Quorl::ErrorStatus;
@@ -116,8 +117,9 @@ double fitPatternRepeat(double length, double total, double halfCross, double ga
   double span = repeatsFor(rest, total) * total;
   double scale = rest / span;
   double start = unscaledStart * scale;
+  const double slack = ZnGeContext::gTol.equalPoint() + kCoordinateRounding * length;
   for (int pass = 0; pass < kMostFittingPasses; ++pass) {
-    if (std::fabs(span * scale + start - length) < ZnGeContext::gTol.equalPoint()) break;
+    if (std::fabs(span * scale + start - length) < slack) break;
     rest = length - start;
     span = repeatsFor(rest, total) * total;
     scale = rest / span;

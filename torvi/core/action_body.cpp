@@ -6,6 +6,7 @@
 
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/layout.h"
+#include "torvi/core/new_entities.h"
 #include "torvi/drawing/ask.h"
 #include "torvi/drawing/blocks.h"
 #include "torvi/drawing/dependencies.h"
@@ -77,15 +78,10 @@ ErrorStatus ZnDbTorviActionBody::createCenterEntity(ZnDbDatabase* database) {
 
 namespace {
 
-// New entities on their way into a block. What is not placed is deleted.
-class EntitiesForBlock {
+class EntitiesForBlock : public torvi::NewEntities {
 public:
   explicit EntitiesForBlock(ZnDbBlockTableRecord& record)
       : record_(record) {}
-  ~EntitiesForBlock() {
-    for (ZnDbEntity* entity : entities)
-      if (entity && !entity->database()) delete entity;
-  }
 
   // Places one entity, or the open group as a sub-block; the id is what an output key names.
   ErrorStatus place(int index, ZnArray<ZnDbEntity*>& group, bool groupIsOpen, ZnDbObjectId& id) {
@@ -100,7 +96,6 @@ public:
     return status == Quorl::eOk ? entities[index]->close() : status;
   }
 
-  ZnArray<ZnDbEntity*> entities;
   ZnArray<ZnString> keys;
 
 private:

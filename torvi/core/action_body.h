@@ -19,7 +19,8 @@ public:
   // Association. Breaking empties edge parameters and leaves everything else: the object keeps its shape.
   virtual Quorl::ErrorStatus breakAssociativity(int index);
   virtual Quorl::ErrorStatus breakAssociativity();
-  bool isAssociative(bool all) const; // all: every edge lives and there is one; else: one lives
+  bool isAssociative(bool all) const; // all: every edge lives and there is one; else: one lives. Of an
+                                      // edge that lives, all that it is seen through lives.
   bool isExplicitlyDeassociatived() const;
   Quorl::ErrorStatus setIsExplicitlyDeassociatived(bool value);
   bool associationToBeBroken() const;

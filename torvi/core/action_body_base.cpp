@@ -32,6 +32,19 @@ ErrorStatus ZnDbTorviActionBodyBase::storeValue(const ZnString& name, const ZnDb
   return setValueParam(name, value, ZnString(), ZnString(), errorMessage, true, 0);
 }
 
+// What stands is not written again: the body would be kept for undo, and an evaluation that finds nothing new
+// must leave no trace.
+ErrorStatus ZnDbTorviActionBodyBase::changeValue(const ZnString& name, const ZnDbEvalVariant& value) {
+  ZnDbEvalVariant standing;
+  ZnString expression, evaluatorId;
+  if (getValueParam(name, standing) == Quorl::eOk && standing == value &&
+      getValueParam(name, standing, expression, evaluatorId) == Quorl::eOk && expression.isEmpty() &&
+      evaluatorId.isEmpty())
+    return Quorl::eOk;
+  assertWriteEnabled(true, true);
+  return storeValue(name, value);
+}
+
 int ZnDbTorviActionBodyBase::getIntParam(const ZnString& name, int defaultValue) const {
   ZnDbEvalVariant value;
   if (getValueParam(name, value) == Quorl::eOk) value.getValue(defaultValue);
@@ -39,8 +52,7 @@ int ZnDbTorviActionBodyBase::getIntParam(const ZnString& name, int defaultValue)
 }
 
 ErrorStatus ZnDbTorviActionBodyBase::setIntParam(const ZnString& name, int value) {
-  assertWriteEnabled(true, true);
-  return storeValue(name, ZnDbEvalVariant(value));
+  return changeValue(name, ZnDbEvalVariant(value));
 }
 
 double ZnDbTorviActionBodyBase::getDoubleParam(const ZnString& name, double defaultValue) const {
@@ -48,8 +60,7 @@ double ZnDbTorviActionBodyBase::getDoubleParam(const ZnString& name, double defa
 }
 
 ErrorStatus ZnDbTorviActionBodyBase::setDoubleParam(const ZnString& name, double value) {
-  assertWriteEnabled(true, true);
-  return storeValue(name, ZnDbEvalVariant(value));
+  return changeValue(name, ZnDbEvalVariant(value));
 }
 
 bool ZnDbTorviActionBodyBase::getBoolParam(const ZnString& name, bool defaultValue) const {
@@ -57,8 +68,7 @@ bool ZnDbTorviActionBodyBase::getBoolParam(const ZnString& name, bool defaultVal
 }
 
 ErrorStatus ZnDbTorviActionBodyBase::setBoolParam(const ZnString& name, bool value) {
-  assertWriteEnabled(true, true);
-  return storeValue(name, ZnDbEvalVariant(value ? 1.0 : 0.0));
+  return changeValue(name, ZnDbEvalVariant(value ? 1.0 : 0.0));
 }
 
 ZnDbObjectId ZnDbTorviActionBodyBase::getObjectIdParam(const ZnString& name) const {
@@ -85,17 +95,15 @@ ErrorStatus ZnDbTorviActionBodyBase::getPoint3dParam(const ZnString& name, ZnGeP
 }
 
 ErrorStatus ZnDbTorviActionBodyBase::setPoint3dParam(const ZnString& name, const ZnGePoint3d& value) {
-  assertWriteEnabled(true, true);
-  return storeValue(name, ZnDbEvalVariant(value));
+  return changeValue(name, ZnDbEvalVariant(value));
 }
 
 int ZnDbTorviActionBodyBase::edgeRefCount() const { return paramCountAtName(inputEdgeParamName()); }
 
 ZnDbEdgeRef ZnDbTorviActionBodyBase::getEdgeRef(ZnDbObjectId edgeParamId) const {
   ZnDbHolder<ZnDbAssocEdgeActionParam> param(edgeParamId);
-  if (!param.isOpen()) return {};
-  ZnDbObjectId topId;
-  if (param->edgeTopId(topId) && topId.isErased()) return {};
+  // What is gone is saved as no edge, and must be none before it is saved.
+  if (!param.isOpen() || !param->hasLiveEdge()) return {};
   // Asked several times in each evaluation: the array keeps its memory.
   static ZnArray<ZnDbEdgeRef> edges;
   if (param->edgeRefs(edges) != Quorl::eOk || edges.length() != 1) return {};

@@ -20,7 +20,8 @@ public:
   static const ZnString& outputEdgeParamName(); // prefix of every output edge's name
 
   // Typed values. A getter gives its default for an absent value or one of another type; a setter gives the
-  // host's status. All but the object id's setter assert that the body is open for write.
+  // host's status. All but the object id's setter assert that the body is open for write, unless the value is
+  // what stands: then nothing is written.
   int getIntParam(const ZnString& name, int defaultValue) const;
   Quorl::ErrorStatus setIntParam(const ZnString& name, int value);
   double getDoubleParam(const ZnString& name, double defaultValue) const;
@@ -32,7 +33,8 @@ public:
   Quorl::ErrorStatus getPoint3dParam(const ZnString& name, ZnGePoint3d& value) const;
   Quorl::ErrorStatus setPoint3dParam(const ZnString& name, const ZnGePoint3d& value);
 
-  // Input edges. An edge whose outermost entity is gone reads as an empty reference at its place.
+  // Input edges. An edge of which anything on its path is gone reads as an empty reference at its
+  // place.
   int edgeRefCount() const;
   Quorl::ErrorStatus getEdgeRefs(ZnArray<ZnDbEdgeRef>& edges) const; // eNothingToDo without any
   ZnDbEdgeRef getInputEdge(int index) const;                         // counts the input edges
@@ -59,5 +61,6 @@ protected:
 
 private:
   friend class ZnDbTorviActionBodyBaseFiler;
+  Quorl::ErrorStatus changeValue(const ZnString& name, const ZnDbEvalVariant& value);
   std::unique_ptr<ZnDbTorviActionBodyBaseFiler> filer_;
 };

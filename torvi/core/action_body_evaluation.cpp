@@ -5,6 +5,7 @@
 #include "torvi/core/evaluation.h"
 #include "torvi/core/kind.h"
 #include "torvi/core/layout.h"
+#include "torvi/core/reference_transform.h"
 #include "torvi/drawing/blocks.h"
 
 using Quorl::ErrorStatus;
@@ -14,9 +15,27 @@ namespace {
 // Generated curves of one evaluation or comparison.
 struct GeneratedCurves {
   ~GeneratedCurves() { ZnDbTorviActionBodyUtils::deleteCurves(curves); }
+  void setEmpty(int index) {
+    delete curves[index];
+    curves[index] = new ZnGeLine3d;
+  }
   ZnArray<ZnGeCurve3d*> curves;
   ZnArray<ZnString> keys;
 };
+
+// What is read back from the block: a curve without extent has no shape there.
+void forgetDegenerate(GeneratedCurves& generated) {
+  for (int i = 0; i < generated.curves.length(); ++i) {
+    const ZnGeCurve3d& curve = *generated.curves[i];
+    if (!curve.isKindOf(ZnGe::kLine3d) && curve.isDegenerate(ZnGeContext::gTol)) generated.setEmpty(i);
+  }
+}
+
+// An object without edges leaves alone what it has no curve for.
+void forgetWhatIsLeftAlone(const GeneratedCurves& generated, GeneratedCurves& present) {
+  for (int i = 0; i < generated.curves.length() && i < present.curves.length(); ++i)
+    if (generated.curves[i]->isKindOf(ZnGe::kLine3d)) present.setEmpty(i);
+}
 
 } // namespace
 
@@ -68,15 +87,16 @@ void ZnDbTorviActionBody::reportFailedOpen(ErrorStatus status) {
 
 void ZnDbTorviActionBody::writeTransform(ZnDbBlockReference& reference, const ZnGeMatrix3d& transform) const {
   const torvi::Kind* kind = torvi::kindOfClass(isA());
-  if (kind && kind->keepsRotationAmongViews && hostDocumentKindQuery())
-    reference.setPosition(ZnGePoint3d::kOrigin + transform.translation());
-  else
-    reference.setBlockTransform(transform);
+  const bool keepsRotation = kind && kind->keepsRotationAmongViews && hostDocumentKindQuery();
+  ZnGeMatrix3d wanted = keepsRotation ? reference.blockTransform() : transform;
+  wanted.setTranslation(transform.translation());
+  if (!torvi::areExactlyEqual(wanted, reference.blockTransform())) reference.setBlockTransform(wanted);
 }
 
 bool ZnDbTorviActionBody::handleBreakingAssociation() {
   if (!associationToBeBroken()) return false;
-  if (!doesActionMatchCurrentGeometry()) breakAssociativity();
+  // The dependencies have just been noted, so the comparison does not mind erased ones any more.
+  if (hasAnyErasedOrBrokenDependencies() || !doesActionMatchCurrentGeometry()) breakAssociativity();
   setStatus(kIsUpToDateAssocStatus, true, false);
   return true;
 }
@@ -87,7 +107,8 @@ bool ZnDbTorviActionBody::isCenterObjectErased() const {
 }
 
 bool ZnDbTorviActionBody::doesActionMatchCurrentGeometry() const {
-  if (hasAnyErasedOrBrokenDependencies()) return false;
+  // What was erased before the last evaluation has had its effect.
+  if (hasAnyNewlyErasedDependencies()) return false;
   const std::unique_ptr<ZnDbTorviLayout> layout(getLayout());
   if (!layout) return false;
   GeneratedCurves generated;
@@ -101,6 +122,8 @@ bool ZnDbTorviActionBody::doesActionMatchCurrentGeometry() const {
   if (!ZnDbTorviActionBodyUtils::areTwoCoordinatesEqual(expected, actual)) return false;
   GeneratedCurves present;
   if (getPresentGeometry(generated.keys, present.curves) != Quorl::eOk) return false;
+  forgetDegenerate(generated);
+  if (!isAssociative(false)) forgetWhatIsLeftAlone(generated, present);
   const torvi::Kind* kind = torvi::kindOfClass(isA());
   return ZnDbTorviActionBodyUtils::geCurvesAreEqual(generated.curves, present.curves,
                                                     kind && kind->keepsSpareOutputs);
@@ -152,8 +175,7 @@ bool ZnDbTorviActionBody::isAssociative(bool all) const {
   bool associative = false;
   for (const ZnDbObjectId paramId : parent->paramIdsAtName(inputEdgeParamName())) {
     ZnDbHolder<ZnDbAssocEdgeActionParam> param(paramId);
-    ZnDbObjectId topId;
-    if (param.isOpen() && param->edgeTopId(topId) && topId.isValid() && !topId.isErased())
+    if (param.isOpen() && param->hasLiveEdge())
       associative = true;
     else if (all)
       return false;

@@ -68,16 +68,19 @@ ErrorStatus ZnDbTorviActionBodyUtils::createSubBlockForEntities(ZnDbBlockTableRe
   ZnDbBlockTableRecord* record = nullptr;
   if (const ErrorStatus status = zndbOpenObject(record, btrId, ZnDbOpenMode::kForWrite); status != Quorl::eOk)
     return status;
-  for (ZnDbEntity* entity : entities) {
+  ErrorStatus status = Quorl::eOk;
+  for (int i = 0; i < entities.length() && status == Quorl::eOk; ++i) {
     ZnDbObjectId id;
-    if (record->appendZnDbEntity(id, entity) == Quorl::eOk) entity->close();
+    status = record->appendZnDbEntity(id, entities[i]);
+    if (status != Quorl::eOk) break;
+    entities[i]->close();
     ids.append(id);
   }
   record->close();
+  if (status != Quorl::eOk) return status;
   ZnDbHolder<ZnDbBlockReference> reference(new ZnDbBlockReference);
   reference->setBlockTableRecord(btrId);
-  parentRecord->appendZnDbEntity(refId, reference.object());
-  return Quorl::eOk;
+  return parentRecord->appendZnDbEntity(refId, reference.object());
 }
 
 ZnDbObjectId ZnDbTorviActionBodyUtils::getBTRIdFromBlockRef(ZnDbObjectId refId) {

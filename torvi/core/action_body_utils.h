@@ -15,6 +15,8 @@ public:
   static Quorl::ErrorStatus createCenterBlockRef(const ZnDbEntity* entity, ZnDbObjectId& btrId,
                                                  ZnDbObjectId& refId, ZnDbDatabase* database);
   static void setCenterRotation(ZnDbBlockReference* reference, const ZnDbEntity* entity);
+  // New entities into a block of their own, closed; its reference goes into the parent. With the status of
+  // the first that can't be placed, which stays the caller's with all after it.
   static Quorl::ErrorStatus createSubBlockForEntities(ZnDbBlockTableRecord* parentRecord,
                                                       ZnArray<ZnDbEntity*> entities, ZnDbObjectId& refId,
                                                       ZnArray<ZnDbObjectId>& ids);
@@ -28,7 +30,8 @@ public:
   // Moves the cloned reference into the block of the cloned entity that it follows.
   static void ensureClonedCenterLineOwnedByDestBTR(ZnDbObjectId entityId, ZnDbObjectId refId);
 
-  // Comparison, points and vectors under the global tolerance. Two unbounded lines, the empty marker, are
+  // Comparison, points and vectors under the global tolerance and the rounding of coordinates of their size;
+  // angles of arcs by what they make out along the arc. Two unbounded lines, the empty marker, are
   // always equal; radii must be equal as numbers; a reversed segment differs.
   static bool lineLineEqual(const ZnGeLineSeg3d* a, const ZnGeLineSeg3d* b);
   static bool circleArcsEqual(const ZnGeCircArc3d* a, const ZnGeCircArc3d* b);

@@ -26,7 +26,7 @@ public:
   Quorl::ErrorStatus createTorvi(ZnDbObjectId& centerId) const;
   // Curves in no database, owned by the caller.
   Quorl::ErrorStatus createTorviTransients(const ZnGePoint3d* pickPoint, ZnArray<ZnDbCurve*>& curves) const;
-  // An object without edges loads as nothing, with eOk.
+  // Forgets what was done to another one. An object without edges loads as nothing, with eOk.
   Quorl::ErrorStatus loadTorvi(ZnDbObjectId centerId);
   Quorl::ErrorStatus modifyTorvi() const;                           // eNothingToDo without a loaded object
   Quorl::ErrorStatus reassociateTorvi(ZnDbObjectId centerId) const; // eInvalidInput without a body

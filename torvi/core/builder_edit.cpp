@@ -36,6 +36,9 @@ bool ZnTorviBuilder::hasInputEdgeChangesInEdit() const {
 
 ErrorStatus ZnTorviBuilder::loadTorvi(ZnDbObjectId centerId) {
   loadedObject_.setNull();
+  addedEdges_.removeAll();
+  removedEdges_.removeAll();
+  removeEmptyEdges_ = false;
   ZnDbTorviObjectPointer<ZnDbTorviObjectWrapper> wrapper(centerId);
   if (wrapper.openStatus() != Quorl::eOk) return wrapper.openStatus();
   if (wrapper->getEdgeRefs(inputEdges_) != Quorl::eOk) return Quorl::eOk;

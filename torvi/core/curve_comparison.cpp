@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <cmath>
 
 #include "torvi/core/action_body_utils.h"
+#include "torvi/core/edge_relations.h"
+#include "torvi/core/tolerance.h"
+#include "torvi/drawing/shapes.h"
 
 namespace {
 
@@ -23,19 +27,25 @@ bool bothAre(const ZnGeCurve3d* a, const ZnGeCurve3d* b, ZnGe::EntityId kind) {
   return a->isKindOf(kind) && b->isKindOf(kind);
 }
 
+// On a large circle the angle of equal points is less than that of small ones.
+double angleTolerance(double radius) {
+  const double ofPoints = ZnGeContext::gTol.equalPoint() / std::max(radius, 1.0);
+  return ofPoints + kCoordinateRounding * torvi::kFullTurn;
+}
+
 } // namespace
 
 bool ZnDbTorviActionBodyUtils::lineLineEqual(const ZnGeLineSeg3d* a, const ZnGeLineSeg3d* b) {
-  const ZnGeTol& tol = ZnGeContext::gTol;
-  return a->startPoint().isEqualTo(b->startPoint(), tol) && a->endPoint().isEqualTo(b->endPoint(), tol);
+  return torvi::isSamePoint(a->startPoint(), b->startPoint()) &&
+         torvi::isSamePoint(a->endPoint(), b->endPoint());
 }
 
 bool ZnDbTorviActionBodyUtils::circleArcsEqual(const ZnGeCircArc3d* a, const ZnGeCircArc3d* b) {
   const ZnGeTol& tol = ZnGeContext::gTol;
   if (a->radius() != b->radius()) return false;
-  return a->center().isEqualTo(b->center(), tol) && a->normal().isEqualTo(b->normal(), tol) &&
-         std::fabs(a->startAng() - b->startAng()) <= tol.equalPoint() &&
-         std::fabs(a->endAng() - b->endAng()) <= tol.equalPoint();
+  const double angle = angleTolerance(a->radius());
+  return torvi::isSamePoint(a->center(), b->center()) && a->normal().isEqualTo(b->normal(), tol) &&
+         std::fabs(a->startAng() - b->startAng()) <= angle && std::fabs(a->endAng() - b->endAng()) <= angle;
 }
 
 bool ZnDbTorviActionBodyUtils::areTwoCurvesEqual(const ZnGeCurve3d* a, const ZnGeCurve3d* b) {
@@ -74,6 +84,6 @@ bool ZnDbTorviActionBodyUtils::areTwoCoordinatesEqual(const ZnGeMatrix3d& a, con
   const ZnGeTol& tol = ZnGeContext::gTol;
   const Axes first = unitAxesOf(a);
   const Axes second = unitAxesOf(b);
-  return first.origin.isEqualTo(second.origin, tol) && first.x.isEqualTo(second.x, tol) &&
+  return torvi::isSamePoint(first.origin, second.origin) && first.x.isEqualTo(second.x, tol) &&
          first.y.isEqualTo(second.y, tol) && first.z.isEqualTo(second.z, tol);
 }

@@ -2,36 +2,12 @@
 
 #include <memory>
 
+#include "torvi/core/entity_drafts.h"
 #include "torvi/core/object_pointer.h"
 #include "torvi/drawing/edge_curves.h"
 #include "torvi/drawing/linetypes.h"
 
 using Quorl::ErrorStatus;
-
-namespace {
-
-// Entities open for write for the length of one update.
-class OpenEntities {
-public:
-  ~OpenEntities() {
-    for (ZnDbEntity* entity : entities) entity->close();
-  }
-
-  ErrorStatus open(const ZnArray<ZnDbObjectId>& ids) {
-    entities.setPhysicalLength(ids.length());
-    for (const ZnDbObjectId id : ids) {
-      ZnDbObject* object = nullptr;
-      if (const ErrorStatus status = zndbForceOpenObjectOnLockedLayer(object, id); status != Quorl::eOk)
-        return status;
-      entities.append(static_cast<ZnDbEntity*>(object));
-    }
-    return Quorl::eOk;
-  }
-
-  ZnArray<ZnDbEntity*> entities;
-};
-
-} // namespace
 
 ErrorStatus ZnDbTorviLayout::adjustEntities(const ZnArray<ZnDbEntity*>&, const ZnArray<ZnString>&) {
   return Quorl::eOk;
@@ -46,6 +22,16 @@ ErrorStatus ZnDbTorviLayout::createEntitiesForKey(ZnArray<ZnDbEntity*>&, const Z
   return Quorl::eNothingToDo;
 }
 
+namespace {
+
+// Whether a curve says anything of its entity: the empty marker leaves that of an object without edges alone.
+bool saysAShape(const ZnGeCurve3d* curve, bool associative) {
+  return associative ||
+         (curve && (curve->isKindOf(ZnGe::kLineSeg3d) || curve->isKindOf(ZnGe::kCircularArc3d)));
+}
+
+} // namespace
+
 ErrorStatus ZnDbTorviLayout::updateEntities(const ZnArray<ZnGeCurve3d*>& curves,
                                             const ZnArray<ZnString>& keys, bool associative) {
   ZnDbTorviObjectPointer<ZnDbTorviObjectWrapper> wrapper(centerObject_);
@@ -55,11 +41,17 @@ ErrorStatus ZnDbTorviLayout::updateEntities(const ZnArray<ZnGeCurve3d*>& curves,
                                            : reconcileOutputEntities(ids, keys, *wrapper, associative);
   if (found != Quorl::eOk) return found;
   if (curves.length() > ids.length()) return Quorl::eInvalidInput;
-  OpenEntities open;
-  if (const ErrorStatus status = open.open(ids); status != Quorl::eOk) return status;
-  for (int i = 0; i < curves.length(); ++i) applyCurveToEntity(open.entities[i], curves[i], associative);
-  applyTraits(*wrapper, open.entities);
-  return adjustEntities(open.entities, keys);
+  torvi::EntityDrafts block;
+  if (const ErrorStatus status = block.open(ids); status != Quorl::eOk) return status;
+  for (int i = 0; i < curves.length(); ++i) applyCurveToEntity(block.drafts()[i], curves[i], associative);
+  applyTraits(*wrapper, block.drafts());
+  const ErrorStatus adjusted = adjustEntities(block.drafts(), keys);
+  // A shape is set as it was set on the draft: setters may round, and rounding twice is not rounding once.
+  for (int i = 0; i < curves.length(); ++i)
+    if (saysAShape(curves[i], associative) && !block.hasShapeOfDraft(i))
+      applyCurveToEntity(block.entity(i), curves[i], associative);
+  block.writeTraits();
+  return adjusted;
 }
 
 // Color and transparency follow the reference by block; linetype, weight and scale are copied, since dashes

@@ -20,6 +20,7 @@ public:
   // eInvalidInput without a center object and for more curves than entities; else what adjustEntities says.
   virtual Quorl::ErrorStatus updateEntities(const ZnArray<ZnGeCurve3d*>& curves,
                                             const ZnArray<ZnString>& keys, bool associative);
+  // Works on entities in no drawing: what comes out different is written to those of the block.
   virtual Quorl::ErrorStatus adjustEntities(const ZnArray<ZnDbEntity*>& entities,
                                             const ZnArray<ZnString>& keys);
   virtual Quorl::ErrorStatus evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) = 0;

@@ -1,6 +1,7 @@
 #include "torvi/core/navigation.h"
 
 #include <unordered_set>
+#include <vector>
 
 #include "torvi/core/action_body.h"
 #include "torvi/drawing/ask.h"
@@ -55,6 +56,29 @@ void appendCenterActions(ZnDbDatabase& db, ZnArray<ZnDbObjectId>& actions) {
     if (!network.isOpen()) continue;
     for (const ZnDbObjectId id : network->getActions())
       if (!centerBodyOf(id).isNull() && seen.insert(id).second) actions.append(id);
+  }
+}
+
+bool isCenterMarkAction(ZnDbObjectId actionId) {
+  const Kind* kind = kindOfBody(centerBodyOf(actionId));
+  return kind && kind->type == kCenterMark;
+}
+
+void appendCenterMarkActions(ZnDbDatabase& db, ZnArray<ZnDbObjectId>& actions) {
+  std::unordered_set<ZnDbObjectId> seen;
+  for (const ZnDbObjectId id : actions) seen.insert(id);
+  std::vector<ZnDbObjectId> networks{ZnDbAssocNetwork::getInstanceFromDatabase(&db, false)};
+  for (size_t next = 0; next < networks.size(); ++next) {
+    ZnDbHolder<ZnDbAssocNetwork> network(networks[next]);
+    if (!network.isOpen()) continue;
+    for (const ZnDbObjectId id : network->getActions()) {
+      const bool isNetwork = id.isDerivedFrom(ZnDbAssocNetwork::desc());
+      if ((!isNetwork && !isCenterMarkAction(id)) || !seen.insert(id).second) continue;
+      if (isNetwork)
+        networks.push_back(id);
+      else
+        actions.append(id);
+    }
   }
 }
 

@@ -16,6 +16,11 @@ void appendBodiesOn(ZnDbObjectId refId, bool readersToo, ZnArray<ZnDbObjectId>& 
 // Appends, each once, the actions of center objects in all spaces of the drawing.
 void appendCenterActions(ZnDbDatabase& db, ZnArray<ZnDbObjectId>& actions);
 
+// Whether it is the action of a center mark. A pattern, whose body derives from that of a mark, is none.
+bool isCenterMarkAction(ZnDbObjectId actionId);
+// Appends, each once, the actions of center marks in all networks of the drawing.
+void appendCenterMarkActions(ZnDbDatabase& db, ZnArray<ZnDbObjectId>& actions);
+
 // The center object in which the curve lies, at any depth of blocks with a single reference.
 CenterObject centerObjectWithCurve(const ZnDbCurve* curve);
 // The center object whose block this is, or holds this block's only reference, which then is inner.

@@ -1,5 +1,6 @@
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/layout.h"
+#include "torvi/core/new_entities.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/drawing/blocks.h"
 
@@ -53,8 +54,10 @@ ErrorStatus ZnDbTorviLayout::createOutput(const ZnString& key, ZnDbTorviObjectWr
   ZnDbHolder<ZnDbBlockTableRecord> record;
   if (const ErrorStatus status = record.openForWrite(reference->blockTableRecord()); status != Quorl::eOk)
     return status;
-  ZnArray<ZnDbEntity*> entities;
-  if (const ErrorStatus status = createEntitiesForKey(entities, key); status != Quorl::eOk) return status;
+  torvi::NewEntities made;
+  const ZnArray<ZnDbEntity*>& entities = made.entities;
+  if (const ErrorStatus status = createEntitiesForKey(made.entities, key); status != Quorl::eOk)
+    return status;
   if (entities.isEmpty()) return Quorl::eInvalidInput;
   ZnDbObjectId id;
   if (entities.length() == 1) {

@@ -12,6 +12,14 @@ constexpr double kLeastScaledTolerance = 1e-12;
 // last place, for the rounding of what was drawn and that of a transformation or two.
 constexpr double kCoordinateRounding = 4.0 * std::numeric_limits<double>::epsilon();
 
+// How far the axes of a reference may be from unit length and from each other's perpendicular for having been
+// turned and mirrored alone, thousands of times. Nobody scales by so little.
+constexpr double kAxisRounding = 1e-12;
+
+// What an angle loses on its way through a view and back, in radians: the axes of the view, their inverse,
+// and the angle between the products.
+constexpr double kAngleRounding = 256.0 * std::numeric_limits<double>::epsilon();
+
 // For relations between two lines: wider than equality of points, since a direction is the difference of two
 // points that may stand close together.
 inline const ZnGeTol& centerLineTolerance() {

@@ -67,9 +67,7 @@ bool Utils::isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer, const Ids& acti
   if (!layer) return false;
   for (const ZnDbObjectId actionId : actions) {
     ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (!action.isOpen() ||
-        ZnDbTorviObjectWrapper::getCenterTypeFromActionBody(action->actionBody()) != kCenterMark)
-      continue;
+    if (!action.isOpen() || !torvi::isCenterMarkAction(actionId)) continue;
     ZnDbHolder<ZnDbEntity> center(torvi::referenceOfBody(action->actionBody()));
     if (center.isOpen() && center->layerId() == layer->objectId()) return true;
   }
@@ -121,6 +119,10 @@ void Utils::getAllTorviActionBodiesDependOnBTR(ZnDbObjectId blockId, Ids& bodies
 
 void Utils::getAllCenterActionIds(ZnDbDatabase* db, Ids& actions) {
   if (db) torvi::appendCenterActions(*db, actions);
+}
+
+void Utils::getAllCenterMarkActions(Ids& actions, ZnDbDatabase* db) {
+  if (db) torvi::appendCenterMarkActions(*db, actions);
 }
 
 void Utils::getCenterLinesDependOnEnt(const ZnDbObjectId& entityId, Ids& centerIds) {

@@ -25,6 +25,7 @@ public:
   static bool getTorviPatternContext(const ZnDbTorviObjectWrapper* wrapper, bool& isFullPCD,
                                      bool& showCenterMark);
   static bool isCenterMirrored(ZnDbObjectId id);
+  // Of the actions those of center marks count, patterns do not.
   static bool isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer, const ZnArray<ZnDbObjectId>& actions);
 
   // Navigation; null ids on failure.
@@ -41,6 +42,8 @@ public:
   static void getAllTorviActionBodiesDependOnBlkRef(ZnDbObjectId refId, ZnArray<ZnDbObjectId>& bodies);
   static void getAllTorviActionBodiesDependOnBTR(ZnDbObjectId blockId, ZnArray<ZnDbObjectId>& bodies);
   static void getAllCenterActionIds(ZnDbDatabase* db, ZnArray<ZnDbObjectId>& actions);
+  // Of center marks, without patterns, in networks of any depth; appended.
+  static void getAllCenterMarkActions(ZnArray<ZnDbObjectId>& actions, ZnDbDatabase* db);
   static void getCenterLinesDependOnEnt(const ZnDbObjectId& entityId, ZnArray<ZnDbObjectId>& centerIds);
   // Lines and arcs of the reference's block and of blocks nested in it. With unerase, erased entities and the
   // block itself are brought back on the way.

@@ -17,15 +17,14 @@ std::array<ZnGePoint3d, 4> quarterPoints(const ZnGeCircArc3d& arc) {
   return points;
 }
 
+// Directions are taken about the origin: differences of points of a small circle far out have few digits.
 ZnGeMatrix3d circleCoordinates(const ZnGeCircArc3d& arc) {
-  const ZnGeTol& tol = ZnGeContext::gTol;
-  const auto points = quarterPoints(arc);
-  ZnGeVector3d x = points[0] - arc.center();
-  ZnGeVector3d y = points[1] - arc.center();
-  x.normalize(tol);
-  y.normalize(tol);
-  ZnGeVector3d z = x.crossProduct(y);
-  z.normalize(tol);
+  const double quarter = (arc.endAng() - arc.startAng()) / 4.0;
+  const ZnGeCircArc3d atOrigin(ZnGePoint3d::kOrigin, arc.normal(), arc.referenceVector(), 1.0, arc.startAng(),
+                               arc.endAng());
+  const ZnGeVector3d x = atOrigin.evalPoint(arc.startAng()).asVector().normal();
+  const ZnGeVector3d y = atOrigin.evalPoint(arc.startAng() + quarter).asVector().normal();
+  const ZnGeVector3d z = x.crossProduct(y).normal();
   ZnGeMatrix3d coordinates;
   coordinates.setCoordSystem(arc.center(), x, y, z);
   return coordinates;

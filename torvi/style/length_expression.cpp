@@ -1,5 +1,6 @@
 #include "torvi/style/length_expression.h"
 
+#include <charconv>
 #include <regex>
 #include <stdexcept>
 #include <string>
@@ -23,15 +24,12 @@ const std::wregex& grammar() {
   return expression;
 }
 
-double toDouble(const std::wstring& text) {
-  size_t used = 0;
+// Of digits that the grammar has passed. Drawings travel, so the point is a point in every country.
+double toDouble(const std::wstring& digits) {
+  const std::string text(digits.begin(), digits.end());
   double number = 0.0;
-  try {
-    number = std::stod(text, &used);
-  } catch (const std::out_of_range&) {
+  if (std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc::result_out_of_range)
     throw std::out_of_range("stod argument out of range");
-  }
-  if (used != text.size()) throw std::invalid_argument("invalid stod argument");
   return number;
 }
 
@@ -56,8 +54,11 @@ bool parseLengthExpression(const ZnString& expression, ZnString& normalised, dou
 bool isValidCrossSizeExpression(const ZnString& expression, ZnString& normalised) {
   normalised.clear();
   double number = 0.0;
-  if (parseLengthExpression(expression, normalised, number) && number != 0.0) return true;
-  return isByLinetypeExpression(normalised);
+  if (parseLengthExpression(expression, normalised, number) &&
+      (number != 0.0 || isByLinetypeExpression(normalised)))
+    return true;
+  normalised.clear();
+  return false;
 }
 
 bool isByLinetypeExpression(const ZnString& expression) {

@@ -29,6 +29,9 @@ struct ZnDbUndoRecorder::Step {
     records.push_back({Record::kState, erased, id, bytes.size(), state.size()});
     bytes += state;
   }
+  std::string_view stateOf(const Record& record) const {
+    return std::string_view(bytes).substr(record.at, record.size);
+  }
   void addCreation(ZnDbObjectId id, bool erased) { records.push_back({Record::kCreation, erased, id, 0, 0}); }
   void addExchange(std::function<void()> exchange) {
     records.push_back({Record::kHeader, false, {}, exchanges.size(), 0});
@@ -39,11 +42,13 @@ struct ZnDbUndoRecorder::Step {
 ZnDbUndoRecorder::ZnDbUndoRecorder(ZnDbDatabase& database)
     : database_(database)
     , scratch_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database))
-    , reader_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database)) {}
+    , reader_(std::make_unique<ZnDbMemoryFiler>(ZnDbFiler::kUndo, &database))
+    , notes_(std::make_unique<Step>()) {}
 
 ZnDbUndoRecorder::~ZnDbUndoRecorder() = default;
 
 void ZnDbUndoRecorder::startStep(const ZnString& label) {
+  settleNotes();
   ++stamp_;
   if (!done_.empty() && done_.back().records.empty())
     done_.back().label = label;
@@ -52,15 +57,19 @@ void ZnDbUndoRecorder::startStep(const ZnString& label) {
 }
 
 void ZnDbUndoRecorder::push(Step step) {
-  step.before = mark();
+  step.before = recordCount();
   done_.push_back(std::move(step));
 }
 
-bool ZnDbUndoRecorder::canUndo() const { return undoDepth() > 0; }
+bool ZnDbUndoRecorder::canUndo() { return undoDepth() > 0; }
 
-bool ZnDbUndoRecorder::canRedo() const { return !undone_.empty(); }
+bool ZnDbUndoRecorder::canRedo() {
+  settleNotes();
+  return !undone_.empty();
+}
 
-size_t ZnDbUndoRecorder::undoDepth() const {
+size_t ZnDbUndoRecorder::undoDepth() {
+  settleNotes();
   return done_.size() - (!done_.empty() && done_.back().records.empty() ? 1 : 0);
 }
 
@@ -72,7 +81,9 @@ void ZnDbUndoRecorder::begin() {
 
 void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
   ZnDbSlot* slot = ZnDbObjectAccess::slot(object);
-  if (!recording_ || undoing_ || slot->undoStamp == stamp_) return;
+  if (!recording_ || undoing_) return;
+  confirmNotes();
+  if (slot->undoStamp == stamp_) return;
   begin();
   slot->undoStamp = stamp_;
   scratch_->clear();
@@ -80,8 +91,42 @@ void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
   done_.back().addState(object->objectId(), slot->erased, scratch_->bytes());
 }
 
+void ZnDbUndoRecorder::keepStateWhileItDiffers(ZnDbObject* object) {
+  ZnDbSlot* slot = ZnDbObjectAccess::slot(object);
+  if (!recording_ || undoing_ || slot->undoStamp == stamp_) return;
+  slot->undoStamp = stamp_;
+  scratch_->clear();
+  object->bdocOutFields(*scratch_);
+  notes_->addState(object->objectId(), slot->erased, scratch_->bytes());
+}
+
+// The notes come first: they were taken before what is kept next.
+void ZnDbUndoRecorder::confirmNotes() {
+  if (notes_->records.empty()) return;
+  begin();
+  for (const Record& note : notes_->records)
+    done_.back().addState(note.id, note.erased, notes_->stateOf(note));
+  notes_->records.clear();
+  notes_->bytes.clear();
+}
+
+// A note of what is now as it was is dropped.
+void ZnDbUndoRecorder::settleNotes() {
+  std::erase_if(notes_->records, [&](const Record& note) {
+    ZnDbSlot* slot = note.id.slot();
+    scratch_->clear();
+    slot->object->bdocOutFields(*scratch_);
+    const bool isAsItWas = slot->erased == note.erased && scratch_->bytes() == notes_->stateOf(note);
+    if (isAsItWas) slot->undoStamp = 0;
+    return isAsItWas;
+  });
+  confirmNotes();
+  notes_->bytes.clear();
+}
+
 void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
   if (!recording_ || undoing_) return;
+  confirmNotes();
   begin();
   ZnDbObjectAccess::slot(object)->undoStamp = stamp_;
   done_.back().addCreation(object->objectId(), true);
@@ -89,6 +134,7 @@ void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
 
 void ZnDbUndoRecorder::keepHeader(std::function<void()> exchange) {
   if (!recording_ || undoing_) return;
+  confirmNotes();
   begin();
   done_.back().addExchange(std::move(exchange));
 }
@@ -125,7 +171,7 @@ void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) 
   inverse.addState(record.id, wasErased, scratch_->bytes());
   const ZnDbObjectId ownerBefore = object->ownerId();
   if (!wasErased) object->detachLinks();
-  reader_->copyBytes(std::string_view(step.bytes).substr(record.at, record.size));
+  reader_->copyBytes(step.stateOf(record));
   // Reading the old fields is no change of its own: nobody is told of it here.
   ++slot->writers;
   object->modified_ = true;
@@ -151,6 +197,7 @@ void ZnDbUndoRecorder::apply(Step& step, size_t count, Step& inverse) {
 }
 
 ErrorStatus ZnDbUndoRecorder::undo() {
+  settleNotes();
   while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
   if (done_.empty()) return Quorl::eNothingToUndo;
   Step step = std::move(done_.back());
@@ -163,6 +210,7 @@ ErrorStatus ZnDbUndoRecorder::undo() {
 }
 
 ErrorStatus ZnDbUndoRecorder::redo() {
+  settleNotes();
   if (undone_.empty()) return Quorl::eNothingToUndo;
   while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
   Step step = std::move(undone_.back());
@@ -174,7 +222,12 @@ ErrorStatus ZnDbUndoRecorder::redo() {
   return Quorl::eOk;
 }
 
-size_t ZnDbUndoRecorder::mark() const {
+size_t ZnDbUndoRecorder::mark() {
+  settleNotes();
+  return recordCount();
+}
+
+size_t ZnDbUndoRecorder::recordCount() const {
   return done_.empty() ? 0 : done_.back().before + done_.back().records.size();
 }
 
@@ -198,6 +251,7 @@ void ZnDbUndoRecorder::setRecording(bool on) {
 }
 
 void ZnDbUndoRecorder::clear() {
+  *notes_ = {};
   done_.clear();
   undone_.clear();
   ++stamp_;

@@ -20,18 +20,18 @@ public:
   // Steps. A step without a change leaves no trace. Starting one forgets what could be redone as soon as it
   // changes something.
   void startStep(const ZnString& label = ZnString());
-  bool canUndo() const;
-  bool canRedo() const;
+  bool canUndo();
+  bool canRedo();
   // Takes back the last step, or does it again, and begins a new step; eNothingToUndo when there is none.
   // Objects must be closed.
   Quorl::ErrorStatus undo();
   Quorl::ErrorStatus redo();
   // A mark within the history, and undoing back to it without a redo (an aborted transaction).
-  size_t mark() const;
+  size_t mark();
   void rollBackTo(size_t mark);
   // From here on states are kept anew although the step has them: a transaction begins within a step.
   void newStates() { ++stamp_; }
-  size_t undoDepth() const;
+  size_t undoDepth();
 
   // While off, changes are not kept; the history so far is forgotten, since it would not fit any more.
   void setRecording(bool on);
@@ -41,6 +41,9 @@ public:
 
   // Called by the database. keepState is a no-op for an object whose state the step has already.
   void keepState(ZnDbObject* object);
+  // As keepState, for a note that may be taken back: if nothing else is kept before the step ends or is asked
+  // about, and the object is then what it was, nothing has changed.
+  void keepStateWhileItDiffers(ZnDbObject* object);
   void keepCreation(ZnDbObject* object);
   // A change outside of objects, as an exchange of two values that is its own inverse.
   void keepHeader(std::function<void()> exchange);
@@ -49,6 +52,9 @@ private:
   struct Record;
   struct Step;
   void begin();
+  void settleNotes();
+  void confirmNotes();
+  size_t recordCount() const;
   void push(Step step);
   void apply(Step& step, size_t count, Step& inverse);
   void restore(Step& step, const Record& record, Step& inverse);
@@ -56,6 +62,7 @@ private:
   ZnDbDatabase& database_;
   std::unique_ptr<class ZnDbMemoryFiler> scratch_, reader_; // which keep their memory from object to object
   std::vector<Step> done_, undone_;
+  std::unique_ptr<Step> notes_; // states that are not known yet to have been changed
   std::uint32_t stamp_ = 1;
   bool recording_ = true, undoing_ = false;
 };
