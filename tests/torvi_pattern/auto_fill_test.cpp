@@ -47,7 +47,8 @@ TEST_F(AutoFill, AFillNeverBuildsOnAFill) {
   EXPECT_EQ(builder.inputEdgeCount(), 1);
   builder.addInputEdge(edges[8]);
   EXPECT_EQ(taken(builder, edges), (Indices{2, 3, 8, 9})) << "no row, but the smallest ring of the two";
-  EXPECT_FALSE(builder.removeInputEdge(edges[5])) << "it was not picked";
+  EXPECT_FALSE(builder.removeInputEdge(edges[3])) << "it was not picked";
+  EXPECT_EQ(taken(builder, edges), (Indices{2, 3, 8, 9})) << "and comes back with the others";
   builder.clearInput();
   EXPECT_TRUE(builder.inputEdges().isEmpty() && builder.inputEdgeCount() == 0);
   const ZnArray<ZnDbEdgeRef> strayed = nestedEdges(with(ring(4, 4), {{3.0, 4.0}, {-2.0, 5.0}}));

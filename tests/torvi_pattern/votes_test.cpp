@@ -79,19 +79,6 @@ TEST(Votes, ComeOutAsThePlainCountDoes) {
       EXPECT_EQ(voted, plain::pitchCenter(centers, fixed, tol, slow));
       EXPECT_TRUE(fast.x == slow.x && fast.y == slow.y);
       ++(voted ? found : lost);
-      double fastRadius = -1.0, slowRadius = -1.0;
-      EXPECT_EQ(votePitchRadius(centers, fixed, tol, slow, fastRadius),
-                plain::pitchRadius(centers, fixed, tol, slow, slowRadius));
-      EXPECT_EQ(fastRadius, slowRadius);
-      int values = 0;
-      const double angle = plain::direction(centers, fixed, tol, values);
-      const ZnPatternDirectionVote vote = voteDirection(centers, fixed, tol);
-      EXPECT_TRUE(vote.angle == angle && vote.values == values);
-      const ZnGeVector2d along =
-          ZnGeVector2d(1.0, 0.0).rotateBy(angle + (seed % 2 ? std::numbers::pi / 2 : 0.0));
-      fast = voteLinePoint(centers, fixed, tol, along);
-      slow = plain::linePoint(centers, fixed, tol, along);
-      EXPECT_TRUE(fast.x == slow.x && fast.y == slow.y);
     }
   }
   ZnGeContext::gTol = usual;

@@ -20,6 +20,10 @@ constexpr double kAxisRounding = 1e-12;
 // and the angle between the products.
 constexpr double kAngleRounding = 256.0 * std::numeric_limits<double>::epsilon();
 
+// A curve that is worked out again from what was drawn of it is still the same within so many units in the
+// last place of its coordinates.
+constexpr double kRepeatedRounding = 64.0 * std::numeric_limits<double>::epsilon();
+
 // For relations between two lines: wider than equality of points, since a direction is the difference of two
 // points that may stand close together.
 inline const ZnGeTol& centerLineTolerance() {
@@ -33,11 +37,18 @@ inline const ZnGeTol& centerLineTolerance() {
 }
 
 // Members of a pattern: holes are drawn by hand or come rounded out of other programs, so centers a tenth of
-// a thousandth apart lie on one circle or line. Also the unit of the steps in which votes are counted.
+// a thousandth apart lie on one circle or line. Also the unit of the steps in which votes are counted. Of a
+// pattern that is smaller than a drawing unit it is the same share.
 constexpr double kPatternTolerance = 1e-4;
 
-// Step of direction votes, in radians, as a share of the above: a direction comes from points far apart.
-constexpr double kDirectionStepShare = 1e-3;
+// By how much more than a coordinate a center may be off that was worked out of three places: the flattest
+// arc that tells one departs from it by a hundredth of its radius.
+constexpr double kVotedPlaceRounding = 128.0;
+
+// Directions nearer than this, in radians, are one, however far apart the points were that gave them.
+constexpr double kLeastDirectionReach = 1e-7;
+// And no nearer than this, however close together: two holes side by side point nowhere in particular.
+constexpr double kMostDirectionReach = 1e-4;
 
 // A member this near to an axis of the pitch center's mark, in radians, sits on its arm.
 constexpr double kAxisMemberTolerance = 1e-3;

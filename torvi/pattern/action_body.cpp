@@ -5,13 +5,13 @@
 #include <memory>
 #include <string>
 
-#include "torvi/centermark/props_provider.h"
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi/core/tolerance.h"
 #include "torvi/drawing/blocks.h"
 #include "torvi/host/class_registration.h"
 #include "torvi/pattern/layout.h"
+#include "torvi/pattern/props_provider.h"
 #include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
@@ -25,6 +25,7 @@ const ZnString kPatternType(L"CenterMarkPatternType");
 const ZnString kFullPcd(L"FullPCD");
 const ZnString kShowCenterMark(L"ShowCenterMark");
 const ZnString kReferencePick(L"ReferenceEdgePickPointParam");
+const ZnString kMemberOvershoot(L"MemberOvershoot");
 const ZnString kAxisIndices[] = {L"InputEdgeIndexOnMajorAxis-0", L"InputEdgeIndexOnMajorAxis-1",
                                  L"InputEdgeIndexOnMajorAxis-2", L"InputEdgeIndexOnMajorAxis-3"};
 const ZnString kAxisRadii[] = {L"InputEdgeRadiusOnMajorAxis-0", L"InputEdgeRadiusOnMajorAxis-1",
@@ -124,8 +125,10 @@ ErrorStatus ZnDbCenterMarkPatternActionBody::setReferenceEdge(const ZnDbEdgeRef&
   ZnDbHolder<ZnDbAssocEdgeActionParam> param;
   ErrorStatus status = param.openForWrite(paramId);
   if (status == Quorl::eOk) status = param->setEdgeRef(edge, true, false, 0);
-  if (status != Quorl::eOk || pickParam < 0.0) return status;
-  return setDoubleParam(kReferencePick, pickParam);
+  if (status != Quorl::eOk) return status;
+  if (pickParam >= 0.0) return setDoubleParam(kReferencePick, pickParam);
+  removeValueParam(kReferencePick);
+  return Quorl::eOk;
 }
 
 // The pick stays behind: it is only read together with an edge.
@@ -186,15 +189,42 @@ bool ZnDbCenterMarkPatternActionBody::getCenterLineDependencyKeys(ZnArray<ZnStri
 
 ErrorStatus ZnDbCenterMarkPatternActionBody::renameCenterLineKey(const ZnString& oldKey,
                                                                  const ZnString& newKey) {
+  return moveCenterLine(oldKey, newKey, false);
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::reverseCenterLineKey(const ZnString& oldKey,
+                                                                  const ZnString& newKey) {
+  return moveCenterLine(oldKey, newKey, true);
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::moveCenterLine(const ZnString& oldKey, const ZnString& newKey,
+                                                            bool reversed) {
   if (oldKey == newKey) return Quorl::eOk;
+  const ZnDbObjectId line = getOutputEdge(oldKey);
   if (const ErrorStatus status = renameOutputEdgeKey(oldKey, newKey); status != Quorl::eOk) return status;
-  const double start = startOvershoot(oldKey), end = endOvershoot(oldKey);
+  double start = startOvershoot(oldKey), end = endOvershoot(oldKey);
   removeValueParam(startOvershootParamPrefix() + oldKey);
   removeValueParam(endOvershootParamPrefix() + oldKey);
-  if (newKey.isEmpty()) return Quorl::eOk;
+  if (newKey.isEmpty()) {
+    // Nothing names it any more, and nobody sees it.
+    ZnDbHolder<ZnDbEntity> gone;
+    if (gone.openForWrite(line, false, true) == Quorl::eOk) gone->erase();
+    return Quorl::eOk;
+  }
+  if (reversed) std::swap(start, end);
   setStartOvershoot(newKey, start, false);
   setEndOvershoot(newKey, end, false);
   return Quorl::eOk;
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::startCenterLine(const ZnString& key) {
+  const double overshoot = memberOvershoot();
+  const ErrorStatus status = setStartOvershoot(key, overshoot, false);
+  return status == Quorl::eOk ? setEndOvershoot(key, overshoot, false) : status;
+}
+
+double ZnDbCenterMarkPatternActionBody::memberOvershoot() const {
+  return getDoubleParam(kMemberOvershoot, ZnTorviStyle::getCenterOvershoot());
 }
 
 bool ZnDbCenterMarkPatternActionBody::isOutputEdgeKeyValid(const ZnString& key) const {
@@ -203,10 +233,16 @@ bool ZnDbCenterMarkPatternActionBody::isOutputEdgeKeyValid(const ZnString& key) 
   return keys.contains(key);
 }
 
+// The radius is kept in the size of the block, which a reference without edges may show in another.
 ErrorStatus ZnDbCenterMarkPatternActionBody::getRefCircle(ZnGeCircArc3d& circle) const {
   if (getCenterPatternType() != kCenterPatternPolar || !showCenterMark()) return Quorl::eNothingToDo;
   circle = getCachedRefCircle();
+  if (!isAssociative(false)) circle.setRadius(circle.radius() * getSubentDirection(eRightLine).length());
   return Quorl::eOk;
+}
+
+double ZnDbCenterMarkPatternActionBody::pitchRadius() const {
+  return getCenterPatternType() == kCenterPatternPolar && showCenterMark() ? cachedCircleRadius() : 0.0;
 }
 
 // An arm that ends in a member is drawn as the outward arm of that member's mark, which always runs away from
@@ -239,20 +275,28 @@ double ZnDbCenterMarkPatternActionBody::getMinExtension(ZnCenterMarkSubEntType t
   int index = kNoMember;
   double radius = 0.0;
   const bool hasMember = getCachedInputEdgeOnMajorAxis(type, index, radius);
-  const ZnDbCenterMarkPropsProvider provider(centerObjectId());
+  const ZnPatternPropsProvider provider(centerObjectId());
   double length = 0.0, gap = 0.0;
   if (getCrossLengthAndGapFromProvider(provider, length, gap, radius) != Quorl::eOk) return 0.0;
   return length * 0.5 + (hasMember ? cachedCircleRadius() : 0.0);
 }
 
+double ZnDbCenterMarkPatternActionBody::reachOfUnsetArm(ZnCenterMarkSubEntType type) const {
+  int index = kNoMember;
+  double radius = 0.0;
+  return cachedCircleRadius() + (getCachedInputEdgeOnMajorAxis(type, index, radius) ? radius : 0.0);
+}
+
 double ZnDbCenterMarkPatternActionBody::getResolvedExtensionLength(double stored,
                                                                    ZnCenterMarkSubEntType type) const {
   if (getCenterPatternType() != kCenterPatternPolar || type < eLeftLine) return 0.0;
-  if (!isAutoMatchExtension(stored)) return std::max(stored, getMinExtension(type));
-  int index = kNoMember;
-  double radius = 0.0;
-  const bool hasMember = getCachedInputEdgeOnMajorAxis(type, index, radius);
-  return cachedCircleRadius() + (hasMember ? radius : 0.0);
+  return isAutoMatchExtension(stored) ? reachOfUnsetArm(type) : std::max(stored, getMinExtension(type));
+}
+
+double ZnDbCenterMarkPatternActionBody::storedExtension(ZnCenterMarkSubEntType type) const {
+  if (getCenterPatternType() != kCenterPatternPolar || !torvi::isExtensionLine(type)) return 0.0;
+  const double stored = getDoubleParam(extensionParamName(type), 0.0);
+  return isAutoMatchExtension(stored) ? reachOfUnsetArm(type) : stored;
 }
 
 double ZnDbCenterMarkPatternActionBody::getResolvedExtensionLength(double stored, ZnCenterMarkSubEntType type,
@@ -262,8 +306,9 @@ double ZnDbCenterMarkPatternActionBody::getResolvedExtensionLength(double stored
 
 ErrorStatus ZnDbCenterMarkPatternActionBody::resetOvershoots() {
   ZnArray<ZnString> keys;
+  const double overshoot = ZnTorviStyle::getCenterOvershoot();
+  storeValue(kMemberOvershoot, ZnDbEvalVariant(overshoot));
   if (getCenterLineDependencyKeys(keys)) {
-    const double overshoot = ZnTorviStyle::getCenterOvershoot();
     for (const ZnString& key : keys) {
       setStartOvershoot(key, overshoot, false);
       setEndOvershoot(key, overshoot, false);

@@ -33,7 +33,7 @@ public:
   bool showCenterMark() const; // on the pitch center
   Quorl::ErrorStatus setShowCenterMark(bool show);
   // An arc fixes the pitch center, a line the direction. The pick is an offset in radians from the arc's
-  // start; negative for none, and then setting leaves the stored one. False without an edge.
+  // start; negative for none, which also forgets the one of an edge before. False without an edge.
   bool getReferenceEdge(ZnDbEdgeRef& edge, double& pickParam) const;
   Quorl::ErrorStatus setReferenceEdge(const ZnDbEdgeRef& edge, double pickParam);
   bool clearReferenceEdge();
@@ -52,6 +52,18 @@ public:
   bool getCenterLineDependencyKeys(ZnArray<ZnString>& keys) const; // replaced; true when there is one
   // Entity and overshoots follow the center line to its new key; with an empty one all go.
   Quorl::ErrorStatus renameCenterLineKey(const ZnString& oldKey, const ZnString& newKey);
+  // The same, and the two overshoots change places: each stays with its member.
+  Quorl::ErrorStatus reverseCenterLineKey(const ZnString& oldKey, const ZnString& newKey);
+  // Gives a new center line the overshoots that the pattern had at its making.
+  Quorl::ErrorStatus startCenterLine(const ZnString& key);
+  // What members' arms reach beyond their circles: the style's at the making, and that of today for a pattern
+  // that was made when it was not kept.
+  double memberOvershoot() const;
+
+  // Lengths of the mark on the pitch center, those of the block. They don't ask how large its cross is, so
+  // that its size may follow from them. 0 where there is no such mark, and no such arm.
+  double pitchRadius() const;
+  double storedExtension(ZnCenterMarkSubEntType type) const;
 
   // Center mark behaviour that a pattern changes. There is a reference circle, the pitch circle, only where
   // the mark on the pitch center shows: eNothingToDo else.
@@ -69,4 +81,8 @@ protected:
   ZnDbTorviLayout* getLayout() const override;
   double getResolvedExtensionLength(double stored, ZnCenterMarkSubEntType type) const override;
   bool isOutputEdgeKeyValid(const ZnString& key) const;
+
+private:
+  Quorl::ErrorStatus moveCenterLine(const ZnString& oldKey, const ZnString& newKey, bool reversed);
+  double reachOfUnsetArm(ZnCenterMarkSubEntType type) const;
 };

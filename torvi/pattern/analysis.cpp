@@ -12,23 +12,44 @@ namespace {
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr double kLargestClosedGap = kTwoPi / 3.0;
 
-bool isAtMost(double value, double limit) {
-  if (value <= limit) return true;
-  const double scaled = std::max(std::fabs(value), std::fabs(limit)) * ZnGeContext::gTol.equalPoint();
-  return value - limit < std::max(scaled, kLeastScaledTolerance);
-}
-
 // The pitch circle on its way from the vote to the answer.
 struct PitchCircle {
   ZnGePoint2d center;
   double radius = 0.0;
 };
 
+// What rounding may have left of the coordinates of the circles' centers.
+double roundingOf(const ZnArray<ZnGeCircArc3d>& circles) {
+  double largest = 0.0;
+  for (const ZnGeCircArc3d& circle : circles) {
+    const ZnGePoint3d& center = circle.center();
+    for (const double coordinate : {center.x, center.y, center.z, circle.radius()})
+      if (circle.radius() != 0.0) largest = std::max(largest, std::fabs(coordinate));
+  }
+  return largest * kCoordinateRounding;
+}
+
+// How far the pattern extends: the measure of what is small in it.
+double sizeOf(const ZnArray<ZnGeCircArc3d>& circles) {
+  double size = 0.0;
+  const ZnGeCircArc3d* first = nullptr;
+  for (const ZnGeCircArc3d& circle : circles) {
+    if (circle.radius() == 0.0) continue;
+    if (!first) first = &circle;
+    size = std::max(size, circle.radius() + circle.center().distanceTo(first->center()));
+  }
+  return size;
+}
+
 // One analysis, in the order of its steps.
 class Analysis {
 public:
   explicit Analysis(const ZnPatternQuestion& question)
-      : question_(question) {
+      : question_(question)
+      , rounding_(roundingOf(question.circles))
+      , tol_(question.tolerance * std::min(sizeOf(question.circles), 1.0) + kVotedPlaceRounding * rounding_,
+             question.tolerance) {
+    centers_.tol = tol_;
     centers_.circles = question.circles;
     centers_.patternPlane = planeOfPattern(question.circles);
     found_.patternType = question.patternType;
@@ -55,8 +76,16 @@ private:
   bool fitPolarPattern();
   bool findPitchCenter(ZnGePoint2d& center) const;
   bool pitchCenterAsBefore(ZnGePoint2d& center) const;
+  ZnGePoint3d placeOfPitchCenter(const ZnGePoint2d& center) const;
   void refinePitchCircle(PitchCircle& circle);
+  // Between two members that follow each other.
+  struct Gap {
+    double angle = 0.0;
+    std::pair<int, int> ends; // the member named first, then the other
+    ZnPatternMembers::const_iterator next;
+  };
   bool orderAroundCircle(const ZnGeCircArc2d& circle);
+  std::vector<Gap> gapsOf(const ZnPatternMembers& members) const; // but for that of the pick
   void boundPitchArc(ZnGeCircArc3d& arc) const;
   void findAxisMembers(const ZnGeCircArc3d& arc);
 
@@ -65,7 +94,12 @@ private:
 
   const ZnGePoint3d& centerOf(int index) const { return centers_.circles[index].center(); }
 
+  ZnGeTol planeTolerance() const;
+  bool isInPlane(const ZnGeCircArc3d& circle) const;
+
   const ZnPatternQuestion& question_;
+  double rounding_ = 0.0;
+  ZnGeTol tol_;
   ZnPatternCenters centers_;
   ZnPatternAnalysis found_;
   double referenceStartAngle_ = -1.0; // on the pitch circle; the chain must cover it
@@ -91,10 +125,8 @@ void Analysis::collectCenters() {
   for (int i = 0; i < centers_.circles.length(); ++i) {
     ZnGeCircArc3d& circle = centers_.circles[i];
     if (circle.radius() == 0.0) continue;
-    ZnGePlane plane;
-    circle.getPlane(plane);
     // One hole in two steps is one member: the circle that was named first.
-    if (!plane.isCoplanarTo(centers_.patternPlane) || isInsideAnother(circle)) {
+    if (!isInPlane(circle) || isInsideAnother(circle)) {
       circle.setRadius(0.0);
       continue;
     }
@@ -103,13 +135,24 @@ void Analysis::collectCenters() {
   }
 }
 
+// Far from the origin no point is on a plane to the last digit of a small tolerance.
+ZnGeTol Analysis::planeTolerance() const {
+  return {ZnGeContext::gTol.equalPoint() + 2.0 * rounding_, ZnGeContext::gTol.equalVector()};
+}
+
+bool Analysis::isInPlane(const ZnGeCircArc3d& circle) const {
+  ZnGePlane plane;
+  circle.getPlane(plane);
+  return plane.isCoplanarTo(centers_.patternPlane, planeTolerance());
+}
+
 bool Analysis::isInsideAnother(const ZnGeCircArc3d& circle) const {
   const ZnArray<int>& accepted = centers_.centerIndices;
   return std::any_of(accepted.begin(), accepted.end(), [&](int index) {
     const ZnGeCircArc3d& other = centers_.circles[index];
     const auto [small, big] = std::minmax({circle.radius(), other.radius()});
     const double distance = circle.center().distanceTo(other.center());
-    return big > distance && big - distance - small > -question_.patternTol.equalVector();
+    return big > distance && big - distance - small > -tol_.equalPoint();
   });
 }
 
@@ -122,7 +165,7 @@ bool Analysis::resolveReferenceEdge() {
   const ZnGeCurve3d* curve = question_.referenceCurve;
   if (curve && curve->isKindOf(ZnGe::kLinearEnt3d) && question_.patternType != kCenterPatternPolar) {
     const auto& line = static_cast<const ZnGeLinearEnt3d&>(*curve);
-    if (line.isOn(centers_.patternPlane)) {
+    if (line.isOn(centers_.patternPlane, planeTolerance())) {
       found_.reference.direction = line.direction();
       found_.reference.kind = 2;
       return true;
@@ -130,9 +173,7 @@ bool Analysis::resolveReferenceEdge() {
   } else if (curve && curve->isKindOf(ZnGe::kCircularArc3d) &&
              question_.patternType != kCenterPatternLinear) {
     const auto& arc = static_cast<const ZnGeCircArc3d&>(*curve);
-    ZnGePlane plane;
-    arc.getPlane(plane);
-    if (plane.isCoplanarTo(centers_.patternPlane)) {
+    if (isInPlane(arc)) {
       found_.reference.center = arc.center();
       found_.reference.kind = 1;
       if (question_.referencePickParam >= 0.0 && centers_.centers2d.length() >= 2) noteReferencePick(arc);
@@ -154,8 +195,7 @@ void Analysis::noteReferencePick(const ZnGeCircArc3d& arc) {
 }
 
 ZnPatternMembers Analysis::collectMembersOnCurve(const ZnGeCurve2d& curve) {
-  return question_.memberRule ? question_.memberRule(curve, centers_)
-                              : membersOnCurve(curve, centers_, question_.patternTol);
+  return question_.memberRule ? question_.memberRule(curve, centers_) : membersOnCurve(curve, centers_);
 }
 
 void Analysis::chainFrom(const ZnPatternMembers& members, ZnPatternMembers::const_iterator start) {
@@ -168,21 +208,22 @@ void Analysis::chainFrom(const ZnPatternMembers& members, ZnPatternMembers::cons
 
 bool Analysis::fitPolarPattern() {
   PitchCircle pitch;
-  if (!findPitchCenter(pitch.center) || !votePitchRadius(centers_.centers2d, question_.fixedCenterCount,
-                                                         question_.patternTol, pitch.center, pitch.radius))
+  if (!findPitchCenter(pitch.center) ||
+      !votePitchRadius(centers_.centers2d, question_.fixedCenterCount, tol_, pitch.center, pitch.radius))
     return false;
   // Where a reference arc puts the center is no matter of votes.
   if (found_.reference.kind != 1) refinePitchCircle(pitch);
   if (!orderAroundCircle(ZnGeCircArc2d(pitch.center, pitch.radius))) return false;
   // A pitch circle can't be smaller than its holes.
   const ZnArray<int>& chain = found_.memberChain;
-  if (std::any_of(chain.begin(), chain.end(),
-                  [&](int index) { return centers_.circles[index].radius() > pitch.radius; })) {
+  if (std::any_of(chain.begin(), chain.end(), [&](int index) {
+        return centers_.circles[index].radius() > pitch.radius + tol_.equalPoint();
+      })) {
     found_.memberChain.removeAll();
     return false;
   }
   const ZnGePlane& plane = centers_.patternPlane;
-  ZnGeCircArc3d arc(ZnGePoint3d(plane, pitch.center), plane.normal(), pitch.radius);
+  ZnGeCircArc3d arc(placeOfPitchCenter(pitch.center), plane.normal(), pitch.radius);
   boundPitchArc(arc);
   if (question_.findsAxisMembers) findAxisMembers(arc);
   found_.majorCurve = arc;
@@ -194,9 +235,16 @@ bool Analysis::findPitchCenter(ZnGePoint2d& center) const {
     center = found_.reference.center.convert2d(centers_.patternPlane);
     return true;
   }
-  if (votePitchCenter(centers_.centers2d, question_.fixedCenterCount, question_.patternTol, center))
-    return true;
+  if (votePitchCenter(centers_.centers2d, question_.fixedCenterCount, tol_, center)) return true;
   return question_.patternType == kCenterPatternPolar && pitchCenterAsBefore(center);
+}
+
+// Back in space; a center that is where it was keeps the last digits too, evaluation by evaluation.
+ZnGePoint3d Analysis::placeOfPitchCenter(const ZnGePoint2d& center) const {
+  const ZnGePoint3d place(centers_.patternPlane, center);
+  const std::optional<ZnGePoint3d>& former = question_.formerPitchCenter;
+  const bool isWhereItWas = former && former->distanceTo(place) <= kVotedPlaceRounding * rounding_;
+  return isWhereItWas ? *former : place;
 }
 
 // Two holes are left of a ring: its center is where it was.
@@ -204,7 +252,7 @@ bool Analysis::pitchCenterAsBefore(ZnGePoint2d& center) const {
   if (!question_.formerPitchCenter) return false;
   center = question_.formerPitchCenter->convert2d(centers_.patternPlane);
   return std::none_of(centers_.centers2d.begin(), centers_.centers2d.end(), [&](const ZnGePoint2d& member) {
-    return member.distanceTo(center) < question_.patternTol.equalPoint();
+    return member.distanceTo(center) < tol_.equalPoint();
   });
 }
 
@@ -222,7 +270,7 @@ void Analysis::refinePitchCircle(PitchCircle& pitch) {
   for (size_t i = 0; i < count; ++i) {
     const ZnGePoint2d &a = members[i], &b = members[(i + third) % count],
                       &c = members[(i + 2 * third) % count];
-    const double least = question_.patternTol.equalPoint();
+    const double least = tol_.equalPoint();
     // Members too close for a circle hold the walk up where it stands.
     if (a.distanceTo(b) < least || b.distanceTo(c) < least || c.distanceTo(a) < least) break;
     sum += ZnGeCircArc2d(a, b, c).center().asVector();
@@ -237,38 +285,49 @@ void Analysis::refinePitchCircle(PitchCircle& pitch) {
 }
 
 // The chain breaks in the largest gap, but not in the one in which the user picked the reference arc: the
-// pattern shall run through the pick.
+// pattern shall run through the pick. Of equal gaps that with the member named first counts, wherever it
+// lies. Gaps are compared as far as their two ends may be off, and as much again for the center, which
+// follows them: three holes of a ring that came rounded out of a file still close it.
 bool Analysis::orderAroundCircle(const ZnGeCircArc2d& circle) {
   const ZnPatternMembers members = collectMembersOnCurve(circle);
   if (members.empty()) return false;
+  const std::vector<Gap> gaps = gapsOf(members);
+  double largest = 0.0;
+  for (const Gap& gap : gaps) largest = std::max(largest, gap.angle);
+  const double slack = 4.0 * tol_.equalPoint() / circle.radius();
+  const Gap* chosen = nullptr;
+  for (const Gap& gap : gaps)
+    if (gap.angle >= largest - slack && (!chosen || gap.ends < chosen->ends)) chosen = &gap;
+  if (question_.autoFullPcd) found_.fullPcd = largest <= kLargestClosedGap + slack;
+  chainFrom(members, chosen ? chosen->next : members.begin());
+  return true;
+}
+
+std::vector<Analysis::Gap> Analysis::gapsOf(const ZnPatternMembers& members) const {
   const double firstParam = members.begin()->first, lastParam = members.rbegin()->first;
   const double pick = referenceStartAngle_;
-  double largestGap = 0.0;
-  auto start = members.begin();
+  std::vector<Gap> gaps;
   for (auto member = members.begin(); member != members.end(); ++member) {
     auto next = std::next(member);
     const bool closes = next == members.end();
     if (closes) next = members.begin();
-    const double gap = next->first - member->first + (closes ? kTwoPi : 0.0);
     const bool holdsPick =
         closes ? pick < firstParam || pick > lastParam : pick > member->first && pick < next->first;
-    if ((pick >= 0.0 && holdsPick) || !(gap > largestGap)) continue;
-    largestGap = gap;
-    start = next;
+    if (pick >= 0.0 && holdsPick) continue;
+    const double angle = next->first - member->first + (closes ? kTwoPi : 0.0);
+    gaps.push_back({angle, std::minmax({member->second, next->second}), next});
   }
-  if (question_.autoFullPcd) found_.fullPcd = isAtMost(largestGap, kLargestClosedGap);
-  chainFrom(members, start);
-  return true;
+  return gaps;
 }
 
 void Analysis::boundPitchArc(ZnGeCircArc3d& arc) const {
-  const double start = arc.paramOf(centerOf(found_.memberChain.first()), question_.patternTol);
+  const double start = arc.paramOf(centerOf(found_.memberChain.first()), tol_);
   double end = 0.0;
   if (found_.fullPcd) {
     end = start - kClosedPitchGap;
     if (end < 0.0) end += kTwoPi;
   } else {
-    end = arc.paramOf(centerOf(found_.memberChain.last()), question_.patternTol);
+    end = arc.paramOf(centerOf(found_.memberChain.last()), tol_);
   }
   arc.setAngles(start, end);
 }
@@ -277,7 +336,7 @@ void Analysis::boundPitchArc(ZnGeCircArc3d& arc) const {
 void Analysis::findAxisMembers(const ZnGeCircArc3d& arc) {
   constexpr double kAxisParams[] = {std::numbers::pi, 0.0, 1.5 * std::numbers::pi, 0.5 * std::numbers::pi};
   for (const int index : found_.memberChain) {
-    double param = arc.paramOf(centerOf(index), question_.patternTol);
+    double param = arc.paramOf(centerOf(index), tol_);
     while (param > kTwoPi - kAxisMemberTolerance) param -= kTwoPi;
     for (size_t axis = 0; axis < found_.axisMembers.size(); ++axis) {
       if (!(std::fabs(param - kAxisParams[axis]) < kAxisMemberTolerance)) continue;
@@ -291,11 +350,10 @@ bool Analysis::fitLinearPattern() {
   const ZnArray<ZnGePoint2d>& centers = centers_.centers2d;
   ZnGeVector2d direction;
   if (!findMajorDirection(direction)) return false;
-  ZnGeLine2d line(voteLinePoint(centers, question_.fixedCenterCount, question_.patternTol, direction),
-                  direction);
+  ZnGeLine2d line(voteLinePoint(centers, question_.fixedCenterCount, tol_, direction), direction);
   const bool isDirected = found_.reference.kind == 2;
   if (!isDirected) {
-    const ZnPatternMembers onLine = membersOnCurve(line, centers_, question_.patternTol);
+    const ZnPatternMembers onLine = membersOnCurve(line, centers_);
     if (onLine.size() < 2) return false;
     // From here on it passes exactly through real centers.
     line = ZnGeLine2d(centers[onLine.begin()->second], centers[onLine.rbegin()->second]);
@@ -315,29 +373,25 @@ bool Analysis::fitLinearPattern() {
 }
 
 bool Analysis::findMajorDirection(ZnGeVector2d& direction) const {
-  const ZnPatternDirectionVote vote =
-      voteDirection(centers_.centers2d, question_.fixedCenterCount, question_.patternTol);
+  const ZnPatternDirectionVote vote = voteDirection(centers_.centers2d, question_.fixedCenterCount, tol_);
   // The user's own circles are not on one line.
-  if (question_.fixedCenterCount >= 3 && vote.values != 1) return false;
+  if (question_.fixedCenterCount >= 3 && vote.votes != vote.lines) return false;
   if (found_.reference.kind == 2) {
     direction = found_.reference.direction.convert2d(centers_.patternPlane);
     return true;
   }
-  if (vote.values == 0) return false;
-  direction = ZnGeVector2d::kXAxis;
-  direction.rotateBy(vote.angle);
-  return true;
+  direction = vote.direction;
+  return vote.votes > 0;
 }
 
 } // namespace
 
 // From the last to the first, so that of two centers at one parameter the first is kept.
-ZnPatternMembers membersOnCurve(const ZnGeCurve2d& curve, const ZnPatternCenters& centers,
-                                const ZnGeTol& tol) {
+ZnPatternMembers membersOnCurve(const ZnGeCurve2d& curve, const ZnPatternCenters& centers) {
   ZnPatternMembers members;
   for (int i = centers.centers2d.length() - 1; i >= 0; --i) {
     double param = 0.0;
-    if (curve.isOn(centers.centers2d[i], param, tol)) members[param] = i;
+    if (curve.isOn(centers.centers2d[i], param, centers.tol)) members[param] = i;
   }
   return members;
 }

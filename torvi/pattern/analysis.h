@@ -22,13 +22,13 @@ struct ZnPatternCenters {
   ZnGePlane patternPlane;         // of the first circle that has a radius
   ZnArray<ZnGePoint2d> centers2d; // in the plane's coordinates
   ZnArray<int> centerIndices;     // their circles
+  ZnGeTol tol;                    // within which they are on one curve
 };
 
 // The centers on a curve: parameter to position in centers2d.
 using ZnPatternMembers = std::map<double, int>;
 // Of two centers at one parameter the first counts.
-TORVI_EXPORT ZnPatternMembers membersOnCurve(const ZnGeCurve2d& curve, const ZnPatternCenters& centers,
-                                             const ZnGeTol& tol);
+TORVI_EXPORT ZnPatternMembers membersOnCurve(const ZnGeCurve2d& curve, const ZnPatternCenters& centers);
 // Another rule of who is on a curve. It may move a center onto the curve, as a preview does with the
 // cursor's.
 using ZnPatternMemberRule = std::function<ZnPatternMembers(const ZnGeCurve2d&, ZnPatternCenters&)>;
@@ -58,7 +58,9 @@ struct ZnPatternQuestion {
   bool findsAxisMembers = false;
   std::optional<ZnGePoint3d> formerPitchCenter; // for a ring of which too little is left
   ZnPatternMemberRule memberRule;               // membersOnCurve without one
-  ZnGeTol patternTol{kPatternTolerance, kPatternTolerance};
+  // What a person's drawing may be off, for patterns of a drawing unit and more; less for smaller ones, and
+  // rounding comes on top.
+  double tolerance = kPatternTolerance;
 };
 
 struct TORVI_EXPORT ZnPatternAnalysis {

@@ -58,11 +58,12 @@ void ZnCenterMarkPatternBuilder::addInputEdge(const ZnDbEdgeRef& edge) {
 
 bool ZnCenterMarkPatternBuilder::removeInputEdge(const ZnDbEdgeRef& edge) {
   if (autoFillMode()) undoAutoFillPattern();
-  if (!ZnTorviBuilder::removeInputEdge(edge)) return false;
-  --userEdgeCount_;
-  updateBuilderFromLayout();
+  const bool removed = ZnTorviBuilder::removeInputEdge(edge);
+  if (removed) --userEdgeCount_;
+  if (removed || autoFillMode()) updateBuilderFromLayout();
+  // An edge that only auto fill had put in is none of the user's, and comes back with the others.
   autoFillPattern();
-  return true;
+  return removed;
 }
 
 void ZnCenterMarkPatternBuilder::clearInput() {

@@ -6,7 +6,6 @@
 
 #include "torvi/centermark/size_calculator.h"
 #include "torvi/pattern/action_body.h"
-#include "torvi/style/style.h"
 
 using Body = ZnDbCenterMarkPatternActionBody;
 
@@ -35,7 +34,6 @@ ZnPatternDrawing::ZnPatternDrawing(ZnPatternAnalysis pattern, ZnDbObjectId cente
     : pattern_(std::move(pattern))
     , showPitchCenterMark_(showPitchCenterMark)
     , overshoots_(overshoots)
-    , styleOvershoot_(ZnTorviStyle::getCenterOvershoot())
     , provider_(centerObject)
     , planeDirection_(pattern_.planeDirection())
     , majorDirection_(pattern_.line() ? pattern_.line()->direction() : planeDirection_)
@@ -57,8 +55,7 @@ ZnCenterMarkArmLengths ZnPatternDrawing::memberArms(int index) const {
   ZnCenterMarkArmLengths arms;
   const ZnArray<int>& chain = pattern_.memberChain;
   const double radius = pattern_.circles[index].radius();
-  // What an unset arm comes to, said here so that the style is read once for all marks.
-  const double reach = radius + styleOvershoot_;
+  const double reach = radius + overshoots_.member;
   arms.fill(reach > 0.0 ? reach : kArmUnset);
   if (!pattern_.fullPcd && chain.contains(index)) {
     if (chain.length() > 1 && index == chain.last()) {
@@ -100,12 +97,15 @@ ZnPatternDrawing::CrossSize ZnPatternDrawing::crossSizeOf(double radius) const {
   return {length * 0.5, gap};
 }
 
-// An arm too short to hold the gap gives way to the end of the cross.
+// An arm too short to hold the gap gives way to the end of the cross. A cursor has no cross: the piece ends
+// there.
 double ZnPatternDrawing::pieceOffset(double radius) const {
+  if (radius == 0.0) return 0.0;
   const CrossSize cross = crossSizeOf(radius);
   const double behindGap = cross.gap + cross.half;
-  const double reach = radius + styleOvershoot_;
-  return behindGap <= reach + ZnGeContext::gTol.equalPoint() ? behindGap : cross.half;
+  const double reach = radius + overshoots_.member;
+  const double slack = ZnGeContext::gTol.equalPoint() + kCoordinateRounding * behindGap;
+  return behindGap <= reach + slack ? behindGap : cross.half;
 }
 
 void ZnPatternDrawing::generateSegments(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) const {

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "torvi/centermark/mark_curves.h"
-#include "torvi/centermark/props_provider.h"
 #include "torvi/pattern/analysis.h"
+#include "torvi/pattern/props_provider.h"
 
-// How far the center line runs beyond its outer members' circles.
+// How far the center line runs beyond its outer members' circles, and arms of all members beyond theirs.
 struct ZnPatternOvershoots {
-  double start = 0.0, end = 0.0;
+  double start = 0.0, end = 0.0, member = 0.0;
 };
 
 // Curves are new and the caller's, in the coordinates of the pattern that is given; keys run beside them.
@@ -39,8 +39,7 @@ private:
   ZnPatternAnalysis pattern_;
   bool showPitchCenterMark_;
   ZnPatternOvershoots overshoots_;
-  double styleOvershoot_; // read once for all marks
-  ZnDbCenterMarkPropsProvider provider_;
+  ZnPatternPropsProvider provider_;
   ZnGeVector3d planeDirection_;
   ZnGeVector3d majorDirection_; // along which marks are laid
   ZnGePoint3d pitchCenter_;

@@ -1,19 +1,35 @@
 // What a pattern's layout does as a layout: reading the object, evaluation, keys and entities.
 #include "torvi/pattern/layout.h"
 
-#include <algorithm>
-#include <cmath>
-
-#include "torvi/centermark/block_sync.h"
 #include "torvi/core/action_body_utils.h"
 #include "torvi/drawing/blocks.h"
 #include "torvi/drawing/linetypes.h"
 #include "torvi/pattern/drawing.h"
 #include "torvi/pattern/object_wrapper.h"
+#include "torvi/pattern/remains.h"
 #include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
 using Body = ZnDbCenterMarkPatternActionBody;
+
+namespace {
+
+// Whether members follow each other as the key says: above 0 when most neighbours do, below 0 when they go
+// the other way round, 0 where nothing tells.
+int senseOf(const ZnArray<int>& chain, const ZnString& key) {
+  ZnArray<int> before;
+  Body::getEdgeIndicesOnCenterLine(key, before);
+  int sense = 0, last = -1;
+  for (const int index : before) {
+    const int place = chain.find(index);
+    if (place < 0) continue;
+    if (last >= 0) sense += place > last ? 1 : -1;
+    last = place;
+  }
+  return sense;
+}
+
+} // namespace
 
 ZnDbCenterMarkPatternLayout::ZnDbCenterMarkPatternLayout(ZnDbObjectId centerObject)
     : ZnDbTorviLayout(centerObject) {
@@ -49,10 +65,9 @@ ErrorStatus ZnDbCenterMarkPatternLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>&
   const WrapperPointer& pattern = wrapper();
   if (pattern.openStatus() != Quorl::eOk) return pattern.openStatus();
   if (!pattern->isAssociative()) {
-    applyBlockScaleToExtensions(centerObject_);
-    undoCenterMarkMirror(centerObject_);
     transform_ = pattern->blockTransform();
-    return generateUnassociated(curves, keys);
+    ZnPatternRemains(*pattern).appendChanges(curves, keys);
+    return Quorl::eOk;
   }
   if (const ErrorStatus status = loadPattern(); status != Quorl::eOk) return status;
   if (const ErrorStatus status = syncStoredCenterLineKey(); status != Quorl::eOk) return status;
@@ -68,7 +83,11 @@ ErrorStatus ZnDbCenterMarkPatternLayout::compareGeometry(ZnArray<ZnGeCurve3d*>& 
                                                          ZnArray<ZnString>& keys) {
   const WrapperPointer& pattern = wrapper();
   if (pattern.openStatus() != Quorl::eOk) return pattern.openStatus();
-  if (!pattern->isAssociative()) return pattern->getCenterObjGeometry(curves);
+  if (!pattern->isAssociative()) {
+    transform_ = pattern->blockTransform();
+    ZnPatternRemains(*pattern).appendAll(curves, keys);
+    return Quorl::eOk;
+  }
   const ErrorStatus status = loadPattern();
   return status == Quorl::eOk ? generatePattern(curves, keys) : status;
 }
@@ -85,7 +104,8 @@ ErrorStatus ZnDbCenterMarkPatternLayout::loadPattern() {
 }
 
 // A line keeps its sense from one evaluation to the next, and with it what is start and what is end of the
-// overshoots, on whichever side members come and go.
+// overshoots, on whichever side members come and go, and however they are turned. Where no two members are
+// left to tell it, the line that was drawn does.
 ErrorStatus ZnDbCenterMarkPatternLayout::keepLinearDirection() {
   centerLineKeys_.removeAll();
   const WrapperPointer& pattern = wrapper();
@@ -94,6 +114,10 @@ ErrorStatus ZnDbCenterMarkPatternLayout::keepLinearDirection() {
     return status;
   const ZnGeLineSeg3d* line = pattern_.line();
   if (settings_.patternType != kCenterPatternLinear || centerLineKeys_.isEmpty() || !line) return Quorl::eOk;
+  if (const int sense = senseOf(pattern_.memberChain, centerLineKeys_.first()); sense != 0) {
+    if (sense < 0) pattern_.reverse();
+    return Quorl::eOk;
+  }
   ZnDbHolder<ZnDbLine> stored(pattern->getOutputEdge(centerLineKeys_.first()));
   if (!stored.isOpen()) return stored.status();
   const ZnGeVector3d before = (stored->endPoint() - stored->startPoint()).normal();
@@ -107,13 +131,18 @@ void ZnDbCenterMarkPatternLayout::rebuildCenterLineKeys() {
     centerLineKeys_.append(Body::centerLineDependencyKey(pattern_.memberChain));
 }
 
-// The key tells the members, so it changes with them; entity and overshoots move on to the new one.
+// The key tells the members, so it changes with them; entity and overshoots move on to the new one. A ring
+// runs the other way once its holes were mirrored: then start and end are exchanged. A line that is new gets
+// the overshoots of the pattern's making, and keeps them whatever the style becomes.
 ErrorStatus ZnDbCenterMarkPatternLayout::syncStoredCenterLineKey() {
   ZnArray<ZnString> stored;
   wrapper()->getCenterLineDependencyKeys(stored);
-  if (stored.isEmpty()) return Quorl::eOk;
   const ZnString current = centerLineKeys_.isEmpty() ? ZnString() : centerLineKeys_.first();
-  return stored.first() == current ? Quorl::eOk : wrapper()->renameCenterLineKey(stored.first(), current);
+  if (stored.isEmpty()) return current.isEmpty() ? Quorl::eOk : wrapper()->startCenterLine(current);
+  if (stored.first() == current) return Quorl::eOk;
+  return senseOf(pattern_.memberChain, stored.first()) < 0
+             ? wrapper()->reverseCenterLineKey(stored.first(), current)
+             : wrapper()->renameCenterLineKey(stored.first(), current);
 }
 
 // Lets the pattern redraw its pitch center mark once it has lost its edges. The arms are told apart by where
@@ -154,10 +183,10 @@ ZnPatternDrawing ZnDbCenterMarkPatternLayout::drawingInBlock(const ZnArray<ZnGeC
   ZnPatternAnalysis inBlock = pattern_;
   if (computeBlockTransform(curves, keys)) inBlock.transformBy(transform_.inverse());
   const double standard = ZnTorviStyle::getCenterOvershoot();
-  ZnPatternOvershoots overshoots{standard, standard};
+  ZnPatternOvershoots overshoots{standard, standard, standard};
   if (const WrapperPointer& pattern = wrapper(); pattern.openStatus() == Quorl::eOk) {
     const ZnString key = centerLineKeys_.isEmpty() ? ZnString() : centerLineKeys_.first();
-    overshoots = {pattern->startOvershoot(key), pattern->endOvershoot(key)};
+    overshoots = {pattern->startOvershoot(key), pattern->endOvershoot(key), pattern->memberOvershoot()};
   }
   return ZnPatternDrawing(std::move(inBlock), centerObject_, settings_.showPitchCenterMark, overshoots);
 }
@@ -165,63 +194,6 @@ ZnPatternDrawing ZnDbCenterMarkPatternLayout::drawingInBlock(const ZnArray<ZnGeC
 ErrorStatus ZnDbCenterMarkPatternLayout::generatePattern(ZnArray<ZnGeCurve3d*>& curves,
                                                          ZnArray<ZnString>& keys) {
   drawingInBlock(curves, keys).generate(curves, keys);
-  return Quorl::eOk;
-}
-
-// What is remembered says nothing of a plane: it is that of the block. A pattern in another one keeps its
-// shape.
-bool ZnDbCenterMarkPatternLayout::isFlatInBlock() const {
-  ZnArray<ZnDbObjectId> ids;
-  torvi::curvesOfReference(wrapper()->getOutputEdge(Body::majorAxisKey()), ids, false);
-  const auto isFlat = [](const ZnGePoint3d& point) { return std::fabs(point.z) <= kPatternTolerance; };
-  return std::all_of(ids.begin(), ids.end(), [&](ZnDbObjectId id) {
-    ZnDbHolder<ZnDbLine> line(id);
-    return !line.isOpen() || (isFlat(line->startPoint()) && isFlat(line->endPoint()));
-  });
-}
-
-// What is remembered of a ring: its pitch circle, and the members on the arms of the mark in its middle.
-ZnPatternAnalysis ZnDbCenterMarkPatternLayout::recallPattern(const ZnGeCircArc3d& pitchCircle) const {
-  ZnPatternAnalysis recalled;
-  recalled.patternType = kCenterPatternPolar;
-  recalled.fullPcd = settings_.fullPcd;
-  recalled.majorCurve = pitchCircle;
-  pitchCircle.getPlane(recalled.patternPlane);
-  ZnArray<ZnDbEdgeRef> edges;
-  wrapper()->getEdgeRefs(edges);
-  const ZnGeCircArc3d none(ZnGePoint3d::kOrigin, ZnGeVector3d::kZAxis, 0.0);
-  for (int i = 0; i < edges.length(); ++i) recalled.circles.append(none);
-  const double radius = pitchCircle.radius();
-  const ZnGePoint3d ends[] = {
-      {-radius, 0.0, 0.0}, {radius, 0.0, 0.0}, {0.0, -radius, 0.0}, {0.0, radius, 0.0}};
-  // No member is the first or the last: nobody knows any more.
-  recalled.memberChain.append(-1);
-  for (int arm = 0; arm < 4; ++arm) {
-    int index = -1;
-    double memberRadius = 0.0;
-    const auto line = static_cast<ZnCenterMarkSubEntType>(eLeftLine + arm);
-    if (!wrapper()->getCachedInputEdgeOnMajorAxis(line, index, memberRadius)) continue;
-    if (index >= recalled.circles.length()) continue;
-    recalled.axisMembers[static_cast<size_t>(recalled.axisOfArm(arm))] = index;
-    recalled.circles[index] = ZnGeCircArc3d(ends[arm], recalled.patternPlane.normal(), memberRadius);
-    recalled.memberChain.append(index);
-  }
-  recalled.memberChain.append(-1);
-  return recalled;
-}
-
-// Without its edges a pattern draws what it remembers: the pitch center's mark and the marks of the members
-// on its arms, which are a part of it.
-ErrorStatus ZnDbCenterMarkPatternLayout::generateUnassociated(ZnArray<ZnGeCurve3d*>& curves,
-                                                              ZnArray<ZnString>& keys) {
-  const bool isMarkedRing = settings_.patternType == kCenterPatternPolar && settings_.showPitchCenterMark;
-  if (!isMarkedRing || !isFlatInBlock()) return Quorl::eOk;
-  ZnGeCircArc3d pitchCircle;
-  if (const ErrorStatus status = wrapper()->getRefCircle(pitchCircle); status != Quorl::eOk) return status;
-  pitchCircle.transformBy(transform_.inverse());
-  const ZnPatternDrawing drawing(recallPattern(pitchCircle), centerObject_, true, {});
-  drawing.generateMemberMarks(curves, keys);
-  drawing.generatePitchCenterMark(curves, keys);
   return Quorl::eOk;
 }
 

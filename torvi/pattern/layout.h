@@ -89,9 +89,6 @@ private:
   Quorl::ErrorStatus syncStoredCenterLineKey();
   Quorl::ErrorStatus cacheAxisMembers();
   ZnPatternDrawing drawingInBlock(const ZnArray<ZnGeCurve3d*>& curves, const ZnArray<ZnString>& keys);
-  bool isFlatInBlock() const;
-  ZnPatternAnalysis recallPattern(const ZnGeCircArc3d& pitchCircle) const; // in block coordinates
-  Quorl::ErrorStatus generateUnassociated(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys);
 
   mutable std::unique_ptr<WrapperPointer> wrapper_;
 };

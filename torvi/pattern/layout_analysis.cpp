@@ -63,7 +63,7 @@ void ZnDbCenterMarkPatternLayout::adoptPatternType(CenterMarkPatternType type) {
 
 ZnPatternMembers ZnDbCenterMarkPatternLayout::collectMembersOnCurve(const ZnGeCurve2d& curve,
                                                                     ZnPatternCenters& centers) const {
-  return membersOnCurve(curve, centers, ZnGeTol(kPatternTolerance, kPatternTolerance));
+  return membersOnCurve(curve, centers);
 }
 
 ZnArray<ZnArray<int>> ZnDbCenterMarkPatternLayout::memberChains() const {

@@ -76,6 +76,23 @@ ErrorStatus ZnDbCenterMarkPatternObjectWrapper::renameCenterLineKey(const ZnStri
   return change<Body>(actionBody(), &Body::renameCenterLineKey, oldKey, newKey);
 }
 
+ErrorStatus ZnDbCenterMarkPatternObjectWrapper::reverseCenterLineKey(const ZnString& oldKey,
+                                                                     const ZnString& newKey) {
+  return change<Body>(actionBody(), &Body::reverseCenterLineKey, oldKey, newKey);
+}
+
+ErrorStatus ZnDbCenterMarkPatternObjectWrapper::startCenterLine(const ZnString& key) {
+  return change<Body>(actionBody(), &Body::startCenterLine, key);
+}
+
+double ZnDbCenterMarkPatternObjectWrapper::memberOvershoot() const {
+  return ask<Body>(actionBody(), 0.0, &Body::memberOvershoot);
+}
+
+double ZnDbCenterMarkPatternObjectWrapper::pitchRadius() const {
+  return ask<Body>(actionBody(), 0.0, &Body::pitchRadius);
+}
+
 ErrorStatus ZnDbCenterMarkPatternObjectWrapper::getCenterLineEndPoints(const ZnString& key,
                                                                        ZnGePoint3d& start,
                                                                        ZnGePoint3d& end) const {

@@ -20,6 +20,7 @@ public:
   Quorl::ErrorStatus setReferenceEdge(const ZnDbEdgeRef& edge, double pickParam);
   bool getCachedInputEdgeOnMajorAxis(ZnCenterMarkSubEntType type, int& index, double& radius) const;
   Quorl::ErrorStatus cacheInputEdgesOnMajorAxis(const int (&indices)[4], const double (&radii)[4]);
+  double pitchRadius() const; // in the size of the block
 
   // Center lines. Setting validates: no length below zero, no unknown key.
   double startOvershoot(const ZnString& key) const;
@@ -28,6 +29,9 @@ public:
   Quorl::ErrorStatus setEndOvershoot(const ZnString& key, double value);
   Quorl::ErrorStatus getCenterLineDependencyKeys(ZnArray<ZnString>& keys) const;
   Quorl::ErrorStatus renameCenterLineKey(const ZnString& oldKey, const ZnString& newKey);
+  Quorl::ErrorStatus reverseCenterLineKey(const ZnString& oldKey, const ZnString& newKey);
+  Quorl::ErrorStatus startCenterLine(const ZnString& key);
+  double memberOvershoot() const;
   // In the coordinates of the pattern's space; eNothingToDo for a polar pattern.
   Quorl::ErrorStatus getCenterLineEndPoints(const ZnString& key, ZnGePoint3d& start, ZnGePoint3d& end) const;
 };

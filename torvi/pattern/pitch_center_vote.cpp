@@ -175,7 +175,7 @@ private:
     // Of the triples through the user's own centers there are few, among candidates that may be many.
     const bool isTabled = fixed_ == 0;
     if (isTabled) distances_.resize(static_cast<size_t>(count_) * static_cast<size_t>(count_));
-    votes_.reserve(static_cast<size_t>(count_));
+    votes_.resize(static_cast<size_t>(count_) * kMostCells);
     double size = 0.0;
     for (int i = 0; i < count_; ++i) {
       size = std::max({size, std::fabs(centers_[i].x), std::fabs(centers_[i].y)});
@@ -214,12 +214,12 @@ private:
       for (int j = fixed_ == 2 ? std::min(1, count_ - 1) : i - 1; j >= 0; --j) {
         if (distance(i, j) < tol_.equalPoint()) continue;
         collectVotesOf(i, j, fetch);
-        if (std::any_of(votes_.begin(), votes_.end(), take)) return;
+        if (std::any_of(votes_.data(), votes_.data() + cast_, take)) return;
       }
   }
 
   template<class Fetch> void collectVotesOf(int i, int j, Fetch&& fetch) {
-    votes_.clear();
+    cast_ = 0;
     const ZnGePoint2d first = centers_[i];
     const ZnGeVector2d b = centers_[j] - first;
     const double lengthB = distance(i, j), least = tol_.equalPoint();
@@ -232,21 +232,50 @@ private:
       const ZnGeVector2d offset = ZnGe::circumcenterOffset(b, c);
       const double longest = std::max({lengthB, lengthC, closing});
       if (!votes(i, j, k, offset, longest * longest)) continue;
-      const ZnGePoint2d center = first + offset;
-      Vote vote{
-          {roundHalfAway(center.x / step_) * step_, roundHalfAway(center.y / step_) * step_}, offset, 0};
-      vote.hash = PointCounts::hashOf(vote.center);
-      fetch(vote.hash);
-      votes_.push_back(vote);
+      castVote(first + offset, offset, fetch);
     }
   }
 
+  // For the cell that holds the center, and for each next one whose border is near: equal centers that
+  // rounding leaves on both sides of it still meet.
+  template<class Fetch> void castVote(const ZnGePoint2d& center, const ZnGeVector2d& offset, Fetch&& fetch) {
+    const double x = center.x / step_, y = center.y / step_;
+    const double column = roundHalfAway(x), row = roundHalfAway(y);
+    castInCell(column, row, offset, fetch);
+    if (std::max(std::fabs(x - column), std::fabs(y - row)) > 0.5 - kNearBorder)
+      castBeside(column, row, nextCell(x - column), nextCell(y - row), offset, fetch);
+  }
+
+  // Few votes come here, and the loop above stays short without it.
+  template<class Fetch>
+  [[gnu::noinline]] void castBeside(double column, double row, double besideX, double besideY,
+                                    const ZnGeVector2d& offset, Fetch&& fetch) {
+    if (besideX != 0.0) castInCell(column + besideX, row, offset, fetch);
+    if (besideY != 0.0) castInCell(column, row + besideY, offset, fetch);
+    if (besideX != 0.0 && besideY != 0.0) castInCell(column + besideX, row + besideY, offset, fetch);
+  }
+
+  template<class Fetch>
+  [[gnu::always_inline]] void castInCell(double column, double row, const ZnGeVector2d& offset,
+                                         Fetch&& fetch) {
+    const ZnGePoint2d center(column * step_, row * step_);
+    const std::uint64_t hash = PointCounts::hashOf(center);
+    fetch(hash);
+    votes_[cast_++] = {center, offset, hash};
+  }
+
+  // Which cell is next to a place in this one, from -0.5 to 0.5; 0 for a place away from its borders.
+  static double nextCell(double place) {
+    return std::fabs(place) > 0.5 - kNearBorder ? std::copysign(1.0, place) : 0.0;
+  }
+
   // Takes a vote with the count that its center has by it; true when no other can overtake any more. With the
-  // user's own centers a tie goes to the smaller circle, without them to the later.
+  // user's own centers a tie goes to the smaller circle, and to the first of equal ones; without them to the
+  // later.
   bool lead(const Vote& vote, std::uint32_t votes) {
     if (votes < best_) return false;
     const double radius = fixed_ == 0 ? 0.0 : vote.offset.length();
-    if (votes == best_ && fixed_ != 0 && !(radius < bestRadius_)) return false;
+    if (votes == best_ && fixed_ != 0 && !(radius < bestRadius_ - tol_.equalPoint())) return false;
     best_ = votes;
     bestRadius_ = radius;
     winner_ = vote.center;
@@ -259,6 +288,9 @@ private:
   static constexpr size_t kMostBuckets = 1 << 25;
   // Share of the radius by which an arc of the least span departs from its chord, rounded down.
   static constexpr double kLeastSagitta = 1.0 / 128.0;
+  static constexpr size_t kMostCells = 4; // that one vote falls on
+  // Share of a cell: wide against what rounding does to a center, and so narrow that few votes count twice.
+  static constexpr double kNearBorder = 1.0 / 64.0;
 
   const ZnArray<ZnGePoint2d>& centers_;
   int count_, fixed_;
@@ -267,7 +299,8 @@ private:
   std::int64_t limit_ = 0; // about half of all centers are on one circle, and no other can overtake
   std::vector<double> distances_;
   double leastRadius_ = 0.0, shorterSqrd_ = 0.0, longerSqrd_ = 0.0;
-  std::vector<Vote> votes_;
+  std::vector<Vote> votes_; // of the pair at hand, as many as cast_ says
+  size_t cast_ = 0;
   PointCounts counts_;
   std::uint32_t best_ = 0;
   double bestRadius_ = 0.0;

@@ -2,7 +2,6 @@
 
 #include "torvi/core/object_pointer.h"
 #include "torvi/pattern/object_wrapper.h"
-#include "torvi/style/style.h"
 
 using Quorl::ErrorStatus;
 
@@ -91,8 +90,9 @@ void ZnDbCenterMarkPatternTransientLayout::settleCursorMember() {
   if (place < 0 || !line) return;
   const ZnDbTorviObjectPointer<ZnDbCenterMarkPatternObjectWrapper> pattern(centerObject());
   if (pattern.openStatus() != Quorl::eOk) return;
-  // Pieces reckon with the standard overshoot; the difference to the object's own goes to its end.
-  const double standard = ZnTorviStyle::getCenterOvershoot();
+  // Pieces reckon with the overshoot of the pattern's making; the difference to the line's own goes to its
+  // end.
+  const double standard = pattern->memberOvershoot();
   const ZnString& key = centerLineKeys_.first();
   const double shift =
       isFirst ? standard - pattern->startOvershoot(key) : pattern->endOvershoot(key) - standard;

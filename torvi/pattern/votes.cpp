@@ -1,4 +1,7 @@
-// The votes that are cheap: over centers, and over pairs of them.
+// The votes that are cheap: over centers, and over pairs of them. Votes are counted around each ballot rather
+// than in steps of a fixed scale, where rounding can divide equal ones; and who wins among equals is decided
+// by the order in which circles were named, so that it does not matter where a pattern lies and how it is
+// turned.
 #include "torvi/pattern/votes.h"
 
 #include <algorithm>
@@ -15,87 +18,129 @@ int votersOf(const ZnArray<ZnGePoint2d>& centers, int fixedCount) {
   return fixedCount < 1 ? centers.length() : std::min(fixedCount, centers.length());
 }
 
-// Orders the ballots and gives the value that stands there most often: among equals the one cast last, and
-// among the others the smallest. values counts the different ones.
-double mostVotedValue(std::vector<double>& ballots, int& values) {
-  values = 0;
-  if (ballots.empty()) return 0.0;
-  const double last = ballots.back();
-  std::sort(ballots.begin(), ballots.end());
-  double winner = last;
-  auto most = std::count(ballots.begin(), ballots.end(), last);
-  for (auto run = ballots.begin(); run != ballots.end(); ++values) {
-    const auto end = std::upper_bound(run, ballots.end(), *run);
-    if (end - run > most) {
-      most = end - run;
-      winner = *run;
-    }
-    run = end;
+// Ballots in order of their values, and how many of them lie within a reach.
+class Ballots {
+public:
+  void add(double value) { values_.push_back(value); }
+  void sort() { std::sort(values_.begin(), values_.end()); }
+  int within(double value, double reach) const {
+    const auto from = std::lower_bound(values_.begin(), values_.end(), value - reach);
+    return static_cast<int>(std::upper_bound(from, values_.end(), value + reach) - from);
+  }
+  double meanWithin(double value, double reach) const {
+    const auto from = std::lower_bound(values_.begin(), values_.end(), value - reach);
+    const auto to = std::upper_bound(from, values_.end(), value + reach);
+    double sum = 0.0;
+    for (auto ballot = from; ballot != to; ++ballot) sum += *ballot - value;
+    return from == to ? value : value + sum / static_cast<double>(to - from);
+  }
+
+private:
+  std::vector<double> values_;
+};
+
+// The first of the values around which most ballots lie.
+double mostVotedValue(const std::vector<double>& values, double reach, Ballots& ballots) {
+  for (const double value : values) ballots.add(value);
+  ballots.sort();
+  int most = 0;
+  double winner = 0.0;
+  for (const double value : values) {
+    const int votes = ballots.within(value, reach);
+    if (votes <= most) continue;
+    most = votes;
+    winner = value;
   }
   return winner;
+}
+
+// A line through two centers.
+struct CenterPair {
+  ZnGeVector2d way;
+  double angle = 0.0; // in [0, pi)
+  double reach = 0.0; // by which the angle may be another
+};
+
+std::vector<CenterPair> pairsOf(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol) {
+  const int voters = fixedCount < 2 ? centers.length() : votersOf(centers, fixedCount);
+  std::vector<CenterPair> pairs;
+  for (int i = 1; i < voters; ++i) {
+    for (int j = 0; j < (fixedCount == 1 ? 1 : i); ++j) {
+      CenterPair pair;
+      pair.way = centers[i] - centers[j];
+      const double length = pair.way.length();
+      if (length <= tol.equalPoint()) continue;
+      pair.angle = pair.way.angle();
+      if (pair.angle >= std::numbers::pi) pair.angle -= std::numbers::pi;
+      pair.reach = std::clamp(tol.equalPoint() / length, kLeastDirectionReach, kMostDirectionReach);
+      pairs.push_back(pair);
+    }
+  }
+  return pairs;
+}
+
+double angleBetween(double a, double b) {
+  const double apart = std::fabs(a - b);
+  return std::min(apart, std::numbers::pi - apart);
 }
 
 } // namespace
 
 bool votePitchRadius(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
                      const ZnGePoint2d& pitchCenter, double& radius) {
-  const double step = tol.equalPoint() * 0.5;
+  const double reach = tol.equalPoint() * 0.5;
   std::vector<double> distances;
-  for (int i = votersOf(centers, fixedCount) - 1; i >= 0; --i) {
-    const double distance = roundedToStep(pitchCenter.distanceTo(centers[i]), step);
-    if (distance != 0.0) distances.push_back(distance);
-  }
-  // Counted as they come: a value takes the lead when it draws level.
-  std::ptrdiff_t most = 0;
-  for (auto ballot = distances.begin(); ballot != distances.end(); ++ballot) {
-    const auto votes = std::count(distances.begin(), ballot + 1, *ballot);
-    if (votes < most) continue;
-    most = votes;
-    radius = *ballot;
-  }
-  return most > 0;
+  for (int i = 0; i < votersOf(centers, fixedCount); ++i)
+    if (const double distance = pitchCenter.distanceTo(centers[i]); distance > reach)
+      distances.push_back(distance);
+  if (distances.empty()) return false;
+  Ballots ballots;
+  const double winner = mostVotedValue(distances, reach, ballots);
+  radius = ballots.meanWithin(winner, reach);
+  return true;
 }
 
 ZnPatternDirectionVote voteDirection(const ZnArray<ZnGePoint2d>& centers, int fixedCount,
                                      const ZnGeTol& tol) {
-  const double step = tol.equalPoint() * kDirectionStepShare;
-  const int voters = fixedCount < 2 ? centers.length() : votersOf(centers, fixedCount);
-  std::vector<double> angles;
-  for (int i = voters - 1; i >= 1; --i) {
-    for (int j = fixedCount == 1 ? 0 : i - 1; j >= 0; --j) {
-      const ZnGeLine2d line(centers[i], centers[j]);
-      if (line.isDegenerate(tol)) continue;
-      double angle = line.direction().angle();
-      if (angle >= std::numbers::pi) angle -= std::numbers::pi;
-      const bool isHalfTurn = std::fabs(angle - std::numbers::pi) < step;
-      angles.push_back(isHalfTurn ? 0.0 : roundedToStep(angle, step));
-    }
+  const std::vector<CenterPair> pairs = pairsOf(centers, fixedCount, tol);
+  Ballots ballots;
+  for (const CenterPair& pair : pairs) {
+    ballots.add(pair.angle);
+    // Next to either end of the range it also stands beyond the other.
+    if (pair.angle < kMostDirectionReach) ballots.add(pair.angle + std::numbers::pi);
+    if (pair.angle > std::numbers::pi - kMostDirectionReach) ballots.add(pair.angle - std::numbers::pi);
   }
+  ballots.sort();
   ZnPatternDirectionVote vote;
-  vote.angle = mostVotedValue(angles, vote.values);
+  vote.lines = static_cast<int>(pairs.size());
+  const CenterPair* winner = nullptr;
+  for (const CenterPair& pair : pairs) {
+    const int votes = ballots.within(pair.angle, pair.reach);
+    if (votes <= vote.votes) continue;
+    vote.votes = votes;
+    winner = &pair;
+  }
+  double longest = 0.0;
+  for (const CenterPair& pair : pairs) {
+    if (angleBetween(pair.angle, winner->angle) > winner->reach || pair.way.length() <= longest) continue;
+    longest = pair.way.length();
+    vote.direction = pair.way / longest;
+  }
+  // To the right or straight up, also where rounding makes a level line fall.
+  const double fall = -vote.direction.y;
+  if (fall > kLeastDirectionReach || (fall >= -kLeastDirectionReach && vote.direction.x < 0.0))
+    vote.direction = -vote.direction;
   return vote;
 }
 
 ZnGePoint2d voteLinePoint(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
                           const ZnGeVector2d& direction) {
-  const ZnGeLine2d xAxis(ZnGePoint2d::kOrigin, ZnGeVector2d::kXAxis);
-  const ZnGeLine2d yAxis(ZnGePoint2d::kOrigin, ZnGeVector2d::kYAxis);
-  const double step = tol.equalPoint() * 0.5;
-  // A voted direction is rounded, so no column is parallel to y to the last bit.
-  const bool isVertical = ZnGeLine2d(ZnGePoint2d::kOrigin, direction).isParallelTo(yAxis, tol);
-  std::vector<double> onX, onY;
-  for (int i = votersOf(centers, fixedCount) - 1; i >= 0; --i) {
-    const ZnGeLine2d line(centers[i], direction);
-    ZnGePoint2d crossing;
-    if (!isVertical) {
-      line.intersectWith(yAxis, crossing);
-      onY.push_back(roundedToStep(crossing.y, step));
-    } else {
-      line.intersectWith(xAxis, crossing);
-      onX.push_back(roundedToStep(crossing.x, step));
-    }
-  }
-  int values = 0;
-  const double x = mostVotedValue(onX, values), y = mostVotedValue(onY, values);
-  return isVertical ? ZnGePoint2d(x, 0.0) : ZnGePoint2d(0.0, y);
+  const ZnGeVector2d across = direction.normal().perpVector();
+  std::vector<double> offsets;
+  for (int i = 0; i < votersOf(centers, fixedCount); ++i)
+    offsets.push_back((centers[i] - ZnGePoint2d::kOrigin).dotProduct(across));
+  Ballots ballots;
+  const double winner = mostVotedValue(offsets, tol.equalPoint(), ballots);
+  const auto first = std::find(offsets.begin(), offsets.end(), winner);
+  return first == offsets.end() ? ZnGePoint2d::kOrigin : centers[static_cast<int>(first - offsets.begin())];
 }

@@ -7,27 +7,28 @@
 #include "torvi/host/geometry.h"
 #include "torvi/host/runtime.h"
 
-// A value counted in steps: all that round to the same multiple are one.
-inline double roundedToStep(double value, double step) { return std::round(value / step) * step; }
-
 // The center, rounded, of most of the circles through three centers. Triples within a fifteenth of half a
 // turn say nothing about a center and don't vote; false when no triple does. Cubic in the number of centers.
 TORVI_EXPORT bool votePitchCenter(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
                                   ZnGePoint2d& pitchCenter);
 
-// The distance, rounded, that most centers have from the pitch center; false when all lie on it.
+// The distance that most centers have from the pitch center, within the tolerance; false when all lie on it.
+// Of distances with as many votes that of the center named first counts.
 TORVI_EXPORT bool votePitchRadius(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
                                   const ZnGePoint2d& pitchCenter, double& radius);
 
-// The direction, in [0, pi), of most of the lines through two centers.
+// The direction of most of the lines through two centers, that of the two farthest apart among these, to the
+// right or straight up. Lines count as parallel as far as the tolerance of their ends allows. Of directions
+// with as many lines that with the centers named first counts.
 struct ZnPatternDirectionVote {
-  int values = 0; // how many different directions got a vote
-  double angle = 0.0;
+  int lines = 0; // through two centers that are not one place
+  int votes = 0; // of them, for the direction
+  ZnGeVector2d direction;
 };
 TORVI_EXPORT ZnPatternDirectionVote voteDirection(const ZnArray<ZnGePoint2d>& centers, int fixedCount,
                                                   const ZnGeTol& tol);
 
-// A point of the line in that direction that passes through most centers: where it meets the y axis, or the x
-// axis if it is parallel to y.
+// The center on whose line in that direction most centers lie: of such lines the one with the center named
+// first.
 TORVI_EXPORT ZnGePoint2d voteLinePoint(const ZnArray<ZnGePoint2d>& centers, int fixedCount,
                                        const ZnGeTol& tol, const ZnGeVector2d& direction);
