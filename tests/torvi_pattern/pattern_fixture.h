@@ -162,6 +162,11 @@ protected:
       if (Drawn texts = drawn(pattern, key.utf8()); !texts.empty()) all[key.utf8()] = texts;
     return all;
   }
+  static std::string keysOf(ZnDbObjectId pattern) {
+    std::string text;
+    for (const auto& row : drawing(pattern)) text += (text.empty() ? "" : " ") + row.first;
+    return text;
+  }
   // As if it had been made over the holes that are there, which keep their numbers.
   void expectAsIfMadeNow(ZnDbObjectId pattern, const Ids& holes, const Wish& wish) {
     Ids present;
@@ -182,7 +187,7 @@ protected:
     EXPECT_GT(made.size(), 2u);
     EXPECT_EQ(drawing(pattern), made);
     // Outputs are compared by their keys: their order in the block is that of their history.
-    EXPECT_EQ(Wrapper(pattern).doesActionMatchCurrentGeometry(), present.size() == holes.size());
+    EXPECT_TRUE(Wrapper(pattern).doesActionMatchCurrentGeometry());
     erase(fresh);
     EXPECT_EQ(statusOf(pattern), kIsUpToDateAssocStatus);
   }

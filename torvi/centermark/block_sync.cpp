@@ -104,6 +104,18 @@ void applyBlockScaleToExtensions(ZnDbObjectId centerObject) {
   mark->setVerticalEndExtension(top * scale);
 }
 
+// The circle of such a mark is read from the reference, so it is set upright before anything is measured by
+// it: what is drawn this time is to the last digit what is drawn the next.
+void setBlockUpright(ZnDbObjectId centerObject) {
+  ZnDbHolder<ZnDbBlockReference> reference;
+  const MarkPointer mark(centerObject);
+  if (mark.openStatus() != Quorl::eOk || mark->isAssociative() ||
+      reference.openForWrite(centerObject) != Quorl::eOk)
+    return;
+  const ZnGeMatrix3d upright = torvi::rigidPartOf(reference->blockTransform());
+  if (!torvi::areExactlyEqual(upright, reference->blockTransform())) reference->setBlockTransform(upright);
+}
+
 // Turning one axis round and exchanging what lies on it leaves the look as it is, whichever axis that is.
 // That of the plane has nothing on it and is turned if the circle was mirrored too and looks that way; else
 // the one that points backwards; where neither does, or rounding would decide, the vertical one.

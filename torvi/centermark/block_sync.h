@@ -15,6 +15,8 @@ TORVI_EXPORT Quorl::ErrorStatus computeCenterMarkTransform(ZnDbObjectId centerOb
 // A mark without its circle that was scaled takes the scale into its extensions; those that followed the
 // circle get a fixed length by that.
 TORVI_EXPORT void applyBlockScaleToExtensions(ZnDbObjectId centerObject);
+// Takes scale and skew out of the reference of a mark without its circle.
+void setBlockUpright(ZnDbObjectId centerObject);
 // Mirrors the reference back and exchanges lengths and visibility of the two sides instead: it looks as
 // before.
 TORVI_EXPORT void undoCenterMarkMirror(ZnDbObjectId centerObject);
