@@ -101,9 +101,9 @@ TEST_F(Sizes, ByLayerMeansTheLayersLinetype) {
   change<ZnDbLayerTableRecord>(layerOf(mark), [&](auto& layer) { layer.setLinetypeObjectId(dashed); });
   const std::pair<ZnDbObjectId, ZnDbObjectId> rows[] = {{db_->byLayerLinetype(), dashed},
                                                         {db_->byBlockLinetype(), db_->byBlockLinetype()}};
-  for (const auto& [own, effective] : rows) {
-    change<ZnDbEntity>(mark, [&](ZnDbEntity& entity) { entity.setLinetype(own); });
-    EXPECT_EQ(getEffectiveLinetypeId(ZnDbCenterMarkPropsProvider(mark)), effective);
+  for (const auto& row : rows) {
+    change<ZnDbEntity>(mark, [&](ZnDbEntity& entity) { entity.setLinetype(row.first); });
+    EXPECT_EQ(getEffectiveLinetypeId(ZnDbCenterMarkPropsProvider(mark)), row.second);
   }
   evaluate(mark);
   zndbHostApplicationServices()->setWorkingDatabase(nullptr);

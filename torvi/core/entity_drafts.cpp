@@ -13,10 +13,21 @@ bool haveSameShape(const ZnDbLine& a, const ZnDbLine& b) {
   return isExactly(a.startPoint(), b.startPoint()) && isExactly(a.endPoint(), b.endPoint());
 }
 
-bool haveSameShape(const ZnDbArc& a, const ZnDbArc& b) {
-  return isExactly(a.center(), b.center()) && a.radius() == b.radius() &&
-         isExactly(ZnGePoint3d() + a.normal(), ZnGePoint3d() + b.normal()) &&
-         a.startAngle() == b.startAngle() && a.endAngle() == b.endAngle();
+bool isExactly(const ZnGeVector3d& a, const ZnGeVector3d& b) {
+  return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+
+// A setter brings a normal to unit length, so that of a draft to which nobody gave another may differ in its
+// last digit from the one that it was drafted from.
+bool haveSameNormal(const ZnDbArc& entity, const ZnDbArc& draft) {
+  if (isExactly(entity.normal(), draft.normal())) return true;
+  return isExactly(ZnDbArc(entity.center(), entity.normal(), 0.0, 0.0, 0.0).normal(), draft.normal());
+}
+
+bool haveSameShape(const ZnDbArc& entity, const ZnDbArc& draft) {
+  return isExactly(entity.center(), draft.center()) && entity.radius() == draft.radius() &&
+         haveSameNormal(entity, draft) && entity.startAngle() == draft.startAngle() &&
+         entity.endAngle() == draft.endAngle();
 }
 
 bool haveSameTraits(const ZnDbEntity& a, const ZnDbEntity& b) {
