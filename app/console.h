@@ -15,14 +15,17 @@ public:
   // Standard output carries data that others read: notes go to standard error.
   void setDataOnly(bool dataOnly) { dataOnly_ = dataOnly; }
 
-  void data(const std::string& text) const; // as it is
+  void data(const std::string& text); // as it is
   void note(const std::string& line) const;
   void fault(const Failure& failure) const;
   void fault(const std::string& line) const;
+  // Whether standard output took all data; if not, it was told.
+  bool isDataThrough() const { return dataThrough_; }
 
 private:
   bool quiet_ = false;
   bool dataOnly_ = false;
+  bool dataThrough_ = true;
 };
 
 } // namespace app

@@ -1,4 +1,7 @@
 // The program quorl.
+#include <exception>
+#include <sstream>
+
 #include <CLI/CLI.hpp>
 
 #include "app/center_module.h"
@@ -40,15 +43,23 @@ int main(int argc, char** argv) {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     // Help and version come this way too, with success.
-    return program.exit(error) == 0 ? app::kSuccess : app::kMisused;
+    std::ostringstream help;
+    if (program.exit(error, help) != 0) return app::kMisused;
+    console.data(help.str());
+    return console.isDataThrough() ? app::kSuccess : app::kFailed;
   }
   console.setQuiet(quiet);
   // What modules print is talk for the user, not data.
   znutSetPrintSink(
       [&console](const ZnString& text) { console.note(ZnString(text).trimRight(L"\r\n").utf8()); });
   app::loadCenterModule();
-  const int exitCode = action();
+  int exitCode = app::kFailed;
+  try {
+    exitCode = action();
+  } catch (const std::exception& error) {
+    console.fault(std::string("quorl: ") + error.what());
+  }
   app::unloadCenterModule();
   znutSetPrintSink({});
-  return exitCode;
+  return console.isDataThrough() ? exitCode : app::kFailed;
 }

@@ -25,4 +25,12 @@ bool sparesInputs(const std::vector<std::string>& inputs, const std::vector<std:
   return true;
 }
 
+bool areApart(const std::vector<std::string>& outputs, Failure& failure) {
+  for (size_t i = 0; i < outputs.size(); ++i)
+    for (size_t j = 0; j < i; ++j)
+      if (isSameFile(outputs[i], outputs[j]))
+        return failure.set(outputs[i], 0, "two results would be written to it", "each output once");
+  return true;
+}
+
 } // namespace app

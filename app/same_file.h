@@ -15,4 +15,7 @@ bool isSameFile(const std::string& one, const std::string& other);
 bool sparesInputs(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs,
                   Failure& failure);
 
+// False, with the failure filled in, when two of the names lead to one file.
+bool areApart(const std::vector<std::string>& outputs, Failure& failure);
+
 } // namespace app

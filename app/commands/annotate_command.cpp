@@ -197,7 +197,7 @@ bool planOutputs(const AnnotateOptions& options, Job& job, std::set<std::string>
       return failure.set(output, 0, "can't be written by its ending", "one of " + listOfEndings(isAny));
   job.outputs = outputsOf(options, job.input);
   for (const std::string& target : job.outputs)
-    if (!taken.insert(fs::weakly_canonical(target).string()).second)
+    if (std::error_code unreachable; !taken.insert(fs::weakly_canonical(target, unreachable).string()).second)
       return failure.set(target, 0, "two results would be written to it",
                          "each output once, and inputs with names "
                          "of their own");
@@ -228,8 +228,13 @@ bool isMarkedInPlace(const AnnotateOptions& options, const std::string& output) 
 
 // Nothing else is written over what is read.
 bool checkOutputs(const AnnotateOptions& options, const Console& console, Failure& failure) {
-  std::vector<std::string> written;
-  if (!options.report.empty()) written.push_back(options.report);
+  std::vector<std::string> named = options.outputs, written;
+  std::erase_if(named, isOnlyEnding);
+  if (!options.report.empty()) {
+    named.push_back(options.report);
+    written.push_back(options.report);
+  }
+  if (!areApart(named, failure)) return false;
   for (const std::string& input : options.inputs) {
     for (const std::string& output : outputsOf(options, input)) {
       if (isMarkedInPlace(options, output))

@@ -1,6 +1,4 @@
 // quorl run: a script of drawing commands.
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -15,6 +13,7 @@
 #include "app/same_file.h"
 #include "app/script/script_command.h"
 #include "app/script/script_runner.h"
+#include "quorl/file/disk_file.h"
 
 namespace app {
 
@@ -27,9 +26,8 @@ struct RunOptions {
 };
 
 bool readScript(const std::string& path, std::vector<ScriptLine>& lines, Failure& failure) {
-  std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  if (!file.is_open() || file.bad()) return failure.set(path, 0, "can't be read", "a script");
+  std::string text, fault;
+  if (!zndbReadFile(path, text, fault)) return failure.set(path, 0, "can't be read: " + fault, "a script");
   return parseScript(text, path, lines, failure);
 }
 
@@ -40,9 +38,19 @@ bool writeOutputs(const Drawing& drawing, const std::vector<std::string>& target
   return true;
 }
 
-bool execute(const RunOptions& options, const Console& console, Failure& failure) {
+// A drawing of our own is written back whole, so that it may be worked on in place. Of another's file, the
+// drawing holds a part only.
+std::vector<std::string> inputsToSpare(const RunOptions& options) {
+  std::vector<std::string> inputs = {options.script};
+  const std::optional<Format> format = formatOf(options.drawing);
+  if (format && !isOwn(*format)) inputs.push_back(options.drawing);
+  return inputs;
+}
+
+bool execute(const RunOptions& options, Console& console, Failure& failure) {
   std::vector<ScriptLine> lines;
-  if (!sparesInputs({options.script}, options.outputs, failure)) return false;
+  const std::vector<std::string> read = inputsToSpare(options);
+  if (!areApart(options.outputs, failure) || !sparesInputs(read, options.outputs, failure)) return false;
   if (!readScript(options.script, lines, failure)) return false;
   Drawing drawing;
   if (!options.drawing.empty() && !drawing.open(options.drawing, options.import.readOptions(), failure))
@@ -51,7 +59,8 @@ bool execute(const RunOptions& options, const Console& console, Failure& failure
   OutputBatch outputs;
   ScriptSession session(drawing.database(), console,
                         [&](const std::string& target, const auto& extra, Failure& why) {
-                          return drawing.write(outputs.pendingFor(target), target, why, extra);
+                          return sparesInputs(read, {target}, why) &&
+                                 drawing.write(outputs.pendingFor(target), target, why, extra);
                         });
   Progress progress(options.script, console.isQuiet());
   progress.stage("running");
@@ -59,7 +68,7 @@ bool execute(const RunOptions& options, const Console& console, Failure& failure
          writeOutputs(drawing, options.outputs, outputs, failure) && outputs.commit(failure);
 }
 
-int run(const RunOptions& options, const Console& console) {
+int run(const RunOptions& options, Console& console) {
   Failure failure;
   if (execute(options, console, failure)) return kSuccess;
   console.fault(failure);

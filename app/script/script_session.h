@@ -20,14 +20,14 @@ public:
   using Saver = std::function<bool(const std::string& target, const std::vector<const ZnDbEntity*>& extra,
                                    Failure& failure)>;
 
-  ScriptSession(ZnDbDatabase& database, const Console& console, Saver saver)
+  ScriptSession(ZnDbDatabase& database, Console& console, Saver saver)
       : database_(database)
       , console_(console)
       , saver_(std::move(saver))
       , index_(database) {}
 
   ZnDbDatabase& database() { return database_; }
-  const Console& console() const { return console_; }
+  Console& console() const { return console_; }
   bool save(const std::string& target, Failure& failure) { return saver_(target, {}, failure); }
   bool savePicture(const std::string& target, const std::vector<const ZnDbEntity*>& extra, Failure& failure) {
     return saver_(target, extra, failure);
@@ -50,7 +50,7 @@ public:
 
 private:
   ZnDbDatabase& database_;
-  const Console& console_;
+  Console& console_;
   Saver saver_;
   SpaceIndex index_;
   std::map<std::string, ZnDbObjectId> names_;

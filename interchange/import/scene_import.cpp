@@ -9,12 +9,10 @@
 #include "quorl/db/core/database.h"
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/table/block_table.h"
+#include "quorl/file/disk_file.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <system_error>
 
@@ -140,12 +138,8 @@ bool importScene(const Scene& scene, ZnDbDatabase& database, ImportReport& repor
 
 bool importSvgFile(const std::string& path, const ReadOptions& options, ZnDbDatabase& database,
                    ImportReport& report, Quorl::Failure& error) {
-  std::error_code status;
-  std::ifstream file(path, std::ios::binary);
-  if (!file || std::filesystem::is_directory(path, status)) {
-    return error.set(path, 0, "the file cannot be read", "a readable SVG file");
-  }
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::string text, fault;
+  if (!zndbReadFile(path, text, fault)) return error.set(path, 0, "can't be read: " + fault, "an SVG file");
   const SvgReadResult read = readSvg(text, path, options);
   if (read.error) {
     error = *read.error;

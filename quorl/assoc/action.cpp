@@ -16,12 +16,6 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbAssocAction, ZnDbObject, L"ASSOCACTION")
 
 namespace {
 
-// The dependency at an id, null for one that is erased.
-ZnDbAssocDependency* liveDependency(ZnDbObjectId id) {
-  if (id.isErased() || !id.isDerivedFrom(ZnDbAssocDependency::desc())) return nullptr;
-  return static_cast<ZnDbAssocDependency*>(id.slot()->object);
-}
-
 bool takeOut(std::vector<ZnDbObjectId>& list, ZnDbObjectId id) {
   const auto found = std::find(list.begin(), list.end(), id);
   if (found == list.end()) return false;
@@ -129,7 +123,7 @@ ErrorStatus ZnDbAssocAction::getDependencies(bool readOnesWanted, bool writeOnes
                                              ZnArray<ZnDbObjectId>& ids) const {
   ids.removeAll();
   for (const ZnDbObjectId id : dependencies_) {
-    const ZnDbAssocDependency* dependency = liveDependency(id);
+    const ZnDbAssocDependency* dependency = ZnDbAssocDependency::live(id);
     if (!dependency) continue;
     if ((readOnesWanted && dependency->isReadDependency()) ||
         (writeOnesWanted && dependency->isWriteDependency()))
@@ -312,7 +306,7 @@ ErrorStatus ZnDbAssocAction::getActionsDependentOnObject(ZnDbObjectId object, bo
   const std::uint32_t query = ++queries;
   const ZnDbWatchLink* link = first;
   do {
-    const ZnDbAssocDependency* dependency = liveDependency(link->watcher);
+    const ZnDbAssocDependency* dependency = ZnDbAssocDependency::live(link->watcher);
     link = link->next;
     if (!dependency) continue;
     const bool wanted =
@@ -326,14 +320,13 @@ ErrorStatus ZnDbAssocAction::getActionsDependentOnObject(ZnDbObjectId object, bo
 }
 
 ErrorStatus ZnDbAssocAction::subErase(bool erasing) {
-  if (erasing) {
-    erasedWithAction_.clear();
-    for (const auto* list : {&params_, &dependencies_})
-      for (const ZnDbObjectId id : *list)
-        if (!id.isErased()) erasedWithAction_.push_back(id);
-    if (!bodyId_.isErased()) erasedWithAction_.push_back(bodyId_);
+  if (!erasing) {
+    erasedTogether_.bringBack();
+    return Quorl::eOk;
   }
-  const std::vector<ZnDbObjectId> owned = erasedWithAction_;
-  for (const ZnDbObjectId id : owned) eraseObject(id, erasing);
+  std::vector<ZnDbObjectId> owned = params_;
+  owned.insert(owned.end(), dependencies_.begin(), dependencies_.end());
+  owned.push_back(bodyId_);
+  erasedTogether_.erase(owned);
   return Quorl::eOk;
 }

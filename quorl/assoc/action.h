@@ -6,6 +6,7 @@
 
 #include "quorl/assoc/assoc_status.h"
 #include "quorl/assoc/value_param.h"
+#include "quorl/db/core/erased_together.h"
 #include "quorl/db/core/object.h"
 
 class ZnDbAssocActionBody;
@@ -116,7 +117,7 @@ private:
   bool queued_ = false; // stands in the list of marked actions of its network
   ZnDbObjectId bodyId_;
   std::vector<ZnDbObjectId> dependencies_, params_;
-  std::vector<ZnDbObjectId> erasedWithAction_;
+  ZnDbErasedTogether erasedTogether_;
   ZnDbAssocValueParamList values_;
   size_t placeInNetwork_ = 0;
   mutable std::vector<ParamGroup> groups_;

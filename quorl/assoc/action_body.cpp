@@ -102,8 +102,8 @@ ErrorStatus ZnDbAssocActionBody::evaluateDependencies() {
   if (!parent) return Quorl::eNotInDatabase;
   ErrorStatus status = Quorl::eOk;
   for (const ZnDbObjectId id : parent->dependencyIds()) {
-    if (id.isErased()) continue;
-    auto* dependency = static_cast<ZnDbAssocDependency*>(id.slot()->object);
+    ZnDbAssocDependency* dependency = ZnDbAssocDependency::live(id);
+    if (!dependency) continue;
     if (dependency->status() == kErasedAssocStatus) status = Quorl::eWasErased;
     dependency->setStatus(kIsUpToDateAssocStatus);
   }
@@ -114,7 +114,7 @@ bool ZnDbAssocActionBody::hasAnyErasedOrBrokenDependencies() const {
   const ZnDbAssocAction* parent = action();
   if (!parent) return false;
   for (const ZnDbObjectId id : parent->dependencyIds())
-    if (!id.isErased() && static_cast<const ZnDbAssocDependency*>(id.slot()->object)->isErasedOrBroken())
+    if (const auto* dependency = ZnDbAssocDependency::live(id); dependency && dependency->isErasedOrBroken())
       return true;
   return false;
 }
@@ -123,9 +123,8 @@ bool ZnDbAssocActionBody::hasAnyNewlyErasedDependencies() const {
   const ZnDbAssocAction* parent = action();
   if (!parent) return false;
   for (const ZnDbObjectId id : parent->dependencyIds()) {
-    if (id.isErased()) continue;
-    const auto* dependency = static_cast<const ZnDbAssocDependency*>(id.slot()->object);
-    if (dependency->hasChanged() && dependency->isErasedOrBroken()) return true;
+    const ZnDbAssocDependency* dependency = ZnDbAssocDependency::live(id);
+    if (dependency && dependency->hasChanged() && dependency->isErasedOrBroken()) return true;
   }
   return false;
 }

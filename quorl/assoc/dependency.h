@@ -46,11 +46,13 @@ public:
   bool isErasedOrBroken() const;
   bool hasChanged() const { return changed_; } // since the last evaluation, erased or not
 
-  ZnDbObjectId owningActionId() const { return ownerId(); }
+  // The dependency at an id; null for one that is erased, or whose class is not there.
+  static ZnDbAssocDependency* live(ZnDbObjectId id) {
+    return id.isErased() ? nullptr : cast(id.slot()->object);
+  }
   // Null while it is in no action.
   ZnDbAssocAction* owningAction() const;
   // An object of the module's that goes with the dependency; owned, null for most.
-  ZnDbObjectId dependencyBody() const { return bodyId_; }
   Quorl::ErrorStatus setDependencyBody(ZnDbObjectId body);
 
   ZNDB_DECLARE_FIELDS

@@ -1,6 +1,7 @@
 #include "quorl/assoc/dim_action_body.h"
 
 #include "quorl/assoc/dependency.h"
+#include "quorl/assoc/dim_follow.h"
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/evaluation_pointer.h"
 #include "quorl/assoc/manager.h"
@@ -79,9 +80,10 @@ void ZnDbAssocDimActionBody::evaluateOverride() {
     setStatus(kFailedToEvaluateAssocStatus);
     return;
   }
+  auto& circle = static_cast<ZnGeCircArc3d&>(*curve);
+  circle.transformBy(zndbToSheet(measured.entity()));
   ZnDbEvalPointer<ZnDbDimension> dimension(dimensionId, true, true);
-  const ErrorStatus status =
-      dimension.isOpen() ? follow(*dimension, static_cast<const ZnGeCircArc3d&>(*curve)) : dimension.status();
+  const ErrorStatus status = dimension.isOpen() ? follow(*dimension, circle) : dimension.status();
   if (status == Quorl::eOk) return;
   if (ZnDbAssocEvaluationCallback* callback = currentEvaluationCallback())
     callback->reportFailure(action(), status, dimensionId, nullptr, nullptr);

@@ -4,6 +4,7 @@
 #include "quorl/assoc/path_fields.h"
 #include "quorl/db/core/database.h"
 #include "quorl/db/core/fields.h"
+#include "quorl/db/core/id_mapping.h"
 #include "quorl/db/entity/edge_ref.h"
 #include "quorl/db/entity/viewport.h"
 #include "quorl/db/table/dictionary.h"
@@ -20,10 +21,10 @@ bool isAnyErased(const ZnDbCompoundObjectId& path) {
   return path.leafId().isErased();
 }
 
-// Model space geometry seen through a viewport is measured where it shows on the sheet.
-ZnGeMatrix3d toSheet(const ZnDbCompoundObjectId& path) {
-  const ZnDbHolder<ZnDbViewport> viewport(path.topId());
-  return viewport.isOpen() ? viewport->modelToPaperTransform() : ZnGeMatrix3d::kIdentity;
+// Those whose dimension somebody held when their geometry changed.
+std::vector<ZnDbDimAssoc*>& waiting() {
+  static std::vector<ZnDbDimAssoc*> all;
+  return all;
 }
 
 } // namespace
@@ -41,7 +42,7 @@ struct ZnDbDimAssoc::Target {
 };
 
 ZnDbDimAssoc::ZnDbDimAssoc() = default;
-ZnDbDimAssoc::~ZnDbDimAssoc() = default;
+ZnDbDimAssoc::~ZnDbDimAssoc() { std::erase(waiting(), this); }
 
 ErrorStatus ZnDbDimAssoc::post(ZnDbObjectId dimensionId, const std::vector<Reference>& references,
                                ZnDbObjectId& id) {
@@ -98,32 +99,37 @@ bool ZnDbDimAssoc::isTransSpatial() const {
   return false;
 }
 
+ErrorStatus ZnDbDimAssoc::targetOf(const Reference& reference, Target& target) {
+  if (isAnyErased(reference.path)) return Quorl::eWasErased;
+  const ZnGeMatrix3d sheet = zndbToSheet(reference.path);
+  target.pointIndex = reference.pointIndex;
+  target.isCircle = reference.subent.type() == ZnDb::kEdgeSubentType;
+  if (target.isCircle) {
+    std::unique_ptr<ZnGeCurve3d> curve;
+    const ErrorStatus status = ZnDbEdgeRef(reference.path, reference.subent).evaluateCurve(curve);
+    if (status != Quorl::eOk) return status;
+    if (curve->type() != ZnGe::kCircularArc3d) return Quorl::eWrongObjectClass;
+    target.circle = static_cast<const ZnGeCircArc3d&>(*curve);
+    target.circle.transformBy(sheet);
+    return Quorl::eOk;
+  }
+  ZnArray<ZnDbObjectId> ids;
+  reference.path.getFullPath(ids);
+  const ErrorStatus status =
+      ZnDbVertexRef(ZnDbFullSubentPath(ids, reference.subent)).evaluatePoint(target.point);
+  if (status == Quorl::eOk) target.point.transformBy(sheet);
+  return status;
+}
+
+// Each end follows what it has, whatever became of the other.
 ErrorStatus ZnDbDimAssoc::collectTargets(bool skipErased, std::vector<Target>& targets) const {
   for (const Reference& reference : references_) {
-    if (isAnyErased(reference.path)) {
-      if (skipErased) continue;
-      return Quorl::eWasErased;
-    }
-    const ZnGeMatrix3d sheet = toSheet(reference.path);
     Target target;
-    target.pointIndex = reference.pointIndex;
-    target.isCircle = reference.subent.type() == ZnDb::kEdgeSubentType;
-    if (target.isCircle) {
-      std::unique_ptr<ZnGeCurve3d> curve;
-      const ErrorStatus status = ZnDbEdgeRef(reference.path, reference.subent).evaluateCurve(curve);
-      if (status != Quorl::eOk) return status;
-      if (curve->type() != ZnGe::kCircularArc3d) return Quorl::eWrongObjectClass;
-      target.circle = static_cast<const ZnGeCircArc3d&>(*curve);
-      target.circle.transformBy(sheet);
-    } else {
-      ZnArray<ZnDbObjectId> ids;
-      reference.path.getFullPath(ids);
-      const ErrorStatus status =
-          ZnDbVertexRef(ZnDbFullSubentPath(ids, reference.subent)).evaluatePoint(target.point);
-      if (status != Quorl::eOk) return status;
-      target.point.transformBy(sheet);
-    }
-    targets.push_back(target);
+    const ErrorStatus status = targetOf(reference, target);
+    if (status == Quorl::eOk)
+      targets.push_back(target);
+    else if (!skipErased)
+      return status;
   }
   return Quorl::eOk;
 }
@@ -173,12 +179,37 @@ void ZnDbDimAssoc::attachLinks() {
 
 void ZnDbDimAssoc::detachLinks() { links_.clear(); }
 
-// The dimension follows at once; one that somebody holds just now follows at the next change.
+// The dimension follows at once; one that somebody holds just now follows at the next evaluation.
 void ZnDbDimAssoc::watchedModified(const ZnDbObject*) {
+  std::erase(waiting(), this);
   if (updating_ || dimensionId_.isErased()) return;
   updating_ = true;
-  updateDimension(true, false);
+  if (updateDimension(true, false) != Quorl::eOk) waiting().push_back(this);
   updating_ = false;
+}
+
+void ZnDbDimAssoc::followWhatWaits(const ZnDbDatabase* drawing) {
+  const std::vector<ZnDbDimAssoc*> now = waiting();
+  for (ZnDbDimAssoc* association : now)
+    if (association->database() == drawing) association->watchedModified(nullptr);
+}
+
+// A copy follows what was copied along, and nothing of what the original follows.
+ErrorStatus ZnDbDimAssoc::postProcessAfterDeepClone(ZnDbIdMapping& mapping) {
+  const auto isCopied = [&](ZnDbObjectId id) {
+    ZnDbIdPair pair(id);
+    return mapping.compute(pair) && pair.isCloned();
+  };
+  ZnDbIdPair pair(objectId());
+  if (!mapping.compute(pair) || pair.value().database() != database()) return Quorl::eOk;
+  ZnDbHolder<ZnDbDimAssoc> copy;
+  if (const ErrorStatus status = copy.openForWrite(pair.value()); status != Quorl::eOk) return status;
+  std::vector<Reference> followed;
+  for (size_t i = 0; i < references_.size() && i < copy->references_.size(); ++i) {
+    const ZnDbCompoundObjectId& path = references_[i].path;
+    if (isCopied(path.leafId()) || isCopied(path.topId())) followed.push_back(copy->references_[i]);
+  }
+  return followed.empty() ? copy->erase() : copy->setReferences(followed);
 }
 
 template<class Walk> void ZnDbDimAssoc::describe(Walk& walk) {

@@ -41,8 +41,9 @@ public:
   Quorl::ErrorStatus getDimAssocGeomIds(ZnArray<ZnDbObjectId>& ids) const;
   // Whether something is measured in model space through a viewport.
   bool isTransSpatial() const;
-  // Moves the dimension to where its geometry is. With skipErased a reference whose geometry is gone is
-  // passed over, else eWasErased. With onlyIfChanged a dimension that fits already is not written.
+  // Moves the dimension to where its geometry is. With skipErased a reference whose geometry is gone, or
+  // is no point or circle any more, is passed over, else eWasErased and the like. With onlyIfChanged a
+  // dimension that fits already is not written.
   Quorl::ErrorStatus updateDimension(bool skipErased, bool onlyIfChanged);
   // Takes references whose path begins with an erased object, when the rest of the path still stands in this
   // drawing, to that rest; eNothingToDo when there is none.
@@ -52,9 +53,13 @@ public:
   void attachLinks() override;
   void detachLinks() override;
   void watchedModified(const ZnDbObject* object) override;
+  Quorl::ErrorStatus postProcessAfterDeepClone(ZnDbIdMapping& mapping) override;
+  // Brings those dimensions up to date that somebody held when their geometry changed.
+  static void followWhatWaits(const ZnDbDatabase* drawing);
 
 private:
   struct Target;
+  static Quorl::ErrorStatus targetOf(const Reference& reference, Target& target);
   Quorl::ErrorStatus collectTargets(bool skipErased, std::vector<Target>& targets) const;
 
   ZnDbObjectId dimensionId_;

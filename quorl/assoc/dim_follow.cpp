@@ -3,6 +3,7 @@
 #include "quorl/db/entity/aligned_dimension.h"
 #include "quorl/db/entity/diametric_dimension.h"
 #include "quorl/db/entity/radial_dimension.h"
+#include "quorl/db/entity/viewport.h"
 
 using Quorl::ErrorStatus;
 
@@ -18,6 +19,11 @@ ZnGeVector3d directionIn(const ZnGeCircArc3d& circle, const ZnGeVector3d& wanted
 ErrorStatus first(ErrorStatus a, ErrorStatus b) { return a == Quorl::eOk ? b : a; }
 
 } // namespace
+
+ZnGeMatrix3d zndbToSheet(const ZnDbCompoundObjectId& path) {
+  const ZnDbHolder<ZnDbViewport> viewport(path.topId());
+  return viewport.isOpen() ? viewport->modelToPaperTransform() : ZnGeMatrix3d::kIdentity;
+}
 
 ErrorStatus zndbFollowCircle(ZnDbDimension& dimension, const ZnGeCircArc3d& circle) {
   if (auto* radial = ZnDbRadialDimension::cast(&dimension)) {

@@ -12,3 +12,6 @@ Quorl::ErrorStatus zndbFollowCircle(ZnDbDimension& dimension, const ZnGeCircArc3
 // Moves the point of that index (0 and 1 are the ends of an aligned dimension, whose line keeps its distance
 // from them). eWrongObjectClass for a kind without such points, eOutOfRange for another index.
 Quorl::ErrorStatus zndbFollowPoint(ZnDbDimension& dimension, int index, const ZnGePoint3d& point);
+// Model space geometry seen through a viewport is measured where it shows on the sheet; other paths stay as
+// they are.
+ZnGeMatrix3d zndbToSheet(const ZnDbCompoundObjectId& path);

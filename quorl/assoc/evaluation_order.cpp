@@ -8,11 +8,6 @@ namespace {
 
 std::uint32_t lastRun = 0, lastBuild = 0;
 
-const ZnDbAssocDependency* liveDependency(ZnDbObjectId id) {
-  if (id.isErased() || !id.isDerivedFrom(ZnDbAssocDependency::desc())) return nullptr;
-  return static_cast<const ZnDbAssocDependency*>(id.slot()->object);
-}
-
 bool takesPart(const ZnDbAssocAction* action) {
   return action && !action->isErased() && action->status() != kSuppressedAssocStatus &&
          action->status() != kErasedAssocStatus;
@@ -100,12 +95,12 @@ void ZnDbAssocEvaluationOrder::leave() {
 // Two actions that both read and write one object share it; neither waits for the other.
 void ZnDbAssocEvaluationOrder::appendReaders(const ZnDbAssocAction* action) {
   for (const ZnDbObjectId id : action->dependencyIds()) {
-    const ZnDbAssocDependency* write = liveDependency(id);
+    const ZnDbAssocDependency* write = ZnDbAssocDependency::live(id);
     if (!write || !write->isWriteDependency() || !write->isAttached()) continue;
     const ZnDbWatchLink* const first = write->compoundObject().leafId().slot()->watchers;
     const ZnDbWatchLink* link = first;
     while (link) {
-      const ZnDbAssocDependency* read = liveDependency(link->watcher);
+      const ZnDbAssocDependency* read = ZnDbAssocDependency::live(link->watcher);
       if (read && read->isReadDependency() && !(read->isWriteDependency() && write->isReadDependency())) {
         ZnDbAssocAction* reader = read->owningAction();
         if (reader != action && takesPart(reader)) readers_.push_back(reader);

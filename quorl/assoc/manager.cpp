@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <vector>
 
+#include "quorl/assoc/dim_assoc.h"
 #include "quorl/assoc/evaluation_callback.h"
 #include "quorl/assoc/evaluation_order.h"
 #include "quorl/assoc/network.h"
+#include "quorl/db/core/database.h"
+#include "quorl/db/core/undo.h"
 
 using Quorl::ErrorStatus;
 
@@ -82,6 +85,7 @@ ErrorStatus ZnDbAssocManager::evaluateTopLevelNetwork(ZnDbDatabase* database,
                                                       ZnDbAssocEvaluationCallback* callback,
                                                       std::uint32_t /*flags*/) {
   if (!database) return Quorl::eNoDatabase;
+  ZnDbDimAssoc::followWhatWaits(database);
   const ZnDbObjectId id = ZnDbAssocNetwork::getInstanceFromDatabase(database, false);
   if (id.isErased()) return Quorl::eOk;
   auto* network = static_cast<ZnDbAssocNetwork*>(id.slot()->object);
@@ -96,5 +100,6 @@ ErrorStatus ZnDbAssocManager::evaluateNetwork(ZnDbAssocNetwork* network,
   if (!network) return Quorl::eNullObjectPointer;
   if (std::find(running.begin(), running.end(), network->database()) != running.end())
     return Quorl::eNothingToDo;
+  const ZnDbUndoRecorder::Amendment finishing(network->database()->undoRecorder());
   return Run(*network, callback).evaluate();
 }

@@ -188,8 +188,8 @@ void ZnDbAssocNetwork::takeMarked(std::vector<ZnDbAssocAction*>& marked) {
 ErrorStatus ZnDbAssocNetwork::setStatus(ZnDbAssocStatus status, bool notifyOwning, bool setInOwnedActions) {
   if (setInOwnedActions) {
     for (const ZnDbObjectId id : getActions())
-      if (!id.isErased())
-        static_cast<ZnDbAssocAction*>(id.slot()->object)->setStatus(status, notifyOwning, true);
+      if (auto* action = id.isErased() ? nullptr : ZnDbAssocAction::cast(id.slot()->object))
+        action->setStatus(status, notifyOwning, true);
   }
   return ZnDbAssocAction::setStatus(status, notifyOwning, false);
 }
@@ -200,11 +200,14 @@ void ZnDbAssocNetwork::subEvaluate(ZnDbAssocEvaluationCallback* callback) {
 
 ErrorStatus ZnDbAssocNetwork::subErase(bool erasing) {
   if (const ErrorStatus status = ZnDbAssocAction::subErase(erasing); status != Quorl::eOk) return status;
-  if (!erasing) return Quorl::eOk;
-  for (const ZnDbObjectId id : getActions()) {
-    ZnDbHolder<ZnDbAssocAction> action;
-    if (action.openForWrite(id) == Quorl::eOk && owns(id)) action->erase(true);
+  if (!erasing) {
+    erasedTogether_.bringBack();
+    return Quorl::eOk;
   }
+  std::vector<ZnDbObjectId> owned;
+  for (const ZnDbObjectId id : getActions())
+    if (owns(id)) owned.push_back(id);
+  erasedTogether_.erase(owned);
   return Quorl::eOk;
 }
 

@@ -44,6 +44,7 @@ protected:
   ZnDbObjectId owningNetworkId() const override;
 
 private:
+  ZnDbErasedTogether erasedTogether_;
   friend class ZnDbAssocAction;
   void enter(ZnDbAssocAction* action);
   void compact() const;

@@ -14,6 +14,8 @@ const char* errorStatusText(ErrorStatus status) {
     return "invalid input";
   case eDuplicateKey:
     return "name already taken";
+  case eInUse:
+    return "in use";
   case eKeyNotFound:
     return "name not found";
   case eNullObjectId:

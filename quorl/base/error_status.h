@@ -39,6 +39,7 @@ enum ErrorStatus : int {
   eNothingToUndo = 30,
   eNotOpenForWrite = 31,
   eInvalidName = 32,      // a symbol name with characters that are not allowed
+  eInUse = 33,            // what others, or every drawing, can't do without is not erased or renamed
   eWrongWrapperKind = 34, // a wrapper of the wrong kind for this object
   eNotOpenedYet = 44,     // start state of a holder
   eHeldForReadOnly = 45,  // the holder has the object for read only

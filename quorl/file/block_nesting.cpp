@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kDeepest = 1000;
+constexpr int kDeepest = ZnDbBlockTableRecord::kDeepestNesting;
 // Ten times what the largest drawings show.
 constexpr double kMostShown = 1e8;
 

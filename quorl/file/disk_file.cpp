@@ -14,7 +14,7 @@ ZnDiskSource::ZnDiskSource(const std::string& path)
   if (descriptor_ < 0 || fstat(descriptor_, &about) != 0)
     fault_ = std::strerror(errno);
   else if (!S_ISREG(about.st_mode))
-    fault_ = "not a regular file";
+    fault_ = S_ISDIR(about.st_mode) ? "it is a folder" : "it is no regular file";
   else
     size_ = static_cast<std::uint64_t>(about.st_size);
 }
@@ -33,6 +33,13 @@ bool ZnDiskSource::read(std::uint64_t offset, size_t count, std::string& bytes) 
     done += static_cast<size_t>(got);
   }
   return true;
+}
+
+bool zndbReadFile(const std::string& path, std::string& bytes, std::string& fault) {
+  const ZnDiskSource source(path);
+  fault = source.fault();
+  if (fault.empty() && !source.read(0, source.size(), bytes)) fault = "it ends before its size";
+  return fault.empty();
 }
 
 namespace {

@@ -21,6 +21,9 @@ private:
   std::string fault_;
 };
 
+// The whole of a regular file; where that can't be had, false, and why not in the system's words.
+bool zndbReadFile(const std::string& path, std::string& bytes, std::string& fault);
+
 // Writes into a temporary file beside the target. Until commit succeeds the target stays what it was; without
 // a commit the temporary goes with this.
 class ZnAtomicFile : public ZnByteSink {

@@ -71,8 +71,7 @@ void addVariables(ZnDbDatabase& database) {
 
 void addErased(ZnDbDatabase& database) {
   const ZnDbObjectId layer = addRecord<ZnDbLayerTableRecord>(database.layerTableId(), L"gone");
-  const ZnDbObjectId stays = append(database.modelSpaceId(), new ZnDbLine({0, 0, 0}, {1, 1, 1}));
-  change(stays, [&](ZnDbEntity& line) { EXPECT_EQ(line.setLayer(layer), Quorl::eOk); });
+  append(database.modelSpaceId(), new ZnDbLine({0, 0, 0}, {1, 1, 1}));
   erase(layer);
   erase(append(database.modelSpaceId(), new ZnDbLine({0, 0, 0}, {2, 2, 2})));
   erase(addNamed(database, L"GONE", new ZnDbDictionary));

@@ -2,6 +2,7 @@
 // which is a part of its own.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -116,9 +117,10 @@ public:
 
   // Clones the objects (all in one database) into the owner, which may be of another database, with what
   // they own; ids among the clones are translated, others stay within one database and become null across.
+  // arePrimary is noted in the pairs of the objects that were asked for.
   // Events: begin, translation begins, end, or aborted on failure, when nothing is left behind.
   Quorl::ErrorStatus deepCloneObjects(const ZnArray<ZnDbObjectId>& objects, ZnDbObjectId owner,
-                                      ZnDbIdMapping& mapping);
+                                      ZnDbIdMapping& mapping, bool arePrimary = true);
 
   // Faults of all objects, links and tables; each is one line.
   std::vector<ZnString> audit(bool fix);
@@ -128,7 +130,8 @@ private:
   friend class ZnDbObject;
   friend struct ZnDbObjectAccess;
 
-  void noteHeaderChange(const wchar_t* name, bool before);
+  void noteHeaderChange(const ZnString& name, bool before);
+  void changeHeader(const ZnString& name, std::function<void()> exchange); // which is its own inverse
   Quorl::ErrorStatus changeHeaderId(ZnDbObjectId ZnDbHeaderIds::*place, ZnDbObjectId id, const ZnRxClass* cls,
                                     const wchar_t* name);
 

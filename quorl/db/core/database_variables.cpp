@@ -40,23 +40,30 @@ ErrorStatus fillLinetype(ZnDbLinetypeTableRecord& record, const ZnDbLinetypeDesc
 
 } // namespace
 
-void ZnDbDatabase::noteHeaderChange(const wchar_t* name, bool before) {
-  if (reactors_.empty()) return;
-  const ZnString text(name);
+void ZnDbDatabase::noteHeaderChange(const ZnString& name, bool before) {
   zndbTellEach(reactors_, [&](ZnDbDatabaseReactor& reactor) {
-    before ? reactor.headerVariableWillChange(this, text) : reactor.headerVariableChanged(this, text, true);
+    before ? reactor.headerVariableWillChange(this, name) : reactor.headerVariableChanged(this, name, true);
   });
 }
 
-// Header ids change alike: the record must be of the right class, the old value is kept, watchers are told.
+// Whoever watches hears of a change that is taken back as of the change itself.
+void ZnDbDatabase::changeHeader(const ZnString& name, std::function<void()> exchange) {
+  const auto told = [this, name, exchange = std::move(exchange)] {
+    noteHeaderChange(name, true);
+    exchange();
+    noteHeaderChange(name, false);
+  };
+  told();
+  undo_->keepHeader(told);
+}
+
+// Header ids change alike: the record must be of the right class.
 ErrorStatus ZnDbDatabase::changeHeaderId(ZnDbObjectId ZnDbHeaderIds::*place, ZnDbObjectId id,
                                          const ZnRxClass* cls, const wchar_t* name) {
   if (id.isErased() || id.database() != this || !id.isDerivedFrom(cls)) return Quorl::eInvalidInput;
   if (ids_.*place == id) return Quorl::eOk;
-  noteHeaderChange(name, true);
-  undo_->keepHeader([this, place, kept = ids_.*place]() mutable { std::swap(kept, ids_.*place); });
-  ids_.*place = id;
-  noteHeaderChange(name, false);
+  changeHeader(name,
+               [this, place, kept = std::make_shared<ZnDbObjectId>(id)] { std::swap(*kept, ids_.*place); });
   return Quorl::eOk;
 }
 
@@ -85,12 +92,10 @@ ErrorStatus ZnDbDatabase::setLtscale(double scale) {
 }
 
 void ZnDbDatabase::put(ZnAtom name, const ZnRxVariableValue& value) {
-  const std::wstring text(name.text());
-  noteHeaderChange(text.c_str(), true);
-  std::optional<ZnRxVariableValue> exchanged = value;
-  variables_.exchange(name, exchanged);
-  undo_->keepHeader([this, name, exchanged]() mutable { variables_.exchange(name, exchanged); });
-  noteHeaderChange(text.c_str(), false);
+  changeHeader(ZnString(name),
+               [this, name, kept = std::make_shared<std::optional<ZnRxVariableValue>>(value)] {
+                 variables_.exchange(name, *kept);
+               });
 }
 
 ErrorStatus ZnDbDatabase::loadLineTypeFile(const ZnString& name, const ZnString& file) {

@@ -5,6 +5,7 @@
 #include "quorl/db/core/memory_filer.h"
 #include "quorl/db/core/object_access.h"
 #include "quorl/db/core/undo.h"
+#include "quorl/db/entity/block_reference.h"
 #include "quorl/db/table/block_table.h"
 #include "quorl/db/table/dictionary.h"
 
@@ -42,11 +43,13 @@ struct Clone {
 // One deep clone, told in the order in which it happens.
 class DeepCloner {
 public:
-  DeepCloner(ZnDbDatabase& source, ZnDbDatabase& destination, ZnDbObjectId owner, ZnDbIdMapping& mapping)
+  DeepCloner(ZnDbDatabase& source, ZnDbDatabase& destination, ZnDbObjectId owner, ZnDbIdMapping& mapping,
+             bool arePrimary)
       : source_(source)
       , destination_(destination)
       , owner_(owner)
-      , mapping_(mapping) {}
+      , mapping_(mapping)
+      , arePrimary_(arePrimary) {}
 
   ErrorStatus run(const ZnArray<ZnDbObjectId>& objects) {
     ZnRxEvent& events = ZnRxEvent::instance();
@@ -75,6 +78,8 @@ private:
     ZnArray<ZnDbObjectId> round;
     for (const ZnDbObjectId id : objects) {
       if (id.isErased() || id.database() != &source_) return Quorl::eInvalidInput;
+      if (!objects.contains(id.slot()->object->ownerId()))
+        if (const ErrorStatus status = judgeOwner(id); status != Quorl::eOk) return status;
       if (const ErrorStatus status = include(id, true, round); status != Quorl::eOk) return status;
     }
     while (!round.isEmpty()) {
@@ -96,6 +101,19 @@ private:
     return Quorl::eOk;
   }
 
+  // Tables take their records, under names that are free, and blocks take entities.
+  ErrorStatus judgeOwner(ZnDbObjectId id) const {
+    const ZnDbObject* owner = owner_.slot()->object;
+    if (ZnDbBlockTableRecord::cast(owner))
+      return id.isDerivedFrom(ZnDbEntity::desc()) ? Quorl::eOk : Quorl::eInvalidOwner;
+    const auto* table = ZnDbSymbolTable::cast(owner);
+    if (!table) return Quorl::eOk;
+    if (!id.isDerivedFrom(table->recordClass())) return Quorl::eInvalidOwner;
+    const auto& name = static_cast<const ZnDbSymbolTableRecord*>(id.slot()->object)->name();
+    return !crossing() && table->has(name) && !name.view().starts_with(L"*") ? Quorl::eDuplicateKey
+                                                                             : Quorl::eOk;
+  }
+
   ErrorStatus include(ZnDbObjectId id, bool primary, ZnArray<ZnDbObjectId>& round) {
     ZnDbIdPair known(id);
     if (id.isErased() || id.database() != &source_ || mapping_.compute(known)) return Quorl::eOk;
@@ -110,7 +128,7 @@ private:
       delete copy;
       return status;
     }
-    mapping_.assign(ZnDbIdPair(id, copyId, true, primary));
+    mapping_.assign(ZnDbIdPair(id, copyId, true, primary && arePrimary_));
     clones_.push_back({id, copyId, primary});
     round.append(id);
     return Quorl::eOk;
@@ -149,6 +167,11 @@ private:
       if (const ErrorStatus status = copy->bdocInFields(filer); status != Quorl::eOk) return status;
       ZnDbObjectAccess::setOwner(copy, ownerOf(clone));
     }
+    // With all in place: a block that is shown within itself is no drawing's.
+    for (const Clone& clone : clones_)
+      if (const auto* reference = ZnDbBlockReference::cast(clone.copy.slot()->object))
+        if (const ErrorStatus status = reference->judgePlace(destination_); status != Quorl::eOk)
+          return status;
     return Quorl::eOk;
   }
 
@@ -156,10 +179,11 @@ private:
   // that was asked for; what the hooks brought goes to the same owner in one drawing, and to the table or
   // dictionary of the same role in another.
   ZnDbObjectId ownerOf(const Clone& clone) const {
-    if (clone.primary) return owner_;
     const ZnDbObject* original = clone.original.slot()->object;
     ZnDbIdPair pair(original->ownerId());
-    if (mapping_.compute(pair) && !pair.value().isNull()) return pair.value();
+    if (mapping_.compute(pair) && !pair.value().isNull() && (pair.isCloned() || !clone.primary))
+      return pair.value();
+    if (clone.primary) return owner_;
     if (ownerFinder)
       if (const ZnDbObjectId found = ownerFinder(original, mapping_, owner_); !found.isNull()) return found;
     if (!crossing()) return original->ownerId();
@@ -177,6 +201,8 @@ private:
     for (const Clone& clone : clones_) clone.copy.slot()->object->loaded();
     for (const Clone& clone : clones_) clone.copy.slot()->object->attachLinks();
     for (const Clone& clone : clones_) clone.copy.slot()->object->close();
+    for (const Clone& clone : clones_)
+      ZnDbObjectAccess::tellCopied(clone.original.slot()->object, clone.copy.slot()->object);
     for (const Clone& clone : clones_) clone.original.slot()->object->postProcessAfterDeepClone(mapping_);
   }
 
@@ -184,6 +210,7 @@ private:
     for (const Clone& clone : clones_) {
       ZnDbObject* copy = clone.copy.slot()->object;
       ZnDbObjectAccess::markErased(copy, true);
+      ZnDbObjectAccess::forget(copy);
       copy->close();
     }
   }
@@ -192,6 +219,7 @@ private:
   ZnDbDatabase& destination_;
   ZnDbObjectId owner_;
   ZnDbIdMapping& mapping_;
+  bool arePrimary_;
   ZnDbIdCollector ids_;
   std::vector<Clone> clones_;
 };
@@ -203,8 +231,8 @@ void zndbSetDeepCloneCollector(ZnDbDeepCloneCollector newCollector) { collector 
 void zndbSetDeepCloneOwnerFinder(ZnDbDeepCloneOwnerFinder newFinder) { ownerFinder = newFinder; }
 
 ErrorStatus ZnDbDatabase::deepCloneObjects(const ZnArray<ZnDbObjectId>& objects, ZnDbObjectId owner,
-                                           ZnDbIdMapping& mapping) {
+                                           ZnDbIdMapping& mapping, bool arePrimary) {
   if (objects.isEmpty()) return Quorl::eNothingToDo;
   if (!owner.isValid() || owner.isErased()) return Quorl::eInvalidOwner;
-  return DeepCloner(*this, *owner.database(), owner, mapping).run(objects);
+  return DeepCloner(*this, *owner.database(), owner, mapping, arePrimary).run(objects);
 }

@@ -158,8 +158,6 @@ public:
   explicit ZnDbFieldsIn(Filer& filer)
       : ZnDbFieldsReading<Filer>(filer, filer.kind() == ZnDbFiler::kFile) {}
   bool isForUndo() const { return filer_.kind() == ZnDbFiler::kUndo; }
-  // Whether the object stands in its drawing, known to others by what it was before.
-  bool isInPlace() const { return isForUndo(); }
 
   void section(const wchar_t* /*marker*/, std::int16_t version, std::int16_t oldest = 1) {
     version_ = filer_.readInt16();
@@ -288,7 +286,6 @@ public:
   explicit ZnDbFieldsTextIn(ZnDbTdocFiler& filer)
       : ZnDbFieldsReading(filer, true) {}
   bool isForUndo() const { return false; }
-  bool isInPlace() const { return false; }
 
   void section(const wchar_t* marker, std::int16_t /*version*/, std::int16_t /*oldest*/ = 1) {
     found_ = zndbReadTdocSection(filer_, marker, read_);
@@ -373,7 +370,6 @@ public:
       , database_(database) {}
   bool isGood() const { return true; }
   bool isForUndo() const { return false; }
-  bool isInPlace() const { return true; }
 
   void section(const wchar_t* /*marker*/, std::int16_t /*version*/, std::int16_t /*oldest*/ = 1) {}
   void leading(std::initializer_list<int> /*codes*/) {}

@@ -63,7 +63,9 @@ void ZnDbObject::assertWriteEnabled(bool autoUndo, bool recordModified) {
   if (!slot_) return;
   QUORL_ASSERT(isWriteEnabled());
   if (autoUndo) slot_->database->undoRecorder().keepState(this);
-  if (!recordModified || modified_) return;
+  if (!recordModified) return;
+  fieldsChanged_ = true;
+  if (modified_) return;
   modified_ = true;
   ZnDbObjectAccess::tellOpenedForModify(this);
 }
@@ -100,8 +102,11 @@ ErrorStatus ZnDbObject::downgradeOpen() {
 ErrorStatus ZnDbObject::erase(bool erasing) {
   if (!slot_) return Quorl::eNotInDatabase;
   if (erasing == slot_->erased) return erasing ? Quorl::eWasErased : Quorl::eNothingToDo;
+  const bool fieldsChanged = fieldsChanged_;
   assertWriteEnabled();
-  if (const ErrorStatus status = subErase(erasing); status != Quorl::eOk) return status;
+  const ErrorStatus status = subErase(erasing);
+  fieldsChanged_ = fieldsChanged;
+  if (status != Quorl::eOk) return status;
   ZnDbObjectAccess::markErased(this, erasing);
   eraseToggled_ = true;
   if (!extensionDictionary_.isNull()) {
@@ -147,12 +152,12 @@ ZnRxObject* ZnDbObject::clone() const {
 }
 
 ErrorStatus ZnDbObject::deepClone(ZnDbObject* owner, ZnDbObject*& copy, ZnDbIdMapping& mapping,
-                                  bool /*isPrimary*/) {
+                                  bool isPrimary) {
   copy = nullptr;
   if (!database()) return Quorl::eNotInDatabase;
   if (!owner || !owner->database()) return Quorl::eInvalidOwner;
   const ErrorStatus status =
-      database()->deepCloneObjects(ZnArray<ZnDbObjectId>{objectId()}, owner->objectId(), mapping);
+      database()->deepCloneObjects(ZnArray<ZnDbObjectId>{objectId()}, owner->objectId(), mapping, isPrimary);
   ZnDbIdPair pair(objectId());
   if (status == Quorl::eOk && mapping.compute(pair)) copy = pair.value().slot()->object;
   return status;
@@ -247,18 +252,22 @@ void ZnDbObjectAccess::tellErased(ZnDbObject* object) {
   });
 }
 
+void ZnDbObjectAccess::tellCopied(const ZnDbObject* original, const ZnDbObject* copy) {
+  if (original->reactors_)
+    zndbTellEach(*original->reactors_, [&](ZnDbObjectReactor& reactor) { reactor.copied(original, copy); });
+}
+
 void ZnDbObjectAccess::finishWrite(ZnDbObject* object) {
   object->subClose();
   const bool isNew = std::exchange(object->isNew_, false);
-  const bool modified = std::exchange(object->modified_, false);
+  object->modified_ = false;
+  const bool changed = std::exchange(object->fieldsChanged_, false);
   const bool erased = std::exchange(object->eraseToggled_, false);
   if (isNew)
     zndbTellEach(object->database()->reactors(),
                  [&](ZnDbDatabaseReactor& reactor) { reactor.objectAppended(object->database(), object); });
-  if (erased)
-    tellErased(object);
-  else if (modified)
-    tellModified(object, false);
+  if (erased) tellErased(object);
+  if (changed && !(erased && object->isErased())) tellModified(object, false);
 }
 
 void ZnDbObjectAccess::markErased(ZnDbObject* object, bool erased) {

@@ -82,6 +82,10 @@ public:
   // Of the same class with the same values: what a clone of either would hold.
   bool hasSameFields(const ZnDbObject& other) const;
 
+  // Whether the object may stand in the drawing as its fields say: what it refers to is of that drawing, and
+  // its place there is free. Asked before it enters and after a field was set by name.
+  virtual Quorl::ErrorStatus judgePlace(const ZnDbDatabase&) const { return Quorl::eOk; }
+
   // Reverse links of this object are hung up and taken down: after it enters a database, is read, cloned,
   // undone or unerased; before its fields are replaced and when it is erased. Both may be called twice.
   virtual void attachLinks() {}
@@ -92,7 +96,6 @@ public:
   // Heard by a watcher (see watch_link.h) of the object told of; the watcher is not opened.
   virtual void watchedModified(const ZnDbObject*) {}
   virtual void watchedErased(const ZnDbObject*, bool /*erasing*/) {}
-  virtual void watchedCopied(const ZnDbObject* /*original*/, const ZnDbObject* /*copy*/) {}
   // A member was appended to, moved from or moved to this owner, or changed by undo.
   virtual void memberAdded(ZnDbObjectId) {}
   virtual void memberRemoved(ZnDbObjectId) {}
@@ -122,7 +125,9 @@ private:
   ZnDbSlot* slot_ = nullptr;
   ZnDbObjectId ownerId_;
   ZnDbObjectId extensionDictionary_;
-  bool modified_ = false;
+  // Since the first writer: whether it was announced that the object changes, and whether more than its
+  // erased mark did.
+  bool modified_ = false, fieldsChanged_ = false;
   bool eraseToggled_ = false;
   bool isNew_ = false;
   std::unique_ptr<std::vector<ZnDbObjectReactor*>> reactors_;

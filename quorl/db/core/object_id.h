@@ -21,6 +21,7 @@ struct ZnDbSlot {
   ZnDbWatchLink* watchers = nullptr; // ring of links of those who watch this object, oldest first
   std::uint64_t handle = 0;
   std::uint32_t undoStamp = 0; // undo step in which the object's state was last kept
+  std::uint32_t users = 0;     // live objects that can't do without this one, see use_count.h
   std::uint16_t readers = 0;
   std::uint16_t writers = 0;
   bool evaluating = false; // held by an evaluation: whoever asks within it may write

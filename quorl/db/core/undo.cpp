@@ -50,6 +50,7 @@ ZnDbUndoRecorder::~ZnDbUndoRecorder() = default;
 void ZnDbUndoRecorder::startStep(const ZnString& label) {
   settleNotes();
   ++stamp_;
+  if (recordCount() != droppedAt_) dropped_.clear();
   if (!done_.empty() && done_.back().records.empty())
     done_.back().label = label;
   else
@@ -73,10 +74,20 @@ size_t ZnDbUndoRecorder::undoDepth() {
   return done_.size() - (!done_.empty() && done_.back().records.empty() ? 1 : 0);
 }
 
-// A first change opens a step of its own where none was begun, and makes redoing impossible.
-void ZnDbUndoRecorder::begin() {
+// Where so many changes go: into the step, the first of which makes redoing impossible unless it is taken
+// back; or, as part of an amendment, into the step before, and into none where the drawing came that way.
+ZnDbUndoRecorder::Step* ZnDbUndoRecorder::begin(size_t count) {
+  if (amending_) {
+    if (done_.size() < 2) return nullptr;
+    done_.back().before += count;
+    return &done_[done_.size() - 2];
+  }
   if (done_.empty()) push({});
-  undone_.clear();
+  if (!undone_.empty()) {
+    dropped_ = std::exchange(undone_, {});
+    droppedAt_ = recordCount();
+  }
+  return &done_.back();
 }
 
 void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
@@ -84,11 +95,12 @@ void ZnDbUndoRecorder::keepState(ZnDbObject* object) {
   if (!recording_ || undoing_) return;
   confirmNotes();
   if (slot->undoStamp == stamp_) return;
-  begin();
   slot->undoStamp = stamp_;
+  Step* step = begin();
+  if (!step) return;
   scratch_->clear();
   object->bdocOutFields(*scratch_);
-  done_.back().addState(object->objectId(), slot->erased, scratch_->bytes());
+  step->addState(object->objectId(), slot->erased, scratch_->bytes());
 }
 
 void ZnDbUndoRecorder::keepStateWhileItDiffers(ZnDbObject* object) {
@@ -103,9 +115,8 @@ void ZnDbUndoRecorder::keepStateWhileItDiffers(ZnDbObject* object) {
 // The notes come first: they were taken before what is kept next.
 void ZnDbUndoRecorder::confirmNotes() {
   if (notes_->records.empty()) return;
-  begin();
-  for (const Record& note : notes_->records)
-    done_.back().addState(note.id, note.erased, notes_->stateOf(note));
+  if (Step* step = begin(notes_->records.size()))
+    for (const Record& note : notes_->records) step->addState(note.id, note.erased, notes_->stateOf(note));
   notes_->records.clear();
   notes_->bytes.clear();
 }
@@ -127,16 +138,33 @@ void ZnDbUndoRecorder::settleNotes() {
 void ZnDbUndoRecorder::keepCreation(ZnDbObject* object) {
   if (!recording_ || undoing_) return;
   confirmNotes();
-  begin();
   ZnDbObjectAccess::slot(object)->undoStamp = stamp_;
-  done_.back().addCreation(object->objectId(), true);
+  if (Step* step = begin()) step->addCreation(object->objectId(), true);
 }
 
 void ZnDbUndoRecorder::keepHeader(std::function<void()> exchange) {
   if (!recording_ || undoing_) return;
   confirmNotes();
-  begin();
-  done_.back().addExchange(std::move(exchange));
+  if (Step* step = begin()) step->addExchange(std::move(exchange));
+}
+
+// Notes that wait belong to what was done before.
+ZnDbUndoRecorder::Amendment::Amendment(ZnDbUndoRecorder& recorder)
+    : recorder_(recorder)
+    , amends_(recorder.recording_ && !recorder.amending_ && !recorder.undoing_ &&
+              recorder.notes_->records.empty() &&
+              (recorder.done_.empty() || recorder.done_.back().records.empty())) {
+  if (!amends_) return;
+  if (recorder_.done_.empty()) recorder_.push({});
+  recorder_.amending_ = true;
+  recorder_.newStates();
+}
+
+void ZnDbUndoRecorder::Amendment::end() {
+  if (!std::exchange(amends_, false)) return;
+  recorder_.settleNotes();
+  recorder_.amending_ = false;
+  recorder_.newStates();
 }
 
 namespace {
@@ -176,7 +204,7 @@ void ZnDbUndoRecorder::restore(Step& step, const Record& record, Step& inverse) 
   ++slot->writers;
   object->modified_ = true;
   const ErrorStatus status = object->bdocInFields(*reader_);
-  object->modified_ = false;
+  object->modified_ = object->fieldsChanged_ = false;
   --slot->writers;
   QUORL_ASSERT(status == Quorl::eOk);
   moveMembership(record.id, ownerBefore, object->ownerId());
@@ -196,10 +224,21 @@ void ZnDbUndoRecorder::apply(Step& step, size_t count, Step& inverse) {
   ++stamp_;
 }
 
+ErrorStatus ZnDbUndoRecorder::isFree(const Step& step) {
+  for (const Record& record : step.records) {
+    if (record.kind == Record::kHeader) continue;
+    if (record.id.slot()->writers) return Quorl::eWasOpenForWrite;
+    if (record.id.slot()->readers) return Quorl::eWasOpenForRead;
+  }
+  return Quorl::eOk;
+}
+
 ErrorStatus ZnDbUndoRecorder::undo() {
   settleNotes();
   while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
   if (done_.empty()) return Quorl::eNothingToUndo;
+  if (const ErrorStatus status = isFree(done_.back()); status != Quorl::eOk) return status;
+  dropped_.clear();
   Step step = std::move(done_.back());
   done_.pop_back();
   Step back{step.label, {}, {}, {}};
@@ -212,6 +251,7 @@ ErrorStatus ZnDbUndoRecorder::undo() {
 ErrorStatus ZnDbUndoRecorder::redo() {
   settleNotes();
   if (undone_.empty()) return Quorl::eNothingToUndo;
+  if (const ErrorStatus status = isFree(undone_.back()); status != Quorl::eOk) return status;
   while (!done_.empty() && done_.back().records.empty()) done_.pop_back();
   Step step = std::move(undone_.back());
   undone_.pop_back();
@@ -242,6 +282,7 @@ void ZnDbUndoRecorder::rollBackTo(size_t mark) {
     count -= take;
     if (step.records.empty() && count > mark) done_.pop_back();
   }
+  if (recordCount() == droppedAt_ && !dropped_.empty()) undone_ = std::exchange(dropped_, {});
 }
 
 void ZnDbUndoRecorder::setRecording(bool on) {
@@ -254,5 +295,6 @@ void ZnDbUndoRecorder::clear() {
   *notes_ = {};
   done_.clear();
   undone_.clear();
+  dropped_.clear();
   ++stamp_;
 }

@@ -22,16 +22,32 @@ public:
   void startStep(const ZnString& label = ZnString());
   bool canUndo();
   bool canRedo();
-  // Takes back the last step, or does it again, and begins a new step; eNothingToUndo when there is none.
-  // Objects must be closed.
+  // Takes back the last step, or does it again, and begins a new step; eNothingToUndo when there is none,
+  // eWasOpenForWrite or eWasOpenForRead, with nothing done, while an object of the step is open.
   Quorl::ErrorStatus undo();
   Quorl::ErrorStatus redo();
-  // A mark within the history, and undoing back to it without a redo (an aborted transaction).
+  // A mark within the history, and undoing back to it without a redo (an aborted transaction). What could be
+  // redone at the mark can be redone again.
   size_t mark();
   void rollBackTo(size_t mark);
   // From here on states are kept anew although the step has them: a transaction begins within a step.
   void newStates() { ++stamp_; }
   size_t undoDepth();
+
+  // For the time of an evaluation: where the step has no change of its own yet, what the evaluation does
+  // finishes what the last step began, so it is undone with that, is no step, and leaves alone what can be
+  // redone.
+  class Amendment {
+  public:
+    explicit Amendment(ZnDbUndoRecorder& recorder);
+    ~Amendment() { end(); }
+    Amendment(const Amendment&) = delete;
+    void end();
+
+  private:
+    ZnDbUndoRecorder& recorder_;
+    bool amends_;
+  };
 
   // While off, changes are not kept; the history so far is forgotten, since it would not fit any more.
   void setRecording(bool on);
@@ -51,7 +67,8 @@ public:
 private:
   struct Record;
   struct Step;
-  void begin();
+  Step* begin(size_t count = 1); // null where nothing is to be kept
+  static Quorl::ErrorStatus isFree(const Step& step);
   void settleNotes();
   void confirmNotes();
   size_t recordCount() const;
@@ -62,6 +79,10 @@ private:
   ZnDbDatabase& database_;
   std::unique_ptr<class ZnDbMemoryFiler> scratch_, reader_; // which keep their memory from object to object
   std::vector<Step> done_, undone_;
+  // What could be redone before the youngest step changed something, and the mark at which that was.
+  std::vector<Step> dropped_;
+  size_t droppedAt_ = 0;
+  bool amending_ = false;
   std::unique_ptr<Step> notes_; // states that are not known yet to have been changed
   std::uint32_t stamp_ = 1;
   bool recording_ = true, undoing_ = false;

@@ -73,6 +73,11 @@ ErrorStatus appendImages(const ZnDbEntity& entity, const ZnGeMatrix3d& transform
   return Quorl::eOk;
 }
 
+ZnDbBlockTableRecord* standsIn(const ZnDbBlockReference& reference) {
+  const ZnDbObjectId owner = reference.ownerId();
+  return owner.isValid() ? ZnDbBlockTableRecord::cast(owner.slot()->object) : nullptr;
+}
+
 } // namespace
 
 ZnDbBlockReference::ZnDbBlockReference(const ZnGePoint3d& position, ZnDbObjectId blockRecord) {
@@ -87,24 +92,45 @@ ErrorStatus ZnDbBlockReference::setBlockTableRecord(ZnDbObjectId blockRecord) {
   if (blockRecord.isNull()) return Quorl::eInvalidInput;
   if (!blockRecord.isDerivedFrom(ZnDbBlockTableRecord::desc())) return Quorl::eWrongObjectClass;
   if (database() && blockRecord.database() != database()) return Quorl::eInvalidInput;
+  if (const ZnDbBlockTableRecord* owner = standsIn(*this);
+      owner && !isErased() && !owner->mayShow(blockRecord))
+    return Quorl::eInvalidOwner;
   detachLinks();
   blockRecord_ = blockRecord;
   attachLinks();
   return Quorl::eOk;
 }
 
+ErrorStatus ZnDbBlockReference::judgePlace(const ZnDbDatabase& drawing) const {
+  if (!blockRecord_.isNull() && (blockRecord_.isErased() || blockRecord_.database() != &drawing))
+    return Quorl::eInvalidInput;
+  const ZnDbBlockTableRecord* owner = standsIn(*this);
+  if (owner && !owner->mayShow(blockRecord_)) return Quorl::eInvalidOwner;
+  return ZnDbEntity::judgePlace(drawing);
+}
+
+ErrorStatus ZnDbBlockReference::subErase(bool erasing) {
+  if (!erasing)
+    if (const ZnDbBlockTableRecord* owner = standsIn(*this); owner && !owner->mayShow(blockRecord_))
+      return Quorl::eInvalidOwner;
+  return ZnDbEntity::subErase(erasing);
+}
+
 // The record's list and this reference know each other's place, so that both ends come apart at once. A
 // reference in no drawing, or an erased one, shows nothing and stands in no list.
 void ZnDbBlockReference::attachLinks() {
+  ZnDbEntity::attachLinks();
   if (linkedRecord_ || !database() || isErased() || !blockRecord_.isValid()) return;
   auto* record = ZnDbBlockTableRecord::cast(blockRecord_.slot()->object);
   if (!record) return;
   linkedRecord_ = record;
   linkedAt_ = static_cast<int>(record->references_.size());
   record->references_.push_back(this);
+  if (ZnDbBlockTableRecord* owner = standsIn(*this)) owner->raiseNesting(record->nesting_ + 1);
 }
 
 void ZnDbBlockReference::detachLinks() {
+  ZnDbEntity::detachLinks();
   if (!linkedRecord_) return;
   std::vector<ZnDbBlockReference*>& references = linkedRecord_->references_;
   ZnDbBlockReference* last = references.back();

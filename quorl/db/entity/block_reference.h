@@ -12,7 +12,8 @@ public:
   ~ZnDbBlockReference() override;
 
   ZnDbObjectId blockTableRecord() const { return blockRecord_; }
-  // eWrongObjectClass for an id that is no block, eInvalidInput for null.
+  // eWrongObjectClass for an id that is no block, eInvalidInput for null and another drawing's, eInvalidOwner
+  // where a block would come to contain itself.
   Quorl::ErrorStatus setBlockTableRecord(ZnDbObjectId blockRecord);
 
   // The transform from the block's coordinates to those of the block that the reference stands in. It is
@@ -34,11 +35,14 @@ public:
   Quorl::ErrorStatus explode(std::vector<std::unique_ptr<ZnDbEntity>>& pieces) const override;
 
   ZNDB_DECLARE_FIELDS
+  // eInvalidInput for a block of another drawing, eInvalidOwner where the block may not be shown.
+  Quorl::ErrorStatus judgePlace(const ZnDbDatabase& drawing) const override;
   void attachLinks() override;
   void detachLinks() override;
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:
+  Quorl::ErrorStatus subErase(bool erasing) override; // eInvalidOwner for one that may not come back
   bool subWorldDraw(ZnGiWorldDraw& draw) const override;
   Quorl::ErrorStatus subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int64_t gsMarker,
                                        const ZnGePoint3d& pickPoint, const ZnGePoint3d& lastPoint,

@@ -68,7 +68,7 @@ ErrorStatus ZnDbDimension::setDimensionStyle(ZnDbObjectId style) {
   assertWriteEnabled();
   if (style.isErased() || !style.isDerivedFrom(ZnDbDimStyleTableRecord::desc())) return Quorl::eInvalidInput;
   if (database() && style.database() != database()) return Quorl::eInvalidInput;
-  styleId_ = style;
+  styleUse_.exchange(styleId_, style);
   return Quorl::eOk;
 }
 
@@ -124,12 +124,12 @@ void ZnDbDimension::setDatabaseDefaults(ZnDbDatabase* database) {
   const ZnDbDatabase* drawing = database           ? database
                                 : this->database() ? this->database()
                                                    : zndbHostApplicationServices()->workingDatabase();
-  if (drawing) styleId_ = drawing->dimstyle();
+  if (drawing) styleUse_.exchange(styleId_, drawing->dimstyle());
 }
 
 void ZnDbDimension::completeFor(const ZnDbDatabase& drawing) {
   ZnDbEntity::completeFor(drawing);
-  if (styleId_.isNull()) styleId_ = drawing.dimstyle();
+  if (styleId_.isNull()) styleUse_.exchange(styleId_, drawing.dimstyle());
 }
 
 ErrorStatus ZnDbDimension::transformBy(const ZnGeMatrix3d& transform) {
@@ -221,6 +221,22 @@ ErrorStatus ZnDbDimension::subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int
 }
 
 // The points that define a dimension are filed here for all kinds: who has more fields adds them.
+ErrorStatus ZnDbDimension::judgePlace(const ZnDbDatabase& drawing) const {
+  if (!styleId_.isNull() && (styleId_.isErased() || styleId_.database() != &drawing))
+    return Quorl::eInvalidInput;
+  return ZnDbEntity::judgePlace(drawing);
+}
+
+void ZnDbDimension::attachLinks() {
+  ZnDbEntity::attachLinks();
+  if (database() && !isErased()) styleUse_.attach(styleId_);
+}
+
+void ZnDbDimension::detachLinks() {
+  ZnDbEntity::detachLinks();
+  styleUse_.detach(styleId_);
+}
+
 template<class Walk> void ZnDbDimension::describe(Walk& walk) {
   walk.section(className(), 1);
   walk.id(ZnReferenceKind::kHardPointer, 340, L"dimension style", styleId_,

@@ -39,6 +39,9 @@ public:
   Quorl::ErrorStatus explode(std::vector<std::unique_ptr<ZnDbEntity>>& pieces) const override;
 
   ZNDB_DECLARE_FIELDS
+  Quorl::ErrorStatus judgePlace(const ZnDbDatabase& drawing) const override;
+  void attachLinks() override;
+  void detachLinks() override;
 
 protected:
   ZnDbDimension() = default;
@@ -60,6 +63,7 @@ protected:
 
 private:
   ZnDbObjectId styleId_;
+  ZnDbUseCount styleUse_;
   ZnString text_;
   ZnGePoint3d textPosition_;
   bool textPlaced_ = false;

@@ -52,7 +52,7 @@ ZnString ZnDbEntity::linetype() const { return nameOf(linetypeId_); }
 ErrorStatus ZnDbEntity::setLayer(ZnDbObjectId layer, bool, bool) {
   assertWriteEnabled();
   if (!isUsable(*this, layer, ZnDbLayerTableRecord::desc())) return Quorl::eInvalidInput;
-  layerId_ = layer;
+  uses_.exchange(layerId_, layer);
   return Quorl::eOk;
 }
 
@@ -79,7 +79,7 @@ ErrorStatus ZnDbEntity::setColorIndex(int index, bool doSubents) {
 ErrorStatus ZnDbEntity::setLinetype(ZnDbObjectId linetype, bool) {
   assertWriteEnabled();
   if (!isUsable(*this, linetype, ZnDbLinetypeTableRecord::desc())) return Quorl::eInvalidInput;
-  linetypeId_ = linetype;
+  uses_.exchange(linetypeId_, linetype);
   return Quorl::eOk;
 }
 
@@ -118,8 +118,8 @@ void ZnDbEntity::setDatabaseDefaults(ZnDbDatabase* database) {
   assertWriteEnabled();
   const ZnDbDatabase* drawing = database ? database : databaseOf(*this);
   if (drawing) {
-    layerId_ = drawing->clayer();
-    linetypeId_ = drawing->celtype();
+    uses_.exchange(layerId_, drawing->clayer());
+    uses_.exchange(linetypeId_, drawing->celtype());
   }
   linetypeScale_ = 1.0;
   color_ = ZnCmColor();
@@ -129,21 +129,33 @@ void ZnDbEntity::setDatabaseDefaults(ZnDbDatabase* database) {
 
 void ZnDbEntity::completeFor(const ZnDbDatabase& drawing) {
   assertWriteEnabled();
-  if (layerId_.isNull()) layerId_ = drawing.clayer();
-  if (linetypeId_.isNull()) linetypeId_ = drawing.celtype();
+  if (layerId_.isNull()) uses_.exchange(layerId_, drawing.clayer());
+  if (linetypeId_.isNull()) uses_.exchange(linetypeId_, drawing.celtype());
 }
 
 void ZnDbEntity::setPropertiesFrom(const ZnDbEntity* other) {
   assertWriteEnabled();
   if (!other || other == this) return;
-  layerId_ = other->layerId_;
-  linetypeId_ = other->linetypeId_;
+  uses_.exchange(layerId_, other->layerId_);
+  uses_.exchange(linetypeId_, other->linetypeId_);
   color_ = other->color_;
   transparency_ = other->transparency_;
   linetypeScale_ = other->linetypeScale_;
   lineWeight_ = other->lineWeight_;
   visibility_ = other->visibility_;
 }
+
+ErrorStatus ZnDbEntity::judgePlace(const ZnDbDatabase& drawing) const {
+  for (const ZnDbObjectId id : {layerId_, linetypeId_})
+    if (!id.isNull() && (id.isErased() || id.database() != &drawing)) return Quorl::eInvalidInput;
+  return Quorl::eOk;
+}
+
+void ZnDbEntity::attachLinks() {
+  if (database() && !isErased()) uses_.attach(layerId_, linetypeId_);
+}
+
+void ZnDbEntity::detachLinks() { uses_.detach(layerId_, linetypeId_); }
 
 ErrorStatus ZnDbEntity::transformBy(const ZnGeMatrix3d&) { return Quorl::eNotProvided; }
 

@@ -7,6 +7,7 @@
 #include "quorl/db/core/color.h"
 #include "quorl/db/core/line_weight.h"
 #include "quorl/db/core/object.h"
+#include "quorl/db/core/use_count.h"
 #include "quorl/db/entity/subent.h"
 #include "quorl/db/entity/world_draw.h"
 #include "quorl/ge/bound_block3d.h"
@@ -74,6 +75,10 @@ public:
 
   // Fields
   ZNDB_DECLARE_FIELDS
+  // eInvalidInput for a layer or linetype of another drawing, or an erased one.
+  Quorl::ErrorStatus judgePlace(const ZnDbDatabase& drawing) const override;
+  void attachLinks() override;
+  void detachLinks() override;
 
 protected:
   ZnDbEntity() = default;
@@ -89,6 +94,7 @@ protected:
 
 private:
   ZnDbObjectId layerId_, linetypeId_;
+  ZnDbUseCount uses_;
   ZnCmColor color_;
   ZnCmTransparency transparency_;
   double linetypeScale_ = 1.0;

@@ -1,11 +1,13 @@
 #include "quorl/db/table/block_table.h"
 
 #include <algorithm>
+#include <deque>
 #include <unordered_map>
 
 #include "quorl/db/core/database.h"
 #include "quorl/db/core/fields.h"
 #include "quorl/db/core/object_access.h"
+#include "quorl/db/core/undo.h"
 #include "quorl/db/entity/block_reference.h"
 
 using Quorl::ErrorStatus;
@@ -15,36 +17,55 @@ ZNRX_DEFINE_DRAWING_CLASS(ZnDbBlockTableRecord, ZnDbSymbolTableRecord, L"BLOCK")
 
 namespace {
 
-constexpr int kDeepestNesting = 64;
+ZnDbBlockTableRecord* recordAt(ZnDbObjectId id) {
+  return id.isValid() ? ZnDbBlockTableRecord::cast(id.slot()->object) : nullptr;
+}
 
-// Looks into each block once, however often it is shown: copies of copies double at every level.
-class Containment {
+// Walks from a block up to the blocks in which it stands, each once.
+class BlocksAbove {
 public:
-  explicit Containment(ZnDbObjectId containing)
-      : containing_(containing) {}
+  explicit BlocksAbove(const ZnDbBlockTableRecord& block) { enter(block, 0); }
 
-  // Whether a reference to that block, placed in the given block, would make a block contain itself.
-  bool wouldContain(ZnDbObjectId block, int depth = 0) {
-    if (block == containing_ || depth > kDeepestNesting) return true;
-    const auto* record = block.isValid() ? ZnDbBlockTableRecord::cast(block.slot()->object) : nullptr;
-    if (!record) return false;
-    int& seenAt = seenAt_.try_emplace(block, -1).first->second;
-    if (seenAt >= depth) return false;
-    seenAt = depth;
-    for (const ZnDbObjectId id : record->entityIds()) {
-      if (id.isErased() || !id.isDerivedFrom(ZnDbBlockReference::desc())) continue;
-      const auto* nested = static_cast<const ZnDbBlockReference*>(id.slot()->object);
-      if (wouldContain(nested->blockTableRecord(), depth + 1)) return true;
-    }
-    return false;
-  }
+  bool contain(ZnDbObjectId block) const { return levels_.count(block) > 0; }
+  int highest() const { return highest_; }
 
 private:
-  ZnDbObjectId containing_;
-  std::unordered_map<ZnDbObjectId, int> seenAt_; // the greatest depth: deeper it may still reach the limit
+  void enter(const ZnDbBlockTableRecord& block, int level) {
+    const auto [known, isNew] = levels_.try_emplace(block.objectId(), level);
+    if ((!isNew && known->second >= level) || level > ZnDbBlockTableRecord::kDeepestNesting) return;
+    known->second = level;
+    highest_ = std::max(highest_, level);
+    ZnArray<ZnDbObjectId> references;
+    block.getBlockReferenceIds(references);
+    for (const ZnDbObjectId id : references)
+      if (const ZnDbBlockTableRecord* outer = recordAt(id.slot()->object->ownerId()))
+        enter(*outer, level + 1);
+  }
+
+  std::unordered_map<ZnDbObjectId, int> levels_;
+  int highest_ = 0;
 };
 
 } // namespace
+
+// A block that stands in another has fewer levels in it. So where that one has fewer than this, nothing
+// changes above, and the common case, a block without blocks in it, costs nothing.
+bool ZnDbBlockTableRecord::mayShow(ZnDbObjectId block) const {
+  const ZnDbBlockTableRecord* shown = recordAt(block);
+  if (!shown) return true;
+  if (shown->nesting_ < nesting_) return true;
+  if (shown == this) return false;
+  if (references_.empty()) return shown->nesting_ < kDeepestNesting;
+  const BlocksAbove above(*this);
+  return !above.contain(block) && above.highest() + 1 + shown->nesting_ <= kDeepestNesting;
+}
+
+void ZnDbBlockTableRecord::raiseNesting(int levels) {
+  if (levels <= nesting_ || levels > kDeepestNesting) return;
+  nesting_ = levels;
+  for (const ZnDbBlockReference* reference : references_)
+    if (ZnDbBlockTableRecord* outer = recordAt(reference->ownerId())) outer->raiseNesting(levels + 1);
+}
 
 const ZnRxClass* ZnDbBlockTable::recordClass() const { return ZnDbBlockTableRecord::desc(); }
 
@@ -54,7 +75,8 @@ ErrorStatus ZnDbBlockTableRecord::appendZnDbEntity(ZnDbObjectId& id, ZnDbEntity*
   if (!database()) return Quorl::eNotInDatabase;
   if (entity->database()) return Quorl::eAlreadyInDatabase;
   if (const auto* reference = ZnDbBlockReference::cast(entity))
-    if (Containment(objectId()).wouldContain(reference->blockTableRecord())) return Quorl::eInvalidOwner;
+    if (!mayShow(reference->blockTableRecord())) return Quorl::eInvalidOwner;
+  if (const ErrorStatus status = entity->judgePlace(*database()); status != Quorl::eOk) return status;
   assertWriteEnabled(false);
   const ErrorStatus status = database()->addObject(entity, objectId(), id);
   if (status != Quorl::eOk) return status;
@@ -71,21 +93,44 @@ ErrorStatus ZnDbBlockTableRecord::appendZnDbEntity(ZnDbEntity* entity) {
 
 ErrorStatus ZnDbBlockTableRecord::assumeOwnershipOf(const ZnArray<ZnDbObjectId>& ids) {
   if (!database()) return Quorl::eNotInDatabase;
+  std::deque<ZnDbHolder<ZnDbEntity>> entities; // all open before the first moves
   for (const ZnDbObjectId id : ids) {
     if (id.isErased() || id.database() != database()) return Quorl::eInvalidInput;
     if (!id.isDerivedFrom(ZnDbEntity::desc())) return Quorl::eWrongObjectClass;
+    const auto* reference = ZnDbBlockReference::cast(id.slot()->object);
+    if (reference && !mayShow(reference->blockTableRecord())) return Quorl::eInvalidOwner;
+    if (id.slot()->object->ownerId() == objectId()) continue;
+    if (const ErrorStatus status = entities.emplace_back().openForWrite(id, false, true);
+        status != Quorl::eOk)
+      return status;
   }
   assertWriteEnabled(false);
-  for (const ZnDbObjectId id : ids) {
-    ZnDbHolder<ZnDbEntity> entity;
-    if (const ErrorStatus status = entity.openForWrite(id, false, true); status != Quorl::eOk) return status;
-    const ZnDbObjectId before = entity->ownerId();
-    if (before == objectId()) continue;
-    entity->setOwnerId(objectId());
-    if (before.isValid()) before.slot()->object->memberRemoved(id);
-    memberAdded(id);
-  }
+  for (ZnDbHolder<ZnDbEntity>& entity : entities) moveEntity(*entity);
   return Quorl::eOk;
+}
+
+void ZnDbBlockTableRecord::moveEntity(ZnDbEntity& entity) {
+  ZnDbBlockTableRecord* before = recordAt(entity.ownerId());
+  if (before) before->keepOrder(entity.objectId());
+  entity.detachLinks();
+  entity.setOwnerId(objectId());
+  if (before) before->memberRemoved(entity.objectId());
+  memberAdded(entity.objectId());
+  entity.attachLinks();
+}
+
+// An entity that undoing brings back is put at the end, and from there to its place; doing it again goes the
+// other way. Kept before the entity's own state, so that it is undone after it.
+void ZnDbBlockTableRecord::keepOrder(ZnDbObjectId id) {
+  const auto place = std::find(entities_.begin(), entities_.end(), id) - entities_.begin();
+  database()->undoRecorder().keepHeader([this, id, place] {
+    const auto at = std::find(entities_.begin(), entities_.end(), id);
+    if (at == entities_.end()) return;
+    if (at - entities_.begin() == place)
+      std::rotate(at, at + 1, entities_.end());
+    else
+      std::rotate(entities_.begin() + place, at, at + 1);
+  });
 }
 
 ErrorStatus ZnDbBlockTableRecord::newIterator(ZnDbBlockTableRecordIterator*& iterator, bool atBeginning,
@@ -137,17 +182,13 @@ ErrorStatus ZnDbBlockTableRecord::getGeomExtents(ZnGeBoundBlock3d& extents) cons
 }
 
 ErrorStatus ZnDbBlockTableRecord::subErase(bool erasing) {
-  if (erasing) {
-    erasedWithBlock_.clear();
-    for (const ZnDbObjectId id : entities_)
-      if (!id.isErased()) erasedWithBlock_.push_back(id);
-  }
-  for (const ZnDbObjectId id : erasedWithBlock_) {
-    ZnDbHolder<ZnDbObject> entity;
-    if (entity.openForWrite(id, true, true) == Quorl::eOk && entity->isErased() != erasing)
-      entity->erase(erasing);
-  }
-  if (!erasing) erasedWithBlock_.clear();
+  if (erasing && !references_.empty()) return Quorl::eInUse;
+  if (const ErrorStatus status = ZnDbSymbolTableRecord::subErase(erasing); status != Quorl::eOk)
+    return status;
+  if (erasing)
+    erasedTogether_.erase(entities_);
+  else
+    erasedTogether_.bringBack();
   return Quorl::eOk;
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "quorl/db/core/erased_together.h"
 #include "quorl/db/table/symbol_table.h"
 #include "quorl/ge/bound_block3d.h"
 
@@ -23,11 +24,12 @@ class ZnDbBlockTableRecord : public ZnDbSymbolTableRecord {
 
 public:
   // Entities. appendZnDbEntity takes ownership of an entity in no database and leaves it open for write.
-  // eAlreadyInDatabase, eNotInDatabase (this record), eInvalidOwner for a reference that would contain
-  // itself.
+  // eAlreadyInDatabase, eNotInDatabase (this record), eInvalidOwner for a reference that may not stand here
+  // (see mayShow), eInvalidInput for one that refers to another drawing.
   Quorl::ErrorStatus appendZnDbEntity(ZnDbObjectId& id, ZnDbEntity* entity);
   Quorl::ErrorStatus appendZnDbEntity(ZnDbEntity* entity);
-  // Moves entities of other records of this database into this one; their ids stay.
+  // Moves entities of other records of this database into this one; their ids stay. All are moved or none;
+  // eInvalidOwner as above. Undoing puts each back where it stood in the drawing order.
   Quorl::ErrorStatus assumeOwnershipOf(const ZnArray<ZnDbObjectId>& entities);
   // A new iterator, owned by the caller.
   Quorl::ErrorStatus newIterator(ZnDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
@@ -39,6 +41,10 @@ public:
   // that contain this one. forceValidity is kept for files that are read in parts, which do not occur here.
   Quorl::ErrorStatus getBlockReferenceIds(ZnArray<ZnDbObjectId>& ids, bool directOnly = true,
                                           bool forceValidity = false) const;
+  // Whether a reference to that block may stand in this one: not where a block would come to contain itself,
+  // or blocks would stand in one another more than kDeepestNesting deep.
+  bool mayShow(ZnDbObjectId block) const;
+  static constexpr int kDeepestNesting = 1000;
   // Of the direct references that are not erased; only is set when it is exactly one.
   int countReferences(ZnDbObjectId& only) const;
 
@@ -58,15 +64,21 @@ public:
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:
-  // Erasing a block erases its entities, and brings those back that it erased.
+  // Erasing a block erases its entities, and brings those back that it erased. eInUse while a reference shows
+  // it.
   Quorl::ErrorStatus subErase(bool erasing) override;
 
 private:
   friend class ZnDbBlockReference;
+  void moveEntity(ZnDbEntity& entity);
+  void keepOrder(ZnDbObjectId id);
+  void raiseNesting(int levels);
   // Kept by the references themselves, each of which knows its place in the list.
   std::vector<ZnDbBlockReference*> references_;
   std::vector<ZnDbObjectId> entities_;
-  std::vector<ZnDbObjectId> erasedWithBlock_;
+  ZnDbErasedTogether erasedTogether_;
+  // How many levels of blocks stand in this one; what was erased since may still count.
+  int nesting_ = 0;
   ZnDbObjectId layoutId_;
   bool external_ = false;
 };

@@ -61,11 +61,16 @@ int ZnDbDictionary::entryCount() const {
 }
 
 ErrorStatus ZnDbDictionary::subErase(bool erasing) {
-  for (const Entry& e : entries_) {
-    ZnDbHolder<ZnDbObject> object;
-    if (object.openForWrite(e.id, true) == Quorl::eOk && object->isErased() != erasing)
-      object->erase(erasing);
+  if (erasing &&
+      (database()->headerIds().needs(objectId()) || database()->getLayoutDictionary() == objectId()))
+    return Quorl::eInUse;
+  if (!erasing) {
+    erasedTogether_.bringBack();
+    return Quorl::eOk;
   }
+  std::vector<ZnDbObjectId> ids;
+  for (const Entry& e : entries_) ids.push_back(e.id);
+  erasedTogether_.erase(ids);
   return Quorl::eOk;
 }
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "quorl/db/core/object.h"
+#include "quorl/db/core/erased_together.h"
 
 class ZnDbDictionary : public ZnDbObject {
   ZNRX_DECLARE_MEMBERS(ZnDbDictionary)
@@ -30,9 +30,11 @@ public:
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:
+  // With its entries, which come back with it. eInUse for a dictionary that every drawing needs.
   Quorl::ErrorStatus subErase(bool erasing) override;
 
 private:
   const Entry* entry(const ZnString& name) const;
   std::vector<Entry> entries_;
+  ZnDbErasedTogether erasedTogether_;
 };

@@ -42,7 +42,7 @@ ErrorStatus ZnDbLayerTableRecord::setLinetypeObjectId(ZnDbObjectId linetype) {
   if (linetype.isErased() || !linetype.isDerivedFrom(ZnDbLinetypeTableRecord::desc()))
     return Quorl::eInvalidInput;
   if (database() && linetype.database() != database()) return Quorl::eInvalidInput;
-  linetypeId_ = linetype;
+  linetypeUse_.exchange(linetypeId_, linetype);
   return Quorl::eOk;
 }
 
@@ -78,6 +78,22 @@ void ZnDbLayerTableRecord::setIsLocked(bool locked) {
 void ZnDbLayerTableRecord::setIsPlottable(bool plottable) {
   assertWriteEnabled();
   plottable_ = plottable;
+}
+
+ErrorStatus ZnDbLayerTableRecord::judgePlace(const ZnDbDatabase& drawing) const {
+  if (!linetypeId_.isNull() && (linetypeId_.isErased() || linetypeId_.database() != &drawing))
+    return Quorl::eInvalidInput;
+  return ZnDbSymbolTableRecord::judgePlace(drawing);
+}
+
+void ZnDbLayerTableRecord::attachLinks() {
+  ZnDbSymbolTableRecord::attachLinks();
+  if (database() && !isErased()) linetypeUse_.attach(linetypeId_);
+}
+
+void ZnDbLayerTableRecord::detachLinks() {
+  ZnDbSymbolTableRecord::detachLinks();
+  linetypeUse_.detach(linetypeId_);
 }
 
 template<class Walk> void ZnDbLayerTableRecord::describe(Walk& walk) {

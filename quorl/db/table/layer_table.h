@@ -3,6 +3,7 @@
 
 #include "quorl/db/core/color.h"
 #include "quorl/db/core/line_weight.h"
+#include "quorl/db/core/use_count.h"
 #include "quorl/db/table/symbol_table.h"
 
 class ZnDbLayerTable : public ZnDbSymbolTable {
@@ -39,6 +40,9 @@ public:
   bool isShown() const { return !off_ && !frozen_; }
 
   ZNDB_DECLARE_FIELDS
+  Quorl::ErrorStatus judgePlace(const ZnDbDatabase& drawing) const override; // eInvalidInput for the linetype
+  void attachLinks() override;
+  void detachLinks() override;
 
 protected:
   ZnString auditLabel() const override { return L"layer " + name(); }
@@ -46,6 +50,7 @@ protected:
 private:
   ZnCmColor color_ = ZnCmColor::fromIndex(7);
   ZnDbObjectId linetypeId_;
+  ZnDbUseCount linetypeUse_;
   ZnDb::LineWeight lineWeight_ = ZnDb::kLineWeightByDefault;
   ZnCmTransparency transparency_{255};
   bool off_ = false, frozen_ = false, locked_ = false, plottable_ = true;

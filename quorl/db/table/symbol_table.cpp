@@ -49,11 +49,13 @@ ZnDbObjectId ZnDbSymbolTable::at(const ZnString& name) const {
   return found == byName_.end() ? ZnDbObjectId() : found->second;
 }
 
+// Erased records are seldom asked for, so that nothing is kept for finding them.
 ErrorStatus ZnDbSymbolTable::getIdAt(const ZnString& name, ZnDbObjectId& id, bool getErased) const {
   id = at(name);
-  if (!id.isNull() && (!id.isErased() || getErased)) return Quorl::eOk;
-  id.setNull();
-  return Quorl::eKeyNotFound;
+  for (size_t i = records_.size(); getErased && id.isNull() && i-- > 0;)
+    if (const auto* record = recordOf(records_[i]); record && record->name().equalsNoCase(name))
+      id = records_[i];
+  return id.isNull() ? Quorl::eKeyNotFound : Quorl::eOk;
 }
 
 bool ZnDbSymbolTable::has(const ZnString& name) const {
@@ -79,19 +81,20 @@ ErrorStatus ZnDbSymbolTable::add(ZnDbObjectId& id, ZnDbSymbolTableRecord* record
   const ZnString name = completed(record->name());
   if (name.isEmpty()) return Quorl::eInvalidName;
   if (has(name)) return Quorl::eDuplicateKey;
+  if (const ErrorStatus status = record->judgePlace(*database()); status != Quorl::eOk) return status;
   assertWriteEnabled();
   record->name_ = name;
   const ErrorStatus status = database()->addObject(record, objectId(), id);
   if (status != Quorl::eOk) return status;
   completeRecord(*record);
   records_.push_back(id);
-  index(id, name);
+  record->attachLinks();
   return Quorl::eOk;
 }
 
-void ZnDbSymbolTable::index(ZnDbObjectId id, const ZnString& name) {
-  const ZnDbObjectId known = at(name);
-  if (!known.isNull() && !known.isErased() && id.isErased()) return;
+// Of two records of one name, which only a damaged file has, the first is found.
+void ZnDbSymbolTable::enterName(ZnDbObjectId id, const ZnString& name) {
+  if (id.isErased() || !at(name).isNull()) return;
   if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
     // Numbers are given one after the other; one far off is from elsewhere, and a name like any other.
     std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
@@ -106,7 +109,7 @@ void ZnDbSymbolTable::index(ZnDbObjectId id, const ZnString& name) {
   byName_[name.atom().folded()] = id;
 }
 
-void ZnDbSymbolTable::unindex(ZnDbObjectId id, const ZnString& name) {
+void ZnDbSymbolTable::removeName(ZnDbObjectId id, const ZnString& name) {
   if (const AnonymousName parts = anonymousName(name.view()); parts.kind >= 0) {
     std::vector<ZnDbObjectId>& ids = byNumber_[parts.kind];
     if (parts.number < ids.size() && ids[parts.number] == id) {
@@ -124,11 +127,7 @@ void ZnDbSymbolTable::clearIndex() {
   hasFarNumbers_ = false;
 }
 
-ErrorStatus ZnDbSymbolTable::rename(ZnDbObjectId record, const ZnString& from, const ZnString& to) {
-  unindex(record, from);
-  index(record, to);
-  return Quorl::eOk;
-}
+ErrorStatus ZnDbSymbolTable::subErase(bool erasing) { return erasing ? Quorl::eInUse : Quorl::eOk; }
 
 ErrorStatus ZnDbSymbolTable::newIterator(ZnDbSymbolTableIterator*& iterator, bool skipDeleted) const {
   iterator = new ZnDbSymbolTableIterator(records_, skipDeleted);
@@ -149,7 +148,7 @@ ZNDB_DEFINE_FIELDS(ZnDbSymbolTable, ZnDbObject)
 void ZnDbSymbolTable::loaded() {
   clearIndex();
   for (const ZnDbObjectId id : records_)
-    if (const ZnDbSymbolTableRecord* record = recordOf(id)) index(id, record->name());
+    if (const ZnDbSymbolTableRecord* record = recordOf(id)) enterName(id, record->name());
 }
 
 void ZnDbSymbolTable::memberAdded(ZnDbObjectId id) {
@@ -162,7 +161,7 @@ void ZnDbSymbolTable::memberAdded(ZnDbObjectId id) {
     const bool anonymous = record->name().view().starts_with(L"*") && record->name().length() > 1;
     renamed->name_ = completed(anonymous ? record->name().left(2) : record->name());
   }
-  index(id, record->name());
+  enterName(id, record->name());
 }
 
 // From behind: what is taken back was mostly added last.
@@ -170,7 +169,7 @@ void ZnDbSymbolTable::memberRemoved(ZnDbObjectId id) {
   const auto found = std::find(records_.rbegin(), records_.rend(), id);
   if (found != records_.rend()) records_.erase(std::next(found).base());
   const auto* record = id.isNull() ? nullptr : ZnDbSymbolTableRecord::cast(id.slot()->object);
-  if (record) unindex(id, record->name()); // an erased one too
+  if (record) removeName(id, record->name());
 }
 
 void ZnDbSymbolTable::audit(std::vector<ZnString>& faults, bool fix) {
@@ -216,34 +215,55 @@ ErrorStatus ZnDbSymbolTableRecord::getName(ZnString& name) const {
   return Quorl::eOk;
 }
 
+ZnDbSymbolTable* ZnDbSymbolTableRecord::table() const {
+  return ownerId().isValid() ? ZnDbSymbolTable::cast(ownerId().slot()->object) : nullptr;
+}
+
+namespace {
+
+// Names that begin with a star are the drawing's own: spaces and anonymous blocks.
+ErrorStatus judgeName(const ZnString& name) {
+  return name.view().starts_with(L"*") ? Quorl::eOk : ZnDbSymbolUtilities::validateSymbolName(name, true);
+}
+
+} // namespace
+
 ErrorStatus ZnDbSymbolTableRecord::setName(const ZnString& name) {
-  const bool special = name.view().starts_with(L"*");
-  if (!special) {
-    if (const ErrorStatus status = ZnDbSymbolUtilities::validateSymbolName(name, true); status != Quorl::eOk)
-      return status;
-  }
-  auto* table = ownerId().isValid() ? ZnDbSymbolTable::cast(ownerId().slot()->object) : nullptr;
-  if (table && !name_.equalsNoCase(name) && table->has(name)) return Quorl::eDuplicateKey;
+  if (const ErrorStatus status = judgeName(name); status != Quorl::eOk) return status;
+  if (database() && !(name == name_) && database()->headerIds().standsUnderItsName(objectId()))
+    return Quorl::eInUse;
+  if (table() && !name_.equalsNoCase(name) && table()->has(name)) return Quorl::eDuplicateKey;
   assertWriteEnabled();
-  if (table) table->rename(objectId(), name_, name);
+  detachLinks();
   name_ = name;
+  attachLinks();
   return Quorl::eOk;
 }
 
-// The table finds its records by name. One that changes where it stands is found by the new name; one that is
-// being read or cloned is entered later.
+ErrorStatus ZnDbSymbolTableRecord::judgePlace(const ZnDbDatabase& /*drawing*/) const {
+  ZnDbObjectId known;
+  if (table() && table()->getIdAt(name_, known) == Quorl::eOk && known != objectId())
+    return Quorl::eDuplicateKey;
+  return judgeName(name_);
+}
+
+void ZnDbSymbolTableRecord::attachLinks() {
+  if (table() && !isErased()) table()->enterName(objectId(), name_);
+}
+
+void ZnDbSymbolTableRecord::detachLinks() {
+  if (table()) table()->removeName(objectId(), name_);
+}
+
+ErrorStatus ZnDbSymbolTableRecord::subErase(bool erasing) {
+  if (!erasing) return table() && table()->has(name_) ? Quorl::eDuplicateKey : Quorl::eOk;
+  return objectId().slot()->users > 0 || database()->headerIds().needs(objectId()) ? Quorl::eInUse
+                                                                                   : Quorl::eOk;
+}
+
 template<class Walk> void ZnDbSymbolTableRecord::describe(Walk& walk) {
   walk.section(className(), 0, 0);
-  if constexpr (Walk::kReads) {
-    ZnString name = name_;
-    walk.field(2, L"name", name);
-    auto* owner = ownerId().isValid() ? ownerId().slot()->object : nullptr;
-    auto* table = walk.isInPlace() && !(name == name_) ? ZnDbSymbolTable::cast(owner) : nullptr;
-    if (table) table->rename(objectId(), name_, name);
-    name_ = name;
-  } else {
-    walk.field(2, L"name", name_);
-  }
+  walk.field(2, L"name", name_);
 }
 
 ZNDB_DEFINE_FIELDS(ZnDbSymbolTableRecord, ZnDbObject)

@@ -25,8 +25,9 @@ public:
   Quorl::ErrorStatus newIterator(class ZnDbSymbolTableIterator*& iterator, bool skipDeleted = true) const;
   virtual const ZnRxClass* recordClass() const;
 
-  // Called by a record that changes its name.
-  Quorl::ErrorStatus rename(ZnDbObjectId record, const ZnString& from, const ZnString& to);
+  // Called by a live record of the table that comes to have a name, or is about to lose it.
+  void enterName(ZnDbObjectId record, const ZnString& name);
+  void removeName(ZnDbObjectId record, const ZnString& name);
 
   ZNDB_DECLARE_FIELDS
   void loaded() override;
@@ -35,18 +36,18 @@ public:
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:
+  // eInUse for what every drawing needs.
+  Quorl::ErrorStatus subErase(bool erasing) override;
   // A new record has its name and owner, and is about to be seen: a table gives it what it must not lack.
   virtual void completeRecord(ZnDbSymbolTableRecord&) const {}
 
 private:
   ZnDbObjectId at(const ZnString& name) const; // null for a name that stands for nothing
-  void index(ZnDbObjectId id, const ZnString& name);
-  void unindex(ZnDbObjectId id, const ZnString& name);
   void clearIndex();
   ZnString completed(const ZnString& name);
 
   std::vector<ZnDbObjectId> records_;
-  // Folded names; the live record wins over erased ones. Blocks that were given a number stand under it, null
+  // Live records by folded names. Blocks that were given a number stand under it, null
   // where it is not in use: every center object has one, and nobody asks for it by name.
   std::unordered_map<ZnAtom, ZnDbObjectId> byName_;
   std::vector<ZnDbObjectId> byNumber_[2]; // of "*U" and "*D"
@@ -75,13 +76,25 @@ class ZnDbSymbolTableRecord : public ZnDbObject {
 public:
   const ZnString& name() const { return name_; }
   Quorl::ErrorStatus getName(ZnString& name) const;
-  // eInvalidName, or eDuplicateKey where the table has another record of that name.
+  // eInvalidName, eDuplicateKey where the table has another record of that name, eInUse for a record that
+  // every drawing has under its name.
   Quorl::ErrorStatus setName(const ZnString& name);
 
   ZNDB_DECLARE_FIELDS
+  // eInvalidName, or eDuplicateKey beside a live record of that name.
+  Quorl::ErrorStatus judgePlace(const ZnDbDatabase& drawing) const override;
+  // The table finds its live records by name.
+  void attachLinks() override;
+  void detachLinks() override;
+
+protected:
+  // eInUse for a record that the drawing or a live object needs; eDuplicateKey for one that would come back
+  // beside another of its name.
+  Quorl::ErrorStatus subErase(bool erasing) override;
 
 private:
   friend class ZnDbSymbolTable;
+  class ZnDbSymbolTable* table() const; // null outside of any
   ZnString name_;
 };
 
