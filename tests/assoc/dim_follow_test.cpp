@@ -17,8 +17,8 @@ protected:
     outline_ = new ZnDbPolyline;
     for (int i = 0; i < 3; ++i) outline_->addVertexAt(i, ZnGePoint2d(10.0 * i, 0.0));
     outlineId_ = add(outline_);
-    dimension_ = add(
-        new ZnDbAlignedDimension(ZnGePoint3d(0, 0, 0), ZnGePoint3d(20, 0, 0), ZnGePoint3d(4, 3, 0)));
+    dimension_ =
+        add(new ZnDbAlignedDimension(ZnGePoint3d(0, 0, 0), ZnGePoint3d(20, 0, 0), ZnGePoint3d(4, 3, 0)));
     ZnArray<ZnDbSubentId> vertices;
     outline_->getSubentIds(ZnDb::kVertexSubentType, vertices);
     const ZnDbCompoundObjectId path(outlineId_);
@@ -28,7 +28,9 @@ protected:
   void moveAll(ZnDbObjectId id, double x) {
     change<ZnDbEntity>(id, [=](ZnDbEntity& e) { e.transformBy(ZnGeMatrix3d::translation({x, 0, 0})); });
   }
-  static double firstX(ZnDbObjectId id) { return ZnDbHolder<ZnDbAlignedDimension>(id)->firstExtensionPoint().x; }
+  static double firstX(ZnDbObjectId id) {
+    return ZnDbHolder<ZnDbAlignedDimension>(id)->firstExtensionPoint().x;
+  }
 
   ZnDbPolyline* outline_ = nullptr;
   ZnDbObjectId outlineId_, dimension_, id_;
