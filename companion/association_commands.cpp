@@ -9,13 +9,22 @@ using Quorl::ErrorStatus;
 
 namespace companion {
 
+namespace {
+
+// What both commands need first: the drawing, the wish, and the center objects that it names.
+ErrorStatus beginWithObjects(ZnRxCommandContext& context, ZnDbDatabase*& database, exchange::CenterWish& wish,
+                             std::vector<ZnDbObjectId>& objects) {
+  const ErrorStatus status = begin(context, database, wish);
+  return status == Quorl::eOk ? centerObjectsOf(context, *database, wish.objects, objects) : status;
+}
+
+} // namespace
+
 ErrorStatus reassociate(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   exchange::CenterWish wish;
-  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   std::vector<ZnDbObjectId> objects;
-  if (const ErrorStatus status = centerObjectsOf(context, *database, wish.objects, objects);
-      status != Quorl::eOk)
+  if (const ErrorStatus status = beginWithObjects(context, database, wish, objects); status != Quorl::eOk)
     return status;
   if (objects.size() != 1) return context.fail(Quorl::eInvalidInput, L"one center object is wanted");
   const CenterKind* kind = centerKindOf(ZnDbTorviObjectWrapper::getCenterType(objects.front()));
@@ -26,10 +35,8 @@ ErrorStatus reassociate(ZnRxCommandContext& context) {
 ErrorStatus disassociate(ZnRxCommandContext& context) {
   ZnDbDatabase* database = nullptr;
   exchange::CenterWish wish;
-  if (const ErrorStatus status = begin(context, database, wish); status != Quorl::eOk) return status;
   std::vector<ZnDbObjectId> objects;
-  if (const ErrorStatus status = centerObjectsOf(context, *database, wish.objects, objects);
-      status != Quorl::eOk)
+  if (const ErrorStatus status = beginWithObjects(context, database, wish, objects); status != Quorl::eOk)
     return status;
   ZnDbTransaction transaction(*database);
   for (const ZnDbObjectId id : objects) {

@@ -9,7 +9,6 @@ class ZnDbAssocActionParam : public ZnDbObject {
 public:
   const ZnString& name() const { return name_; }
   void setName(const ZnString& name);
-  ZnDbObjectId parentActionId() const { return ownerId(); }
   ZnDbAssocAction* parentAction() const;
 
   ZNDB_DECLARE_FIELDS

@@ -97,7 +97,7 @@ ErrorStatus ZnDbAssocDependency::setDependencyBody(ZnDbObjectId body) {
   return Quorl::eOk;
 }
 
-void ZnDbAssocDependency::hang(ZnDbObjectId object) {
+void ZnDbAssocDependency::watch(ZnDbObjectId object) {
   if (object.isNull()) return;
   if (!link_)
     link_.emplace(objectId(), object);
@@ -107,8 +107,8 @@ void ZnDbAssocDependency::hang(ZnDbObjectId object) {
 
 void ZnDbAssocDependency::attachLinks() {
   if (link_ || objectId().isNull() || isErased()) return;
-  for (const ZnDbObjectId id : target_.pathIds()) hang(id);
-  hang(target_.leafId());
+  for (const ZnDbObjectId id : target_.pathIds()) watch(id);
+  watch(target_.leafId());
 }
 
 void ZnDbAssocDependency::detachLinks() {

@@ -63,7 +63,7 @@ public:
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 private:
-  void hang(ZnDbObjectId object);
+  void watch(ZnDbObjectId object);
 
   ZnDbCompoundObjectId target_;
   ZnDbObjectId bodyId_;

@@ -168,12 +168,12 @@ ErrorStatus ZnDbDimAssoc::updateXrefSubentPath() {
 
 void ZnDbDimAssoc::attachLinks() {
   if (!links_.empty() || objectId().isNull() || isErased()) return;
-  const auto hang = [this](ZnDbObjectId id) {
+  const auto watch = [this](ZnDbObjectId id) {
     if (!id.isNull()) links_.push_back(std::make_unique<ZnDbWatchLink>(objectId(), id));
   };
   for (const Reference& reference : references_) {
-    for (const ZnDbObjectId id : reference.path.pathIds()) hang(id);
-    hang(reference.path.leafId());
+    for (const ZnDbObjectId id : reference.path.pathIds()) watch(id);
+    watch(reference.path.leafId());
   }
 }
 

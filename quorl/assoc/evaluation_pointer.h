@@ -15,7 +15,6 @@ public:
   // eOk, or why there is no object; eWrongObjectClass also for a substitute of another class.
   Quorl::ErrorStatus status() const { return status_; }
   bool isOpen() const { return status_ == Quorl::eOk; }
-  bool isSubstitute() const { return substituted_; }
   // Tells the callback of the end of use, or reverts and closes the database object. Twice does nothing.
   void close();
 

@@ -12,8 +12,6 @@ public:
   Quorl::ErrorStatus getDependentOnCompoundObject(ZnDbCompoundObjectId& path) const;
   // The first id of the path, read without a copy; false for a parameter that depends on nothing.
   bool dependentTopId(ZnDbObjectId& id) const;
-  // The action owns it like its others; null id while empty.
-  ZnDbObjectId geomDependencyId() const { return dependencyId_; }
   // Null while it has none or it is erased.
   ZnDbAssocGeomDependency* geomDependency() const;
 
@@ -29,5 +27,5 @@ protected:
   Quorl::ErrorStatus subErase(bool erasing) override;
 
 private:
-  ZnDbObjectId dependencyId_;
+  ZnDbObjectId dependencyId_; // owned by the action like its others; null while empty
 };

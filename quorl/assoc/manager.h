@@ -19,7 +19,7 @@ public:
   static Quorl::ErrorStatus evaluateTopLevelNetwork(ZnDbDatabase* database,
                                                     ZnDbAssocEvaluationCallback* callback = nullptr,
                                                     std::uint32_t flags = 0);
-  // The same for what hangs below one network.
+  // The same for the actions below one network.
   static Quorl::ErrorStatus evaluateNetwork(ZnDbAssocNetwork* network,
                                             ZnDbAssocEvaluationCallback* callback = nullptr);
 };

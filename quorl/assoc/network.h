@@ -1,4 +1,4 @@
-// A network owns the actions of one space; the networks of a drawing hang in its top level one.
+// A network owns the actions of one space; the networks of a drawing are members of its top level one.
 #pragma once
 
 #include "quorl/assoc/action.h"
@@ -8,8 +8,8 @@ class ZnDbAssocNetwork : public ZnDbAssocAction {
 
 public:
   // The network of an object, kept in its extension dictionary; of that key where an object has several. Null
-  // without one, unless createIfMissing, which needs the owner open for nobody's reading. A new one is hung
-  // in the top level network with addToTopLevel.
+  // without one, unless createIfMissing, which needs the owner open for nobody's reading. A new one
+  // becomes a member of the top level network with addToTopLevel.
   static ZnDbObjectId getInstanceFromObject(ZnDbObjectId owner, bool createIfMissing, bool addToTopLevel,
                                             const ZnString& key = ZnString());
   // The top level network of the drawing.

@@ -9,7 +9,6 @@ public:
   explicit ZnGePointEnt3d(const ZnGePoint3d& point)
       : point_(point) {}
 
-  const ZnGePoint3d& point3d() const { return point_; }
   operator ZnGePoint3d() const { return point_; }
 
   ZnGe::EntityId type() const override { return ZnGe::kPointEntity3d; }

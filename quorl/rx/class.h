@@ -1,4 +1,4 @@
-// Run-time classes: a name, a parent, how to make an object, and the extensions hung on the class.
+// Run-time classes: a name, a parent, how to make an object, and the extensions attached to the class.
 #pragma once
 
 #include <cstdint>
@@ -106,7 +106,7 @@ unsigned znrxClassGeneration();
 // All registered classes, in order of registration.
 const std::vector<ZnRxClass*>& znrxClasses();
 
-// Told when classes come and go, so that objects of unknown classes can become themselves and back.
+// Notified when classes come and go, so that objects of unknown classes can become themselves and back.
 class ZnRxClassWatcher {
 public:
   virtual ~ZnRxClassWatcher() = default;

@@ -33,7 +33,7 @@ public:
   }
   const ZnString& message() const { return message_; }
 
-  // Told by commands that take long, as often as they like.
+  // Called by commands that take long, as often as they like.
   virtual void progress(size_t /*done*/, size_t /*total*/) {}
 
 private:

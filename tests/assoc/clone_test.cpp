@@ -85,19 +85,3 @@ TEST_F(CloneTest, in_another_drawing_what_stayed_behind_is_broken) {
   EXPECT_TRUE(linkFaults(other).empty());
   EXPECT_EQ(writers(output).length(), 1);
 }
-
-TEST_F(CloneTest, a_copied_action_can_be_undone_and_redone) {
-  undo().startStep();
-  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
-  ASSERT_EQ(db.deepCloneObjects(ZnArray<ZnDbObjectId>{source, output}, db.modelSpaceId(), mapping),
-            Quorl::eOk);
-  const ZnDbObjectId copy = cloneOf(mapping, output);
-  EXPECT_EQ(undo().undo(), Quorl::eOk);
-  EXPECT_TRUE(copy.isErased());
-  EXPECT_TRUE(writers(copy).isEmpty());
-  EXPECT_EQ(undo().redo(), Quorl::eOk);
-  EXPECT_EQ(writers(copy).length(), 1);
-  setRadius(cloneOf(mapping, source), 8.0);
-  evaluate();
-  EXPECT_EQ(radiusOf(copy), 5.0);
-}

@@ -33,6 +33,11 @@ TEST_F(Cloning, CopiesWithinADrawing) {
   const ZnDbObjectId copy = cloneOf(mapping, id);
   ASSERT_TRUE(copy.isValid());
   EXPECT_EQ(radiusOf(copy), 2.0);
+  EXPECT_EQ(mapping.deepCloneContext(), ZnDb::kCopyContext);
+  ZnDbIdMappingIter pairs(mapping);
+  ZnDbIdPair pair;
+  for (pairs.start(); pair.key() != id && pairs.getMap(pair);) pairs.next();
+  EXPECT_EQ(pair.value(), copy);
   EXPECT_EQ(told.events, "begin translate 1 end ");
   ZnDbHolder<ZnDbCircle> circle(copy);
   EXPECT_EQ(circle->ownerId(), db.modelSpaceId());

@@ -2,6 +2,7 @@
 
 #include "db_core/small_drawing.h"
 #include "quorl/db/core/database_reactor.h"
+#include "quorl/db/core/database_version.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/table/linetype_table.h"
 #include "quorl/rx/variables_dictionary.h"
@@ -24,6 +25,13 @@ TEST_F(Header, NearestLineWeight) {
   };
   const Case cases[] = {{25, 25}, {26, 25}, {28, 30}, {0, 0}, {-7, 0}, {211, 211}, {9999, 211}, {119, 120}};
   for (const Case& c : cases) EXPECT_EQ(ZnDbDatabase::getNearestLineWeight(c.asked), c.expected) << c.asked;
+}
+
+TEST_F(Header, RemembersTheVersionOfItsFile) {
+  EXPECT_EQ(db.originalFileSavedByVersion(), Quorl::kFileVersion);
+  db.setOriginalFileSavedBy(31, 125);
+  EXPECT_EQ(db.originalFileSavedByVersion(), 31);
+  EXPECT_EQ(db.originalFileSavedByMaintenanceVersion(), 125);
 }
 
 TEST_F(Header, LtscaleIsAVariableOfTheDrawing) {

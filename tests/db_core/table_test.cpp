@@ -45,25 +45,26 @@ TEST_F(Tables, NamesOfRecords) {
   EXPECT_TRUE(layerAt(L"never named").isNull());
 }
 
-TEST_F(Tables, RenamingErasingAndUndoKeepTheIndex) {
-  ZnDbObjectId id, second;
-  ASSERT_EQ(addLayer(L"A", id), Quorl::eOk);
-  db.undoRecorder().startStep();
-  {
-    ZnDbHolder<ZnDbLayerTableRecord> layer;
-    ASSERT_EQ(layer.openForWrite(id), Quorl::eOk);
-    EXPECT_EQ(layer->setName(L"0"), Quorl::eDuplicateKey);
-    ASSERT_EQ(layer->setName(L"B"), Quorl::eOk);
-  }
-  EXPECT_TRUE(layerAt(L"A").isNull());
-  EXPECT_EQ(layerAt(L"b"), id);
-  ASSERT_EQ(db.undoRecorder().undo(), Quorl::eOk);
-  EXPECT_EQ(layerAt(L"A"), id);
-  EXPECT_TRUE(layerAt(L"B").isNull());
-  erase(id);
-  EXPECT_TRUE(layerAt(L"A").isNull()) << "an erased record counts as not found";
-  ASSERT_EQ(addLayer(L"A", second), Quorl::eOk);
-  EXPECT_EQ(layerAt(L"A"), second);
+TEST_F(Tables, EntitiesOfABlockAreWalkedBothWays) {
+  const ZnDbObjectId block = addBlock(L"Walked"), first = addCircle(1.0, 1.0, block),
+                     gone = addCircle(2.0, 1.0, block), last = addCircle(3.0, 1.0, block);
+  erase(gone);
+  change<ZnDbBlockTableRecord>(block, [](auto& record) { record.setIsFromExternalReference(true); });
+  const ZnDbHolder<ZnDbBlockTableRecord> record(block);
+  EXPECT_TRUE(record->isFromExternalReference());
+  for (const bool forward : {true, false})
+    for (const bool skipping : {true, false}) {
+      std::vector<ZnDbObjectId> wanted{first, gone, last}, found;
+      if (skipping) wanted.erase(wanted.begin() + 1);
+      if (!forward) std::reverse(wanted.begin(), wanted.end());
+      ZnDbBlockTableRecordIterator* made = nullptr;
+      ASSERT_EQ(record->newIterator(made, forward, skipping), Quorl::eOk);
+      const std::unique_ptr<ZnDbBlockTableRecordIterator> walk(made);
+      for (; !walk->done(); walk->step(forward, skipping))
+        EXPECT_EQ(walk->getEntityId(found.emplace_back()), Quorl::eOk);
+      EXPECT_EQ(found, wanted) << forward << skipping;
+      EXPECT_EQ(walk->getEntityId(found.emplace_back()), Quorl::eOutOfRange);
+    }
 }
 
 // Names with numbers have an index of their own, and must answer like all other names.
@@ -96,58 +97,6 @@ TEST_F(Tables, NumberedNames) {
   EXPECT_TRUE(blockAt(name.c_str()).isNull()) << "taken back";
   ASSERT_EQ(db.undoRecorder().redo(), Quorl::eOk);
   EXPECT_EQ(blockAt(name.c_str()), last);
-}
-
-TEST_F(Tables, BlocksKnowTheirReferences) {
-  const ZnDbObjectId inner = addBlock(L"Inner"), outer = addBlock(L"Outer");
-  addCircle(0.0, 1.0, inner);
-  const ZnDbObjectId nested = addReference(inner, outer);
-  const ZnDbObjectId shown = addReference(outer);
-  using Ids = std::vector<ZnDbObjectId>;
-  EXPECT_EQ(referencesOf(inner), (Ids{nested}));
-  EXPECT_EQ(referencesOf(inner, false), (Ids{nested, shown}));
-  erase(nested);
-  EXPECT_EQ(referencesOf(inner), Ids());
-  erase(nested, false);
-  const ZnDbObjectId second = addReference(inner), third = addReference(inner), other = addBlock(L"Other");
-  EXPECT_EQ(referencesOf(inner), (Ids{nested, second, third}));
-  change<ZnDbBlockReference>(second, [&](ZnDbBlockReference& reference) {
-    EXPECT_EQ(reference.setBlockTableRecord(other), Quorl::eOk);
-  });
-  EXPECT_EQ(referencesOf(other), (Ids{second}));
-  EXPECT_EQ(referencesOf(inner), (Ids{nested, third}));
-}
-
-TEST_F(Tables, ABlockNeverContainsItself) {
-  const ZnDbObjectId inner = addBlock(L"Inner"), outer = addBlock(L"Outer");
-  addReference(inner, outer);
-  ZnDbHolder<ZnDbBlockTableRecord> record;
-  ASSERT_EQ(record.openForWrite(inner), Quorl::eOk);
-  for (const ZnDbObjectId target : {inner, outer}) {
-    auto* reference = new ZnDbBlockReference(ZnGePoint3d(), target);
-    EXPECT_EQ(record->appendZnDbEntity(reference), Quorl::eInvalidOwner);
-    delete reference;
-  }
-}
-
-TEST_F(Tables, DictionaryEntries) {
-  ZnDbHolder<ZnDbDictionary> named;
-  ASSERT_EQ(named.openForWrite(db.namedObjectsDictionaryId()), Quorl::eOk);
-  const int before = named->entryCount();
-  ZnDbObjectId first, second, found;
-  auto* entry = new ZnDbDictionary;
-  ASSERT_EQ(named->setAt(L"Entry", entry, first), Quorl::eOk);
-  entry->close();
-  EXPECT_EQ(named->getAt(L"ENTRY", found), Quorl::eOk);
-  EXPECT_EQ(found, first);
-  auto* replacing = new ZnDbDictionary;
-  ASSERT_EQ(named->setAt(L"entry", replacing, second), Quorl::eOk);
-  replacing->close();
-  EXPECT_TRUE(first.isErased());
-  EXPECT_EQ(named->entryCount(), before + 1);
-  EXPECT_EQ(named->remove(L"Entry"), Quorl::eOk);
-  EXPECT_EQ(named->remove(L"Entry"), Quorl::eKeyNotFound);
-  EXPECT_EQ(named->getAt(L"Entry", found), Quorl::eKeyNotFound);
 }
 
 } // namespace

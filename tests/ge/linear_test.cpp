@@ -5,6 +5,8 @@
 #include "quorl/ge/line2d.h"
 #include "quorl/ge/line3d.h"
 #include "quorl/ge/line_seg3d.h"
+#include "support/point_text.h"
+#include "support/told_cases.h"
 
 using namespace geTest;
 
@@ -22,68 +24,33 @@ struct Ends {
   }
 };
 
-struct PairCase {
-  const char* name;
-  Ends a, b;
-  ZnGeTol tol;
-  bool meets;
-  ZnGePoint3d at;
-};
-
 const ZnGeTol kTight, kLoose(1e-8, 1e-8);
-constexpr double kHair = 0.5e-8; // between the two
 
-Ends seg(const ZnGePoint3d& from, const ZnGePoint3d& to) { return {from, to, true}; }
-Ends line(const ZnGePoint3d& from, const ZnGePoint3d& to) { return {from, to, false}; }
-
-const PairCase kCrossing[] = {
-    {"segments", seg({-1, 0, 0}, {1, 0, 0}), seg({0, -2, 0}, {0, 2, 0}), kTight, true, {0, 0, 0}},
-    {"short of it", seg({1, 0, 0}, {2, 0, 0}), seg({0, 1, 0}, {0, 2, 0}), kTight, true, {0, 0, 0}},
-    {"their lines", line({1, 0, 0}, {2, 0, 0}), line({0, 1, 0}, {0, 2, 0}), kTight, true, {0, 0, 0}},
-    {"far segment", line({1, 0, 0}, {2, 0, 0}), seg({0, 1, 0}, {0, 2, 0}), kTight, true, {0, 0, 0}},
-    {"wedge", seg({3, 1, 2}, {9, 3, 2}), seg({3, -1, 2}, {9, -3, 2}), kTight, true, {0, 0, 2}},
-    {"skew segments", seg({1, 0, 0}, {2, 0, 0}), seg({0, 1, 1e-3}, {0, 2, 1e-3}), kTight, false, {}},
-    {"corner", seg({1, 0, 0}, {4, 4, 0}), seg({4, 4, 0}, {9, 4, 1}), kTight, true, {4, 4, 0}},
-    {"skew", line({0, 0, 0}, {1, 0, 0}), line({0, 0, 1e-3}, {0, 1, 1e-3}), kTight, false, {}},
-    {"nearly skew",
-     line({0, 0, 0}, {1, 0, 0}),
-     line({0, 0, kHair}, {0, 1, kHair}),
-     kLoose,
-     true,
-     {0, 0, kHair / 2}},
-    {"same, tight", line({0, 0, 0}, {1, 0, 0}), line({0, 0, kHair}, {0, 1, kHair}), kTight, false, {}},
-    {"point on segment", seg({1, 0, 0}, {1, 0, 0}), seg({0, 0, 0}, {4, 0, 0}), kTight, false, {}},
-    {"degenerate line", line({1, 0, 0}, {1, 0, 0}), line({0, 0, 0}, {4, 0, 0}), kTight, false, {}},
-    {"two points", seg({1, 0, 0}, {1, 0, 0}), seg({1, 0, 0}, {1, 0, 0}), kTight, false, {}}};
-
-struct ParallelCase {
-  const char* name;
+struct Pair {
   Ends a, b;
   ZnGeTol tol;
-  bool isColinear;
-  double overlap; // length of the common stretch, 0 for none
 };
 
-const ParallelCase kParallel[] = {
-    {"side by side", seg({0, 0, 0}, {1, 0, 0}), seg({0, 1, 0}, {-5, 1, 0}), kTight, false, 0},
-    {"a hair off", seg({0, 0, 0}, {1, 0, 0}), seg({0, kHair, 0}, {2, kHair, 0}), kTight, false, 0},
-    {"same, loose", seg({0, 0, 0}, {1, 0, 0}), seg({0, kHair, 0}, {2, kHair, 0}), kLoose, true, 1},
-    {"loosely parallel", line({0, 0, 0}, {1, 0, 0}), line({0, 1, 0}, {1, 1 + kHair, 0}), kLoose, false, 0},
-    {"long and tilted", seg({0, 0, 0}, {100, 0, 0}), line({0, 0, 0}, {1, kHair, 0}), kLoose, false, 0},
-    {"apart", seg({0, 0, 0}, {1, 1, 1}), seg({2, 2, 2}, {3, 3, 3}), kTight, true, 0},
-    {"touching", seg({0, 0, 0}, {1, 0, 0}), seg({1, 0, 0}, {3, 0, 0}), kTight, true, 0},
-    {"overlapping", seg({0, 0, 0}, {3, 0, 0}), seg({5, 0, 0}, {1, 0, 0}), kTight, true, 2},
-    {"inside", seg({0, 0, 0}, {9, 0, 0}), seg({5, 0, 0}, {4, 0, 0}), kTight, true, 1},
-    {"on a line", seg({0, 0, 0}, {0, 4, 0}), line({0, 9, 0}, {0, 7, 0}), kTight, true, 4},
-    {"same line", line({0, 0, 0}, {0, 4, 0}), line({0, 9, 0}, {0, 7, 0}), kTight, true, kUnbounded}};
+// As "seg 0,0 1,0 line 0,1 1,1 loose" says it.
+Pair pairOf(const std::string& text) {
+  Pair pair;
+  std::istringstream words(text);
+  std::string kind, from, to, tolerance;
+  for (Ends* ends : {&pair.a, &pair.b}) {
+    words >> kind >> from >> to;
+    *ends = {pointsOf(from).at(0), pointsOf(to).at(0), kind == "seg"};
+  }
+  words >> tolerance;
+  pair.tol = tolerance == "loose" ? kLoose : kTight;
+  return pair;
+}
 
 // Runs the check on the pair in both orders, with either one reversed, in several places of space.
-template<class Case, class Check> void forEachPair(const Case& c, const Check& check) {
+template<class Check> void forEachPair(const Pair& c, const Check& check) {
   const ZnGeMatrix3d maps[] = {ZnGeMatrix3d(), ZnGeMatrix3d::translation({3, -2, 5}),
                                ZnGeMatrix3d::rotation(ZnGe::kHalfPi, {0, 1, 0}, {1, 1, 1}),
                                ZnGeMatrix3d::mirroring(ZnGePlane({0, 0, 1}, {0, 0, 1}))};
   for (const ZnGeMatrix3d& map : maps) {
-    SCOPED_TRACE(c.name);
     const auto a = c.a.make(map), b = c.b.make(map);
     check(map, *a, *b);
     check(map, *b, *a);
@@ -95,67 +62,54 @@ template<class Case, class Check> void forEachPair(const Case& c, const Check& c
 
 const ZnGePoint3d kUntouched(123, 456, 789);
 
-TEST(Linear, CrossingOnesMeetOrNot) {
-  for (const PairCase& c : kCrossing) {
-    forEachPair(c, [&c](const ZnGeMatrix3d& map, const ZnGeLinearEnt3d& a, const ZnGeLinearEnt3d& b) {
-      ZnGePoint3d meeting = kUntouched;
-      EXPECT_EQ(a.intersectWith(b, meeting, c.tol), c.meets);
-      EXPECT_TRUE(isNear(meeting, c.meets ? map * c.at : kUntouched)) << meeting;
-      EXPECT_FALSE(a.isParallelTo(b, c.tol) || a.isColinearTo(b, c.tol));
-      ZnGeLinearEnt3d* common = nullptr;
-      EXPECT_FALSE(a.overlap(b, common, c.tol));
-      EXPECT_EQ(common, nullptr);
-    });
-  }
+void expectCrossing(const Pair& c, const std::string& place) {
+  forEachPair(c, [&](const ZnGeMatrix3d& map, const ZnGeLinearEnt3d& a, const ZnGeLinearEnt3d& b) {
+    const bool meets = place != "nowhere";
+    ZnGePoint3d meeting = kUntouched;
+    EXPECT_EQ(a.intersectWith(b, meeting, c.tol), meets);
+    EXPECT_TRUE(isNear(meeting, meets ? map * pointsOf(place).at(0) : kUntouched)) << meeting;
+    EXPECT_FALSE(a.isParallelTo(b, c.tol) || a.isColinearTo(b, c.tol));
+    ZnGeLine3d whole;
+    a.getLine(whole);
+    EXPECT_EQ(whole.intersectWith(b, meeting, c.tol), meets);
+    ZnGeLinearEnt3d* common = nullptr;
+    EXPECT_FALSE(a.overlap(b, common, c.tol));
+    EXPECT_EQ(common, nullptr);
+  });
 }
 
-TEST(Linear, ParallelOnesOverlapOrNot) {
-  for (const ParallelCase& c : kParallel) {
-    forEachPair(c, [&c](const ZnGeMatrix3d&, const ZnGeLinearEnt3d& a, const ZnGeLinearEnt3d& b) {
-      ZnGePoint3d meeting = kUntouched;
-      EXPECT_FALSE(a.intersectWith(b, meeting, c.tol));
-      EXPECT_TRUE(isNear(meeting, kUntouched));
-      EXPECT_TRUE(a.isParallelTo(b, c.tol));
-      EXPECT_EQ(a.isColinearTo(b, c.tol), c.isColinear);
-      ZnGeLinearEnt3d* common = nullptr;
-      EXPECT_EQ(a.overlap(b, common, c.tol), c.overlap > 0.0);
-      const std::unique_ptr<ZnGeLinearEnt3d> owned(common);
-      ASSERT_EQ(common != nullptr, c.overlap > 0.0);
-      if (common == nullptr) return;
-      EXPECT_TRUE(common->direction().isCodirectionalTo(a.direction(), kLoose));
-      EXPECT_EQ(common->isBounded(), c.overlap < kUnbounded);
-      if (!common->isBounded()) return;
-      EXPECT_NEAR(common->length(), c.overlap, kRounding);
-      for (const double share : {0.0, 0.5, 1.0}) {
-        EXPECT_TRUE(a.isOn(pointAtShare(*common, share), kLoose) &&
-                    b.isOn(pointAtShare(*common, share), kLoose));
-      }
-    });
-  }
+// The length of the stretch that they have in common, or "beside" for those on two lines.
+void expectParallel(const Pair& c, const std::string& told) {
+  const double length = told == "beside" ? 0.0 : std::stod(told);
+  forEachPair(c, [&](const ZnGeMatrix3d&, const ZnGeLinearEnt3d& a, const ZnGeLinearEnt3d& b) {
+    ZnGePoint3d meeting = kUntouched;
+    EXPECT_FALSE(a.intersectWith(b, meeting, c.tol));
+    EXPECT_TRUE(isNear(meeting, kUntouched));
+    EXPECT_TRUE(a.isParallelTo(b, c.tol));
+    EXPECT_EQ(a.isColinearTo(b, c.tol), told != "beside");
+    ZnGeLinearEnt3d* common = nullptr;
+    EXPECT_EQ(a.overlap(b, common, c.tol), length > 0.0);
+    const std::unique_ptr<ZnGeLinearEnt3d> owned(common);
+    ASSERT_EQ(common != nullptr, length > 0.0);
+    if (common == nullptr) return;
+    EXPECT_TRUE(common->direction().isCodirectionalTo(a.direction(), kLoose));
+    EXPECT_EQ(common->isBounded(), length < kUnbounded);
+    if (!common->isBounded()) return;
+    EXPECT_NEAR(common->length(), length, kRounding);
+    for (const double share : {0.0, 0.5, 1.0}) {
+      EXPECT_TRUE(a.isOn(pointAtShare(*common, share), kLoose) &&
+                  b.isOn(pointAtShare(*common, share), kLoose));
+    }
+  });
 }
 
-RC_GTEST_PROP(LinearProperties, MeetAtTheConstructedPoint, ()) {
-  const ZnGePoint3d meeting = anyPoint();
-  const ZnGeVector3d d = anyVector(), e = anyVector();
-  RC_PRE(d.normal().crossProduct(e.normal()).length() > 0.05);
-  // Shares below 0 and above 1 put the meeting point outside of a segment: it is found all the same.
-  const auto share = rc::gen::map(rc::gen::inRange(-8, 17), [](int n) { return n / 8.0 + 0.01; });
-  const double onD = *share, onE = *share;
-  const ZnGeLineSeg3d a(meeting - d * onD, meeting + d * (1.0 - onD));
-  const ZnGeLineSeg3d b(meeting - e * onE, meeting + e * (1.0 - onE));
-  const bool isInside = onD >= 0.0 && onD <= 1.0 && onE >= 0.0 && onE <= 1.0;
-  const ZnGeTol wide(1e-6, 1e-6);
-  const ZnGeTol tol(kRounding, kRounding);
-  ZnGePoint3d found;
-  RC_ASSERT(a.intersectWith(b, found, tol) && isNear(found, meeting, 100.0));
-  RC_ASSERT((a.isOn(found, wide) && b.isOn(found, wide)) == isInside);
-  ZnGeLine3d lineA, lineB;
-  a.getLine(lineA);
-  b.getLine(lineB);
-  RC_ASSERT(lineA.intersectWith(lineB, found, tol));
-  RC_ASSERT(isNear(found, meeting, 100.0));
-  RC_ASSERT(isNear(lineA.paramOf(meeting), onD * d.length(), 1e3));
-  RC_ASSERT(isNear(lineA.evalPoint(lineA.paramOf(meeting)), meeting, 100.0));
+TEST(Linear, PairsMeetOrOverlapOrDoNot) {
+  runToldCases("ge/linear_cases.txt", 24,
+               [](const std::string& section, const std::string& input, const Lines& told) {
+                 SCOPED_TRACE(input);
+                 (section == "crossing" ? expectCrossing : expectParallel)(pairOf(input), told.at(0));
+                 return told;
+               });
 }
 
 TEST(Linear, EndsAreKeptToTheLastBit) {

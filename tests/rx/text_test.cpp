@@ -29,20 +29,6 @@ RC_GTEST_PROP(RealFormat, TheTextReadsBack, (double value)) {
   RC_ASSERT(text.find_first_of("eE") == std::string::npos);
 }
 
-TEST(Print, GoesToTheSinkThatIsSet) {
-  ZnString seen;
-  ZnPrintSink before = znutSetPrintSink([&seen](const ZnString& text) { seen += text; });
-  znutPrintf(L"%s has %d edges, %.1f%%\n", L"Grün", 4, 12.5);
-  znutPrintf(L"done");
-  ZnString other;
-  ZnPrintSink first = znutSetPrintSink([&other](const ZnString& text) { other += text; });
-  znutPrintf(L"%s", L"elsewhere");
-  first(L"!");
-  znutSetPrintSink(before);
-  EXPECT_EQ(seen.utf8(), "Grün has 4 edges, 12.5%\ndone!");
-  EXPECT_EQ(other, L"elsewhere");
-}
-
 TEST(Print, NoSinkMeansTheStandardOutput) {
   ZnPrintSink before = znutSetPrintSink(nullptr);
   testing::internal::CaptureStdout();

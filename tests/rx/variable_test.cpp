@@ -171,23 +171,6 @@ TEST_F(Variables, AReactorMayTakeOthersOff) {
   EXPECT_EQ(log, "first;");
 }
 
-TEST_F(Variables, DrawingValuesFollowTheStore) {
-  Store one, two;
-  dictionary.setCurrentStore(&one);
-  EXPECT_EQ(set(L"TREAL", L"4"), Quorl::eOk);
-  EXPECT_EQ(set(L"TSHORT", L"5"), Quorl::eOk);
-  EXPECT_EQ(one.values.size(), 1u);
-  dictionary.setCurrentStore(&two);
-  EXPECT_EQ(dictionary.getDouble(L"TREAL"), 1.0);
-  EXPECT_EQ(dictionary.getInt16(L"TSHORT"), 5);
-  two.put(ZnAtom::of(L"TREAL"), Value::ofString(L"of another type"));
-  EXPECT_EQ(dictionary.getDouble(L"TREAL"), 1.0);
-  dictionary.setCurrentStore(&one);
-  EXPECT_EQ(dictionary.getDouble(L"treal"), 4.0);
-  dictionary.setCurrentStore(nullptr);
-  EXPECT_EQ(dictionary.getDouble(L"TREAL"), 1.0);
-}
-
 TEST_F(Variables, ReadingNumbersAllocatesNothing) {
   Store store;
   dictionary.setCurrentStore(&store);

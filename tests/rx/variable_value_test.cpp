@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 
 constexpr auto kBool = ZnRxVariableType::kBool;
@@ -40,34 +38,6 @@ TEST(VariableValue, TextsAreReadAsTheWantedType) {
     // Through a buffer and back is the same value.
     EXPECT_EQ(ZnRxVariableValue::from(value->toBuffer(), c.type), value) << label;
   }
-}
-
-TEST(VariableValue, NumbersConvertWithoutLoss) {
-  struct Case {
-    resbuf buffer;
-    ZnRxVariableType type;
-    bool taken;
-    double number;
-  };
-  Case cases[] = {
-      {resbuf::ofShort(7), kDouble, true, 7.0},
-      {resbuf::ofReal(7.0), kInt16, true, 7.0},
-      {resbuf::ofReal(7.5), kInt16, false, 0.0},
-      {resbuf::ofLong(70000), kInt16, false, 0.0},
-      {resbuf::ofLong(70000), kInt32, true, 7e4},
-      {resbuf::ofShort(1), kBool, true, 1.0},
-      {resbuf::ofShort(-1), kBool, false, 0.0},
-      {resbuf::ofShort(1), kString, false, 0.0},
-      {resbuf(), kDouble, false, 0.0},
-      {resbuf::ofReal(3e9), kInt32, false, 0.0},
-      {resbuf::ofReal(std::numeric_limits<double>::quiet_NaN()), kDouble, false, 0.0},
-  };
-  for (const Case& c : cases) {
-    const auto value = ZnRxVariableValue::from(c.buffer, c.type);
-    ASSERT_EQ(value.has_value(), c.taken) << c.buffer.restype << " as " << static_cast<int>(c.type);
-    EXPECT_EQ(value ? *value->number() : 0.0, c.number);
-  }
-  EXPECT_EQ(ZnRxVariableValue::ofString(L"7").number(), std::nullopt);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/host_drawing.h"
 #include "support/point_text.h"
 #include "torvi/centermark/action_body.h"
 #include "torvi/centermark/object_wrapper.h"
@@ -40,13 +41,8 @@ protected:
 
   // Shapes, in model space
   ZnDbObjectId add(ZnDbEntity* entity, ZnDbObjectId space = {}) {
-    ZnDbHolder<ZnDbEntity> owner(entity);
-    ZnDbHolder<ZnDbBlockTableRecord> record;
-    EXPECT_EQ(record.openForWrite(space.isNull() ? db_->modelSpaceId() : space), Quorl::eOk);
     entity->setDatabaseDefaults(db_.get());
-    ZnDbObjectId id;
-    EXPECT_EQ(record->appendZnDbEntity(id, entity), Quorl::eOk);
-    return id;
+    return append(space.isNull() ? db_->modelSpaceId() : space, entity);
   }
   ZnDbObjectId addCircle(const ZnGePoint3d& center, double radius,
                          const ZnGeVector3d& normal = ZnGeVector3d::kZAxis) {
@@ -73,17 +69,12 @@ protected:
     evaluateChanges();
   }
   ZnDbObjectId addLinetype(const ZnString& name, std::initializer_list<double> dashes, bool scaledToFit) {
-    ZnDbHolder<ZnDbLinetypeTableRecord> record(new ZnDbLinetypeTableRecord);
-    record->setName(name);
-    record->setDashCount(static_cast<int>(dashes.size()));
-    int index = 0;
-    for (const double dash : dashes) record->setDashLengthAt(index++, dash);
-    record->setIsScaledToFit(scaledToFit);
-    ZnDbHolder<ZnDbLinetypeTable> table;
-    EXPECT_EQ(table.openForWrite(db_->linetypeTableId()), Quorl::eOk);
-    ZnDbObjectId id;
-    EXPECT_EQ(table->add(id, record.object()), Quorl::eOk);
-    return id;
+    return addRecord<ZnDbLinetypeTableRecord>(db_->linetypeTableId(), name, [&](auto& record) {
+      record.setDashCount(static_cast<int>(dashes.size()));
+      int index = 0;
+      for (const double dash : dashes) record.setDashLengthAt(index++, dash);
+      record.setIsScaledToFit(scaledToFit);
+    });
   }
   // A window on model space; the points say where it stands on paper and what is at its middle.
   ZnDbObjectId addViewport(double scale, const ZnGePoint3d& center = {}, const ZnGePoint2d& viewCenter = {},
@@ -97,15 +88,7 @@ protected:
   }
 
   // Blocks
-  ZnDbObjectId addEmptyBlock() {
-    ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
-    record->setName(L"*U");
-    ZnDbHolder<ZnDbBlockTable> table;
-    EXPECT_EQ(table.openForWrite(db_->blockTableId()), Quorl::eOk);
-    ZnDbObjectId id;
-    EXPECT_EQ(table->add(id, record.object()), Quorl::eOk);
-    return id;
-  }
+  ZnDbObjectId addEmptyBlock() { return addRecord<ZnDbBlockTableRecord>(db_->blockTableId(), L"*U"); }
   ZnDbObjectId addReference(ZnDbObjectId block, const ZnGeMatrix3d& transform = {}, ZnDbObjectId space = {}) {
     auto* reference = new ZnDbBlockReference({0.0, 0.0, 0.0}, block);
     EXPECT_EQ(reference->setBlockTransform(transform), Quorl::eOk);
@@ -158,16 +141,6 @@ protected:
     EXPECT_EQ(ZnTorviLyxUtils::explicitlyEvaluateActionBody(bodyOf(mark)), Quorl::eOk);
   }
   void evaluateChanges() { ZnDbAssocManager::evaluateTopLevelNetwork(db_.get()); }
-
-  // Objects
-  template<class T, class Change> static void change(ZnDbObjectId id, Change&& doIt) {
-    ZnDbHolder<T> object;
-    ASSERT_EQ(object.openForWrite(id), Quorl::eOk);
-    doIt(*object);
-  }
-  static void erase(ZnDbObjectId id) {
-    change<ZnDbObject>(id, [](ZnDbObject& object) { EXPECT_EQ(object.erase(), Quorl::eOk); });
-  }
 
   static void setLocked(ZnDbObjectId layer, bool locked) {
     change<ZnDbLayerTableRecord>(layer, [=](ZnDbLayerTableRecord& record) { record.setIsLocked(locked); });

@@ -8,29 +8,6 @@ using Body = ZnDbCenterLineActionBody;
 
 class CenterLineBody : public CenterLineTest {};
 
-TEST_F(CenterLineBody, BeforeAnEvaluationNothingIsRemembered) {
-  ZnDbObjectId actionId, bodyId;
-  ASSERT_EQ(ZnDbAssocActionBody::createActionAndActionBodyAndPostToDatabase(
-                Body::desc(), db_->currentSpaceId(), actionId, bodyId),
-            Quorl::eOk);
-  change<Body>(bodyId, [](Body& body) {
-    EXPECT_EQ(body.startExtension() + body.endExtension() + body.startOvershoot() + body.endOvershoot(), 0.0);
-    EXPECT_EQ(body.cachedCenterLineLength() + body.cachedCenterLineDirection().length(), 0.0);
-    EXPECT_EQ(body.edgeRefDirEnding(0) + body.edgeRefDirEnding(1), 2);
-    EXPECT_EQ(body.resetExtensions(), Quorl::eOk);
-    EXPECT_EQ(body.startExtension(), 0.0) << "half of a length that is not known";
-    EXPECT_EQ(body.setCachedCenterLineLength(8.0), Quorl::eOk);
-    EXPECT_EQ(body.setEndExtension(2e60), Quorl::eOk);
-    EXPECT_EQ(body.startExtension(), 4.0);
-    EXPECT_EQ(body.endExtension(), 4.0);
-    EXPECT_EQ(body.setEndExtension(0.99e60), Quorl::eOk);
-    EXPECT_EQ(body.endExtension(), 0.99e60) << "a length, if a great one";
-    ZnGeLineSeg3d line(ZnGePoint3d(1, 1, 1), ZnGePoint3d(2, 2, 2));
-    EXPECT_EQ(body.getCenterLineGeometry(line, true), Quorl::eInvalidInput);
-    EXPECT_TRUE(near(line.endPoint(), {2, 2, 2}));
-  });
-}
-
 TEST_F(CenterLineBody, EndingsAndWhatAWrongIndexGives) {
   Line line(addUsual());
   EXPECT_EQ(line.setEdgeRefDirEndingArray({-7, 0}), Quorl::eOk);

@@ -104,7 +104,8 @@ TEST(CenterLineHandlers, RaysStartWhereTheLinesMeetAndElseAtTheOrigin) {
     const char* rays;
   } const rows[] = {{"2,0 6,0", "0,1 0,5", {1, 0}, "6,0 0,1"},
                     {"3,1 6,1", "3,1 3,9", {0, 0}, "3,0 0,8"},
-                    {"1,0 6,0", "2,1,5 2,5,5", {1, 0}, "6,0 2,1,5"}};
+                    {"1,0 6,0", "2,1,5 2,5,5", {1, 0}, "6,0 2,1,5"},
+                    {"0,0 6,0", "2,1,5 2,5,5", {0, 1}, "6,0 2,5,5"}};
   for (const auto& row : rows) {
     const Seg first = segmentOf(row.first), second = segmentOf(row.second);
     ZnGeVector3d rays[2];

@@ -27,40 +27,9 @@ TEST(ChordToArcAngle, TheChordOfTheAngleIsTheChord) {
 
 class ArmCurves : public DrawingTest {
 protected:
-  using Arms = ZnCenterMarkArmLengths;
-  // How far left, right, bottom and top reach from the center of the circle.
-  std::vector<double> reaches(const IZnDbCenterMarkPropsProvider& provider, const Arms& arms) {
-    OwnedCurves six;
-    EXPECT_EQ(buildCenterMarkCurves(six.curves, provider, circle_, ZnGeVector3d::kZAxis, ZnGeVector3d::kXAxis,
-                                    nullptr, arms, nullptr),
-              Quorl::eOk);
-    std::vector<double> found;
-    for (int i = eLeftLine; i <= eTopLine && six.curves.length() == 6; ++i) {
-      const ZnGeCurve3d& line = *six.curves[i];
-      const bool none = line.type() == ZnGe::kLine3d, outIsStart = i == eLeftLine || i == eBottomLine;
-      const double end = outIsStart ? line.interval().lowerBound() : line.interval().upperBound();
-      found.push_back(none ? 0.0 : std::round(circle_.center().distanceTo(line.evalPoint(end)) * 1e9) / 1e9);
-    }
-    return found;
-  }
   const ZnGeCircArc3d circle_{ZnGePoint3d(30.0, 0.0, 0.0), ZnGeVector3d::kZAxis, 10.0};
   const ZnDbCenterMarkPropsProvider unmade_{ZnDbObjectId()};
 };
-
-TEST_F(ArmCurves, ArmLengthsAreGivenStoredOrThoseOfAnotherLine) {
-  const ZnDbObjectId mark = addMark(addCircle({0.0, 0.0, 0.0}, 20.0));
-  wrap(mark).setHorizontalEndExtension(9.0);
-  evaluate(mark);
-  const ZnDbCenterMarkPropsProvider made(mark);
-  struct {
-    const IZnDbCenterMarkPropsProvider& provider;
-    Arms arms;
-    std::vector<double> reaches;
-  } const rows[] = {{unmade_, {kArmUnset, 7.0, -eBottomLine, 2.5}, {10.5, 7.0, 10.5, 2.5}},
-                    {made, kStoredArmLengths, {20.5, 9.5, 20.5, 20.5}},
-                    {made, {kArmUnset, 0.0, 3.0, -eTopLine}, {10.5, 0.0, 3.0, 20.5}}};
-  for (const auto& row : rows) EXPECT_EQ(reaches(row.provider, row.arms), row.reaches) << &row - rows;
-}
 
 TEST_F(ArmCurves, TheWholeIsTheCrossAndThenTheExtensionLines) {
   const ZnGeVector3d x = ZnGeVector3d::kXAxis, z = ZnGeVector3d::kZAxis, down(0.0, -5.0, 0.0);

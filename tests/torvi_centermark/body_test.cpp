@@ -8,28 +8,6 @@ namespace {
 using Body = ZnDbCenterMarkActionBody;
 using MarkBody = MarkTest;
 
-TEST_F(MarkBody, ExtensionsFollowTheCircleUntilTheyHaveALength) {
-  changeBody([](Body& body) {
-    EXPECT_EQ(body.horizontalStartExtension(), 10.0);
-    EXPECT_EQ(body.setHorizontalStartExtension(5.0), Quorl::eOk);
-    EXPECT_EQ(body.setVerticalEndExtension(2e60), Quorl::eOk);
-    EXPECT_EQ(body.setVerticalStartExtension(-2.0), Quorl::eOk);
-  });
-  change<ZnDbCircle>(circle_, [&](ZnDbCircle& circle) { circle.setRadius(20.0); });
-  evaluateChanges();
-  EXPECT_EQ(stored(L"CachedCircleRadius"), 20.0);
-  changeBody([](Body& body) {
-    EXPECT_EQ(body.horizontalStartExtension(), 5.0);
-    EXPECT_EQ(body.horizontalEndExtension(), 20.0);
-    EXPECT_EQ(body.verticalStartExtension(), -2.0);
-    EXPECT_EQ(body.verticalEndExtension(), 20.0);
-    EXPECT_EQ(body.resetExtensions(), Quorl::eOk);
-    for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
-      EXPECT_EQ(body.extension(line), 20.0);
-    EXPECT_EQ(body.extension(eCrossHairVerticalLine), 0.0);
-  });
-}
-
 TEST_F(MarkBody, OvershootsRefuseLengthsBelowZero) {
   const double tolerance = ZnGeContext::gTol.equalPoint();
   Quorl::ErrorStatus (Body::*const setters[])(double) = {

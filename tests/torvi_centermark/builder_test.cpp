@@ -17,6 +17,7 @@ TEST_F(MarkBuilder, OnlyTheArcRuleLooksAtTheEdge) {
   for (const auto& row : rows) {
     put(L"CENTERMARKEXE", ZnRxVariableValue::ofBool(row.lines));
     put(L"CENTERMARKCHECKARC", ZnRxVariableValue::ofInt16(static_cast<std::int16_t>(row.checkArc)));
+    EXPECT_EQ(ZnTorviLyxUtils::checkForArc(), row.checkArc == 1);
     ZnDbTransaction attempt(*db_);
     ZnDbObjectId id;
     EXPECT_EQ(ZnTorviLyxUtils::createCenterMark(line, id, db_.get()), row.status);
@@ -25,17 +26,6 @@ TEST_F(MarkBuilder, OnlyTheArcRuleLooksAtTheEdge) {
     EXPECT_FALSE(wrap(id).isAssociative());
     EXPECT_EQ(statusOf(id), kFailedToEvaluateAssocStatus);
   }
-}
-
-TEST_F(MarkBuilder, WithoutDatabaseTheWorkingOneIsUsedAndThereIsNoPreview) {
-  ZnCenterMarkBuilder builder;
-  builder.addInputEdge(edgeOf(addCircle({0.0, 0.0, 0.0}, 4.0)));
-  ZnDbObjectId id;
-  EXPECT_EQ(builder.createTorvi(id), Quorl::eOk);
-  EXPECT_EQ(id.database(), db_.get());
-  ZnArray<ZnDbCurve*> curves;
-  EXPECT_EQ(builder.createTorviTransients(nullptr, curves), Quorl::eNotProvided);
-  EXPECT_TRUE(curves.isEmpty());
 }
 
 } // namespace

@@ -1,11 +1,8 @@
 // What a center mark looks like in the drawing, against its plain geometry.
 #include <gtest/gtest.h>
-#include <rapidcheck.h>
 
 #include <array>
-#include <cmath>
 #include <functional>
-#include <numbers>
 
 #include "support/drawing_fixture.h"
 
@@ -91,34 +88,6 @@ TEST_F(Drawn, LinesHaveTheirPlacesForEverySize) {
     isAt(eBottomLine, ZnGeVector3d::kYAxis, -shape.right.to, -shape.right.from);
     isAt(eTopLine, ZnGeVector3d::kYAxis, shape.right.from, shape.right.to);
   }
-}
-
-// The numbers of the table hold wherever and however the circle lies.
-TEST_F(Drawn, AMarkStandsOnItsCircleInAnyPlane) {
-  EXPECT_TRUE(rc::check([this] {
-    const auto number = [](int from, int to) { return *rc::gen::inRange(from * 1000, to * 1000) / 1000.0; };
-    const ZnGePoint3d center(number(-100, 100), number(-100, 100), number(-100, 100));
-    const ZnGeVector3d normal(number(-1, 1), number(-1, 1), number(-1, 1));
-    RC_PRE(normal.length() > 0.1);
-    const double radius = number(1, 50), left = number(5, 40), overshoot = number(0, 3);
-    const ZnDbObjectId mark = addMark(addCircle(center, radius, normal));
-    wrap(mark).setHorizontalStartExtension(left);
-    wrap(mark).setAllOvershoots(overshoot);
-    evaluate(mark);
-    const DrawnMark lines = drawn(mark);
-    const ZnGePoint3d farLeft = lines[eLeftLine].start, farRight = lines[eRightLine].end;
-    const ZnGePoint3d farTop = lines[eTopLine].end, farBottom = lines[eBottomLine].start;
-    RC_ASSERT(std::fabs(farLeft.distanceTo(center) - (left + overshoot)) < 1e-7);
-    for (const ZnGePoint3d& end : {farRight, farTop, farBottom})
-      RC_ASSERT(std::fabs(end.distanceTo(center) - (radius + overshoot)) < 1e-7);
-    for (const DrawnLine& line : lines)
-      for (const ZnGePoint3d& end : {line.start, line.end})
-        RC_ASSERT(std::fabs((end - center).dotProduct(normal.normal())) < 1e-7);
-    RC_ASSERT(near(farTop, center + (center - farBottom), 1e-7));
-    RC_ASSERT(std::fabs((farRight - center).dotProduct(farTop - center)) < 1e-6 * radius * radius + 1e-6);
-    // Right, top and normal make a right-handed frame.
-    RC_ASSERT((farRight - center).crossProduct(farTop - center).dotProduct(normal) > 0.0);
-  }));
 }
 
 TEST_F(Drawn, LinesAreHiddenShrinkToNothingAndComeBack) {

@@ -78,6 +78,7 @@ TEST_F(Sizes, AMarkAnswersForItselfAndElseTheStyle) {
   const ZnDbCenterMarkPropsProvider own(mark);
   EXPECT_TRUE(own.layerId() == db_->layerZero() && own.linetypeScale() == 4.0);
   EXPECT_TRUE(own.hasStoredObject() && own.refCircleRadius() == 10.0);
+  EXPECT_EQ(ZnDbCenterMarkPropsProvider(mark, 4.0).refCircleRadius(), 4.0);
   const std::tuple<ZnCenterMarkSubEntType, double, double> rows[] = {
       {eCrossHairHorizontalLine, 0.0, 0.0}, {eLeftLine, 3.0, 3.0}, {eTopLine, 10.0, 7.0}};
   for (const auto& [line, extension, forRadius7] : rows) {

@@ -6,29 +6,10 @@ namespace {
 
 using MarkWrapper = MarkTest;
 
-TEST_F(MarkWrapper, ExpressionsAreCheckedAndNormalised) {
-  struct {
-    const wchar_t* text;
-    const char *asLength, *asGap; // what is stored; null for a refusal
-  } const rows[] = {{L"0", nullptr, "0"},       {L"0x", nullptr, "0x"},
-                    {L" .5X ", ".5x", ".5x"},   {L"bylinetype", "ByLinetype", "ByLinetype"},
-                    {L"abc", nullptr, nullptr}, {L"-1", nullptr, nullptr}};
-  auto mark = wrap(mark_);
-  for (const auto& row : rows) {
-    SCOPED_TRACE(ZnString(row.text).utf8());
-    mark.setCrossHairLengthExpression(L"9");
-    mark.setCrossHairGapExpression(L"9");
-    EXPECT_EQ(mark.setCrossHairLengthExpression(row.text), row.asLength ? Quorl::eOk : Quorl::eInvalidInput);
-    EXPECT_EQ(mark.setCrossHairGapExpression(row.text), row.asGap ? Quorl::eOk : Quorl::eInvalidInput);
-    EXPECT_EQ(mark.crossHairLengthExpression().utf8(), row.asLength ? row.asLength : "9");
-    EXPECT_EQ(mark.crossHairGapExpression().utf8(), row.asGap ? row.asGap : "9");
-  }
-  evaluate(mark_);
-}
-
 TEST_F(MarkWrapper, SizesAndWhetherTheCrossIsTooLarge) {
   auto mark = wrap(mark_);
-  EXPECT_DOUBLE_EQ(mark.crossHairLength(), 2.0);
+  for (const wchar_t* variable : {L"CENTERCROSSSIZE", L"CENTERCROSSGAP"}) put(variable, L"9");
+  EXPECT_DOUBLE_EQ(mark.crossHairLength(), 2.0) << "that of its making";
   EXPECT_DOUBLE_EQ(mark.crossHairGap(), 1.0);
   mark.setHorizontalStartExtension(2.5);
   mark.setVerticalEndExtension(0.0);
@@ -71,21 +52,6 @@ TEST_F(MarkWrapper, PointsOfATurnedMark) {
   // An arm of the cross has no overshoot to cut off.
   EXPECT_EQ(mark.getSubentLineGeometry(eCrossHairHorizontalLine, true),
             mark.getSubentLineGeometry(eCrossHairHorizontalLine, false));
-}
-
-TEST_F(MarkWrapper, OvershootsAreCutOffAtTheirStoredLengthWhateverTheScale) {
-  change<ZnDbBlockReference>(mark_, [](ZnDbBlockReference& reference) {
-    EXPECT_EQ(reference.transformBy(ZnGeMatrix3d::scaling(2.0, {2.0, 1.0, 0.0})), Quorl::eOk);
-  });
-  for (const ZnCenterMarkSubEntType line : {eLeftLine, eRightLine, eBottomLine, eTopLine})
-    for (const bool includeOvershoot : {true, false}) {
-      const ZnGeLineSeg3d seen = wrap(mark_).getSubentLineGeometry(line, includeOvershoot);
-      const bool outIsStart = line == eLeftLine || line == eBottomLine;
-      const ZnGePoint3d end = outIsStart ? seen.startPoint() : seen.endPoint();
-      EXPECT_NEAR(end.distanceTo(center_), includeOvershoot ? 21.0 : 20.5, 1e-9) << line;
-      EXPECT_NEAR(seen.length(), includeOvershoot ? 17.0 : 16.5, 1e-9) << line;
-    }
-  evaluate(mark_);
 }
 
 TEST_F(MarkWrapper, ADeadMarkAnswersNeutrally) {

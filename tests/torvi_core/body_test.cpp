@@ -44,19 +44,6 @@ TEST_F(CenterBody, NeighboursOfOneKeyShareASubBlock) {
   }
 }
 
-TEST_F(CenterBody, AnErasedFirstEntityMakesNoBlock) {
-  ScriptedBuilder builder(db_.get());
-  builder.addInputEdge(edgeOf(circle_));
-  ZnDbObjectId body, center;
-  ASSERT_EQ(builder.createActionAndActionBody(body), Quorl::eOk);
-  erase(circle_);
-  EXPECT_EQ(builder.createEntitiesInBTR(body, center, db_.get()), Quorl::eNullObjectId);
-  EXPECT_TRUE(center.isNull());
-  // Nor can a network make anything of it.
-  EXPECT_EQ(ZnTorviLyxUtils::explicitlyEvaluateActionBody(body), Quorl::eOk);
-  EXPECT_EQ(ZnDbHolder<ZnDbAssocActionBody>(body)->status(), kErasedAssocStatus);
-}
-
 TEST_F(CenterBody, ErasingTakesReferenceBlockAndDependency) {
   for (const bool locked : {false, true}) {
     const ZnDbObjectId center = make({circle_}), layer = layerOf(center);

@@ -109,43 +109,6 @@ TEST_F(Builder, LoadingWhatCannotBeEdited) {
   EXPECT_FALSE(builder.objectLoaded()) << "an object without edges loads as nothing";
 }
 
-TEST_F(Builder, TheHookSeesTheParameterAtItsCountersPlace) {
-  const ZnDbObjectId center = make({circles_[0], circles_[1]});
-  ScriptedBuilder builder(db_.get());
-  ASSERT_EQ(builder.loadTorvi(center), Quorl::eOk);
-  builder.addInputEdge(edge('c'));
-  ASSERT_EQ(builder.modifyTorvi(), Quorl::eOk);
-  ASSERT_EQ(builder.addedToBody.size(), 1u);
-  EXPECT_EQ(builder.addedToBody[0], edge('a')) << "the counter starts anew, the body's places do not";
-
-  ScriptedBuilder refusing(db_.get());
-  refusing.setInputEdges({edge('a'), edge('b')});
-  refusing.hookStatus = Quorl::eOutOfRange;
-  ZnDbObjectId body;
-  EXPECT_EQ(refusing.createActionAndActionBody(body), Quorl::eOutOfRange);
-  EXPECT_EQ(ZnDbHolder<Body>(body)->edgeRefCount(), 1) << "nothing is rolled back";
-  refusing.hookStatus = Quorl::eOk;
-  refusing.initStatus = Quorl::eNotProvided;
-  ZnDbObjectId center2;
-  EXPECT_EQ(refusing.createTorvi(center2), Quorl::eNotProvided);
-  EXPECT_TRUE(center2.isNull());
-}
-
-TEST_F(Builder, ReassociationReplacesTheParameters) {
-  const ZnDbObjectId center = make({circles_[0], circles_[1]});
-  ScriptedBuilder builder(db_.get());
-  builder.setInputEdges({edge('c')});
-  EXPECT_EQ(builder.reassociateTorvi(circles_[0]), Quorl::eInvalidInput);
-  EXPECT_EQ(builder.reassociateActionBodyToInputEdge(ZnDbObjectId()), Quorl::eInvalidInput);
-  script.log.clear();
-  EXPECT_EQ(builder.reassociateTorvi(center), Quorl::eOk);
-  EXPECT_EQ(held(center), "c");
-  EXPECT_EQ(script.count("evaluate"), 1);
-  script.log.clear();
-  EXPECT_EQ(builder.reassociateActionBodyToInputEdge(bodyOf(center)), Quorl::eOk);
-  EXPECT_TRUE(script.log.empty()) << "for callers who evaluate later";
-}
-
 TEST_F(Builder, NeitherDatabaseNorClassCanBeLeftOut) {
   ZnDbObjectId center;
   EXPECT_EQ(ScriptedBuilder(db_.get(), ZnDbLine::desc()).createTorvi(center), Quorl::eWrongObjectClass);

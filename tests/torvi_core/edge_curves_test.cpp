@@ -102,6 +102,7 @@ TEST_F(EdgeCurves, ThroughNestedReferencesAsTheyTurnAndMirror) {
     for (const ZnGeMatrix3d& byInner : kTransforms) {
       change<ZnDbBlockReference>(outer, [&](ZnDbBlockReference& r) { r.setBlockTransform(byOuter); });
       change<ZnDbBlockReference>(inner, [&](ZnDbBlockReference& r) { r.setBlockTransform(byInner); });
+      EXPECT_EQ(Lyx::isCenterMirrored(outer), byOuter.det() < 0.0);
       const ZnGeMatrix3d all = byOuter * byInner;
       const ZnGeLineSeg3d segment(all * ZnGePoint3d(1.0, 1.0, 0.0), all * ZnGePoint3d(3.0, 1.0, 0.0));
       EXPECT_TRUE(shows(edgeAlong({outer, inner, line}), false, &segment));
@@ -179,6 +180,9 @@ TEST_F(EdgeCurves, InDrawingViewsWithAndWithoutAViewport) {
     EXPECT_EQ(viewRep, row.onSheet ? view : ZnDbObjectId());
     EXPECT_EQ(viewId, row.onSheet ? db_->layerZero() : ZnDbObjectId());
     if (!row.inView) continue;
+    const std::unique_ptr<ZnGeCurve3d> projected(Lyx::getBrevixProjectedCurve(edge));
+    ASSERT_TRUE(projected && projected->isKindOf(ZnGe::kCircularArc3d)) << "as the block has it";
+    EXPECT_NEAR(projected->length(), 4.0 * 1.5, 1e-9);
     for (const bool fullCircle : {false, true}) {
       const auto seen = shape(edge, fullCircle);
       ASSERT_TRUE(seen && seen->isKindOf(ZnGe::kCircularArc3d));

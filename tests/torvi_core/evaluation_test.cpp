@@ -77,6 +77,7 @@ TEST_F(CenterEvaluation, ColorAndLayerOfTheReferenceFlowIntoTheEntities) {
   evaluate(center_);
   ZnDbHolder<ZnDbEntity> entity(liveEntities(blockOf(center_)).at(0));
   EXPECT_EQ(entity->colorIndex(), 0) << "by block";
+  EXPECT_EQ(entity->transparency(), ZnTorviLyxUtils::getByBlockTransparency());
   EXPECT_EQ(entity->transparency().method(), ZnCmTransparency::kByBlock);
   EXPECT_EQ(entity->layerId(), layer) << "a frozen layer too";
   EXPECT_EQ(wrap(center_).subentColorIndex(), 3);

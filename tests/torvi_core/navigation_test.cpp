@@ -167,13 +167,13 @@ TEST_F(Navigation, TheHostListsTheMarksBlock) {
   ASSERT_EQ(db_->getSymbolTable(table, ZnDbBlockTableRecord::desc(), ZnDbOpenMode::kForRead), Quorl::eOk);
   ZnDbSymbolTableIterator* made = nullptr;
   ASSERT_EQ(table->newIterator(made), Quorl::eOk);
-  Ids found;
-  for (const std::unique_ptr<ZnDbSymbolTableIterator> records(made); !records->done(); records->step()) {
-    ZnDbObjectId id;
+  const std::unique_ptr<ZnDbSymbolTableIterator> records(made);
+  ZnDbObjectId id;
+  while (id != blockOf(mark_) && !records->done()) {
     EXPECT_EQ(records->getRecordId(id), Quorl::eOk);
-    found.append(id);
+    records->step();
   }
-  EXPECT_TRUE(found.contains(blockOf(mark_)));
+  EXPECT_EQ(id, blockOf(mark_));
   table->close();
   std::vector<ZnString> faults;
   EXPECT_EQ(ZnDbHolder<ZnDbTorviActionBody>(bodyOf(mark_))->auditAssociativeDataOverride(faults, false),
@@ -237,7 +237,11 @@ TEST_F(Navigation, EvaluationOfTheNetworkAndOfOneAction) {
   for (const ZnDbObjectId id : {circle_, ZnDbObjectId()}) {
     EXPECT_EQ(Lyx::explicitlyEvaluateActionBody(id), Quorl::eNullObjectId);
     EXPECT_NE(Lyx::evaluateAction(id), Quorl::eOk);
+    Lyx::printCenterDisassociatedMessage(id);
   }
+  EXPECT_TRUE(printed_.isEmpty());
+  Lyx::printCenterDisassociatedMessage(bodyOf(mark_));
+  EXPECT_FALSE(printed_.isEmpty());
 }
 
 } // namespace

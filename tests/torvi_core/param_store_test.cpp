@@ -70,30 +70,6 @@ TEST_F(ParamStore, ABodyInNoActionHasNothing) {
   EXPECT_NE(body.createCenterEntity(db_.get()), Quorl::eOk);
 }
 
-TEST_F(ParamStore, EdgesKeepTheirPlacesWhenEntitiesGo) {
-  const ZnDbObjectId line = addLine({0.0, 0.0, 0.0}, {4.0, 0.0, 0.0}), block = addEmptyBlock(),
-                     inner = add(new ZnDbCircle, block), reference = addReference(block);
-  ScriptedBuilder builder(db_.get());
-  const ZnDbEdgeRef edges[] = {edgeOf(circle_), edgeOf(line), edgeAlong({reference, inner})};
-  for (const ZnDbEdgeRef& edge : edges) builder.addInputEdge(edge);
-  ZnDbObjectId center;
-  ASSERT_EQ(builder.createTorvi(center), Quorl::eOk);
-  struct {
-    ZnDbObjectId gone;
-    bool live[3];
-  } const rows[] = {{circle_, {false, true, true}}, {inner, {false, true, false}}};
-  for (const auto& row : rows) {
-    erase(row.gone);
-    ZnDbHolder<Body> body(bodyOf(center));
-    ZnArray<ZnDbEdgeRef> held;
-    EXPECT_EQ(body->getEdgeRefs(held), Quorl::eOk);
-    ASSERT_EQ(held.length(), 3);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(held[i], row.live[i] ? edges[i] : ZnDbEdgeRef()) << i;
-    EXPECT_TRUE(body->getInputEdge(3).isEmpty() && body->getInputEdge(-1).isEmpty());
-    EXPECT_TRUE(body->getEdgeRef(circle_).isEmpty()) << "no parameter";
-  }
-}
-
 TEST_F(ParamStore, SettingAnEdgeCountsAllParameters) {
   const ZnDbObjectId other = addCircle({9.0, 0.0, 0.0}, 2.0);
   changeBody(center_, [&](Body& body) {

@@ -71,22 +71,12 @@ class ScriptedBuilder : public ZnTorviBuilder {
 public:
   explicit ScriptedBuilder(ZnDbDatabase* database, ZnRxClass* bodyClass = ScriptedMarkBody::desc())
       : ZnTorviBuilder(bodyClass, database) {}
-  using ZnTorviBuilder::createActionAndActionBody;
-  using ZnTorviBuilder::createEntitiesInBTR;
   using ZnTorviBuilder::hasInputEdgeChangesInEdit;
   using ZnTorviBuilder::objectLoaded;
-  using ZnTorviBuilder::reassociateActionBodyToInputEdge;
-
-  mutable std::vector<ZnDbEdgeRef> addedToBody; // what the hook was given
-  Quorl::ErrorStatus hookStatus = Quorl::eOk, initStatus = Quorl::eOk;
 
 protected:
   ZnDbTorviLayout* getLayout() const override { return new ScriptedLayout(centerObjId()); }
-  Quorl::ErrorStatus initValuesInBody(ZnDbObjectId) const override { return initStatus; }
-  Quorl::ErrorStatus subAddInputEdgeToBody(ZnDbTorviActionBody*, const ZnDbEdgeRef& edge) const override {
-    addedToBody.push_back(edge);
-    return hookStatus;
-  }
+  Quorl::ErrorStatus initValuesInBody(ZnDbObjectId) const override { return Quorl::eOk; }
 };
 
 class ScriptedTest : public DrawingTest {

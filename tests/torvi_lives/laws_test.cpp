@@ -7,37 +7,12 @@
 #include <cstdlib>
 #include <random>
 
-#include "quorl/db/core/undo.h"
 #include "quorl/file/drawing_file.h"
 #include "quorl/view/point_ref.h"
-#include "support/drawing_fixture.h"
-#include "support/point_text.h"
-#include "torvi/core/builder.h"
 #include "torvi/core/object_pointer.h"
-#include "torvi_lives/portrait.h"
+#include "torvi_lives/lives.h"
 
 namespace {
-
-using Ids = std::vector<ZnDbObjectId>;
-
-struct Sample {
-  const char* name;
-  ZnDbTorviType kind;
-  std::vector<const char*> inputs; // as in lives_test.cpp
-};
-
-const Sample kSamples[] = {
-    {"mark on a circle", kCenterMark, {"3,4 r5"}},
-    {"mark on an arc", kCenterMark, {"3,4 r5 0.5 2.5"}},
-    {"line between parallels", kCenterLine, {"0,0 10,0", "0,4 10,4"}},
-    {"line in a corner", kCenterLine, {"1,0 9,0", "0,2 0,8"}},
-    {"chamfered corner", kEdgeExtension, {"4,0 10,0", "0,3 0,9"}},
-    {"ring", kCenterMarkPattern, {"10,0 r2", "0,10 r2", "-10,0 r2", "0,-10 r2"}},
-    {"ring of three", kCenterMarkPattern, {"10,0 r2", "-5,8.660254037844386 r2", "-5,-8.660254037844386 r2"}},
-    {"open ring of arcs", kCenterMarkPattern, {"10,0 r2 0 4", "0,10 r2 0 4", "-10,0 r2 0 4"}},
-    {"row", kCenterMarkPattern, {"0,0 r2", "7,1 r2", "14,2 r3"}},
-    {"grid", kCenterMarkPattern, {"0,0 r1", "5,0 r1", "10,0 r1", "15,0 r1", "0,6 r1", "5,6 r1", "10,6 r1"}},
-};
 
 const char* const kPlaces[] = {"plain",
                                "tilted",
@@ -54,7 +29,7 @@ enum State { kAssociated, kOneErased, kAllErased, kDisassociated };
 const char* const kDeeds[] = {"moved", "turned", "mirrored", "scaled", "tilted"};
 enum Deed { kMove, kTurn, kMirror, kScale, kTilt };
 
-class Laws : public DrawingTest {
+class Laws : public LivesTest {
 protected:
   // One scene from its number alone; what breaks a law is reported with it.
   void live(unsigned number);
@@ -131,24 +106,7 @@ void Laws::addInputs() {
   };
   const bool isNested = place_ >= kNested && place_ <= kMirroredAndScaled;
   if (isNested) inBlock();
-  for (const char* input : sample_->inputs) {
-    const std::string text = input;
-    const size_t round = text.find('r');
-    const std::vector<ZnGePoint3d> points = pointsOf(text.substr(0, round));
-    ZnDbEntity* entity = nullptr;
-    if (round == std::string::npos) {
-      entity = new ZnDbLine(points.at(0), points.at(1));
-    } else {
-      std::istringstream numbers(text.substr(round + 1));
-      double radius = 0.0, from = 0.0, to = 0.0;
-      numbers >> radius;
-      if (numbers >> from >> to)
-        entity = new ZnDbArc(points.at(0), radius, from, to);
-      else
-        entity = new ZnDbCircle(points.at(0), ZnGeVector3d::kZAxis, radius);
-    }
-    inputs_.push_back(add(entity, space));
-  }
+  for (const char* input : sample_->inputs) inputs_.push_back(addInput(input, space));
   if (place_ == kTilted) {
     const ZnGeMatrix3d tilt = ZnGeMatrix3d::rotation(between(-3, 3), direction(), {1, 2, 3});
     for (const ZnDbObjectId id : inputs_)

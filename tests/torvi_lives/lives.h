@@ -26,6 +26,8 @@ inline const Sample kSamples[] = {
     {"closed ring", kCenterMarkPattern, {"10,0 r2", "0,10 r2", "-10,0 r2", "0,-10 r2"}},
     {"open ring of arcs", kCenterMarkPattern, {"10,0 r2 0 4", "0,10 r2 0 4", "-10,0 r2 0 4"}},
     {"row", kCenterMarkPattern, {"0,0 r2", "7,1 r2", "14,2 r3"}},
+    {"ring of three", kCenterMarkPattern, {"10,0 r2", "-5,8.660254037844386 r2", "-5,-8.660254037844386 r2"}},
+    {"grid", kCenterMarkPattern, {"0,0 r1", "5,0 r1", "10,0 r1", "15,0 r1", "0,6 r1", "5,6 r1", "10,6 r1"}},
 };
 
 class LivesTest : public DrawingTest {
@@ -41,11 +43,6 @@ protected:
     DrawingTest::TearDown();
   }
 
-  ZnDbObjectId addBlock() {
-    ZnDbObjectId id;
-    EXPECT_EQ(ZnDbTorviActionBodyUtils::createAnonymousBlockTableRecord(db_.get(), id), Quorl::eOk);
-    return id;
-  }
   ZnDbObjectId addInput(const std::string& text, ZnDbObjectId space = {}) {
     const size_t round = text.find('r');
     const std::vector<ZnGePoint3d> points = pointsOf(text.substr(0, round));

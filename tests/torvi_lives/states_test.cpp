@@ -158,7 +158,7 @@ TEST_F(States, OverEdgesThatAreSeenThroughOthersItRests) {
         if (sample.kind == kCenterMarkPattern) continue;
         if (behindWindow && std::fabs((deed.map * kZ).normal().z) < 0.99) continue; // no circle is seen there
         SCOPED_TRACE(testing::Message() << sample.name << ", " << deed.name << ", " << behindWindow);
-        const ZnDbObjectId block = addBlock(), reference = add(new ZnDbBlockReference({}, block));
+        const ZnDbObjectId block = addEmptyBlock(), reference = add(new ZnDbBlockReference({}, block));
         change<ZnDbBlockReference>(reference, [&](auto& held) { held.setBlockTransform(deed.map); });
         ZnArray<ZnDbObjectId> path{reference};
         if (behindWindow) path.insertAt(0, addViewport(0.3, {9.0, 5.0, 0.0}, {}, 0.4));
@@ -254,7 +254,7 @@ TEST_F(States, WhatShrinksToNothingStillMatches) {
 
 // An edge inside of a block is gone when any part of the way to it is.
 TEST_F(States, AnErasedNestedEdgeIsNoneBeforeAndAfterSaving) {
-  const ZnDbObjectId block = addBlock(), reference = add(new ZnDbBlockReference({}, block));
+  const ZnDbObjectId block = addEmptyBlock(), reference = add(new ZnDbBlockReference({}, block));
   const Ids lines{addInput("4,0 10,0", block), addInput("0,3 0,9", block)};
   ZnDbObjectId id;
   ASSERT_EQ(builderOver(kEdgeExtension, {edgeAlong({reference, lines[0]}), edgeAlong({reference, lines[1]})})

@@ -309,17 +309,21 @@ TEST_F(PatternStates, OvershootsStayWithTheirMembers) {
   }
 }
 
-TEST_F(PatternStates, KeepsTheOvershootsOfItsMaking) {
+TEST_F(PatternStates, KeepsTheSizesOfItsMaking) {
   for (const Sample& sample : samples()) {
     SCOPED_TRACE(sample.name);
     const Made made = make(sample);
     const Portrait look = portraitOf(made.id);
     put(L"CENTEREXE", ZnRxVariableValue::ofDouble(3.0));
+    put(L"CENTERCROSSSIZE", L"0.4x");
+    put(L"CENTERCROSSGAP", L"0.3x");
     const ZnGeMatrix3d away = ZnGeMatrix3d::translation({2, 50, 0});
     for (const ZnDbObjectId hole : made.holes) transform(hole, away);
     evaluateChanges();
     expectSettled(made.id, look.moved(away));
     put(L"CENTEREXE", ZnRxVariableValue::ofDouble(0.5));
+    put(L"CENTERCROSSSIZE", L"0.1x");
+    put(L"CENTERCROSSGAP", L"0.05x");
   }
 }
 

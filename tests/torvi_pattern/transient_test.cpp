@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "torvi/pattern/transient_layout.h"
+#include "torvi/style/set_layer.h"
 #include "torvi_pattern/pattern_fixture.h"
 
 namespace {
@@ -107,6 +108,9 @@ TEST_F(PatternPreview, AnEditedRowReachesByItsOwnOvershoots) {
 }
 
 TEST_F(PatternPreview, ThePreviewIsThePattern) {
+  put(L"CENTERLTSCALE", ZnRxVariableValue::ofDouble(2.5));
+  ZnDbObjectId layer;
+  EXPECT_EQ(ZnTorviSetLayer::getCenterLayerId(db_.get(), layer), Quorl::eOk);
   for (const Holes& holes : {row(4), ring(6, 6), ring(3, 8)}) {
     ZnCenterMarkPatternBuilder builder(db_.get());
     builder.setInputEdges(edgesOf(holes));
@@ -118,11 +122,17 @@ TEST_F(PatternPreview, ThePreviewIsThePattern) {
     for (const auto& [key, texts] : drawing(create(builder)))
       for (const std::string& text : texts)
         if (text != "hidden") stored.insert(text);
+    std::map<ZnDbObjectId, size_t> linetypes;
     for (const ZnDbCurve* curve : preview) {
       shown.insert(textOf(*curve));
-      EXPECT_NE(curve->linetypeId(), db_->byLayerLinetype());
+      ++linetypes[curve->linetypeId()];
+      EXPECT_EQ(curve->layerId(), layer);
+      if (curve->linetypeId() != db_->continuousLinetype()) EXPECT_EQ(curve->linetypeScale(), 2.5);
       delete curve;
     }
+    const ZnDbObjectId dashes = ZnTorviLyxUtils::getCenterLineTypeId(db_.get());
+    EXPECT_EQ(linetypes[db_->continuousLinetype()], 2 * holes.size()) << "a cross for each";
+    EXPECT_TRUE(linetypes.contains(dashes) && linetypes.size() == 2u);
     EXPECT_EQ(shown, stored);
     EXPECT_GT(shown.size(), holes.size() * 4);
   }

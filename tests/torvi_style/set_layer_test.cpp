@@ -121,8 +121,9 @@ TEST_F(CenterLayer, OverridesActOnLayersThatTheModuleMakes) {
   EXPECT_EQ(made(L"Refused"), (Traits{standard.lineWeight, dashed, wanted.color, standard.transparency}));
   auto other = std::make_unique<ZnDbDatabase>();
   ASSERT_EQ(apply({ZnDb::kLineWeight050, other->continuousLinetype(), wanted.color, {}}), Quorl::eOk);
-  other.reset();
   EXPECT_EQ(made(L"Of another drawing").linetype, standard.linetype);
+  other.reset();
+  EXPECT_EQ(made(L"Of one that is gone").linetype, standard.linetype);
 }
 
 } // namespace

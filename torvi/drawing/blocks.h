@@ -17,7 +17,7 @@ Quorl::ErrorStatus curvesOfReference(ZnDbObjectId refId, ZnArray<ZnDbObjectId>& 
 void uneraseObject(ZnDbObjectId id);
 
 ZnDbObjectId modelSpaceId(ZnDbDatabase* db);
-// Model space and all layouts: where networks of actions hang.
+// Model space and all layouts: the spaces that have networks of actions.
 ZnArray<ZnDbObjectId> spacesOf(ZnDbDatabase& db);
 
 template<class T> void appendOnce(ZnArray<T>& values, const T& value) {

@@ -81,7 +81,7 @@ public:
   int insertionUnits() const { return insertionUnits_; } // 4 is millimetres, 1 inches, 0 none
   void setInsertionUnits(int units) { insertionUnits_ = units; }
 
-  // Variables of drawing scope, see ZnRxVariableStore. A change is undoable and told to the reactors.
+  // Variables of drawing scope, see ZnRxVariableStore. A change is undoable, and reactors are notified.
   const ZnRxVariableValue* find(ZnAtom name) const override { return variables_.find(name); }
   void put(ZnAtom name, const ZnRxVariableValue& value) override;
   const std::unordered_map<ZnAtom, ZnRxVariableValue>& variables() const { return variables_.all(); }

@@ -31,7 +31,7 @@ private:
 
 } // namespace
 
-// Links follow from the fields, so they are taken down before and hung up after; in between the object is
+// Links follow from the fields, so they are removed before and entered after; in between the object is
 // asked whether it may stand like that.
 template<class T> Quorl::ErrorStatus zndbSetField(ZnDbObject& object, const wchar_t* name, const T& value) {
   object.assertWriteEnabled();

@@ -86,14 +86,14 @@ public:
   // its place there is free. Asked before it enters and after a field was set by name.
   virtual Quorl::ErrorStatus judgePlace(const ZnDbDatabase&) const { return Quorl::eOk; }
 
-  // Reverse links of this object are hung up and taken down: after it enters a database, is read, cloned,
+  // Reverse links of this object are entered and removed: after it enters a database, is read, cloned,
   // undone or unerased; before its fields are replaced and when it is erased. Both may be called twice.
   virtual void attachLinks() {}
   virtual void detachLinks() {}
   // After all objects of a file are read, in order of handles.
   virtual void loaded() {}
 
-  // Heard by a watcher (see watch_link.h) of the object told of; the watcher is not opened.
+  // Called on a watcher (see watch_link.h) with the object that has changed; the watcher is not opened.
   virtual void watchedModified(const ZnDbObject*) {}
   virtual void watchedErased(const ZnDbObject*, bool /*erasing*/) {}
   // A member was appended to, moved from or moved to this owner, or changed by undo.

@@ -8,7 +8,7 @@ struct ZnDbObjectAccess {
   static void setSlot(ZnDbObject* object, ZnDbSlot* slot) { object->slot_ = slot; }
   static void setOwner(ZnDbObject* object, ZnDbObjectId owner) { object->ownerId_ = owner; }
   static void setNew(ZnDbObject* object) { object->isNew_ = true; }
-  // Nobody is told of what happened to the object so far: it is as if it had never been.
+  // Nobody is notified of what happened to the object so far: it is as if it had never been.
   static void forget(ZnDbObject* object) {
     object->isNew_ = object->modified_ = object->fieldsChanged_ = object->eraseToggled_ = false;
   }
@@ -17,7 +17,7 @@ struct ZnDbObjectAccess {
   static Quorl::ErrorStatus exists(ZnDbObjectId id, bool openErased);
   // eOnLockedLayer for an entity on a locked layer.
   static Quorl::ErrorStatus notLocked(const ZnDbObject* object);
-  // The last writer is gone: tells everyone what happened since the first.
+  // The last writer is gone: notifies everyone of what happened since the first.
   static void finishWrite(ZnDbObject* object);
   static void tellModified(ZnDbObject* object, bool undone);
   static void tellErased(ZnDbObject* object);

@@ -1,4 +1,4 @@
-// Telling the reactors of a list, which may change while they are told.
+// Notifies the reactors of a list, which may change meanwhile.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Reverse links: who watches an object hangs a link on its slot, and hears when it changes.
+// Reverse links: who watches an object adds a link to its slot, and is notified when it changes.
 #pragma once
 
 #include "quorl/db/core/object_id.h"

@@ -9,7 +9,7 @@ ZNRX_DEFINE_ABSTRACT(ZnDbBlockReferenceMetaDataPECollection, ZnRxObject)
 
 namespace {
 
-const bool hungUp = [] {
+const bool attached = [] {
   static ZnDbBlockReferenceMetaDataPECollection ofReferences;
   ZnDbBlockReference::rxInit();
   ZnDbBlockReferenceMetaDataPECollection::rxInit();

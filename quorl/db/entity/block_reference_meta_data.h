@@ -32,7 +32,7 @@ public:
   virtual Quorl::ErrorStatus filterTypeName(const ZnDbBlockReference* reference, ZnString& name) const = 0;
 };
 
-// The kinds that are registered; it hangs on the class of block references from the start.
+// The kinds that are registered; an extension of the class of block references from the start.
 class ZnDbBlockReferenceMetaDataPECollection : public ZnRxObject {
   ZNRX_DECLARE_MEMBERS(ZnDbBlockReferenceMetaDataPECollection)
 

@@ -23,7 +23,7 @@ public:
 };
 
 // Hung up with the library, so that every entity answers from the start.
-const bool hungUp = [] {
+const bool attached = [] {
   static EntityMatchProperties ofEntities;
   ZnDbEntity::rxInit();
   ZnDbMatchProperties::rxInit();
