@@ -4,6 +4,7 @@
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/entity/line.h"
 #include "quorl/db/entity/polyline.h"
+#include "quorl/edit/explode.h"
 #include "quorl/ge/angles.h"
 #include "quorl/ge/plane.h"
 
@@ -120,6 +121,18 @@ bool copy(ScriptSession& session, ScriptArguments& arguments) {
   return transform(arguments, copies, ZnGeMatrix3d::translation(by.asVector()));
 }
 
+bool explode(ScriptSession& session, ScriptArguments& arguments) {
+  std::vector<ZnDbObjectId> ids;
+  if (!arguments.entities(ids)) return false;
+  for (const ZnDbObjectId id : ids) {
+    ZnArray<ZnDbObjectId> made;
+    if (const Quorl::ErrorStatus status = zndbExplode(id, made); status != Quorl::eOk)
+      return arguments.fail(status, describeEntity(id));
+    for (const ZnDbObjectId piece : made) session.noteMade(piece);
+  }
+  return true;
+}
+
 bool erase(ScriptSession&, ScriptArguments& arguments) {
   std::vector<ZnDbObjectId> ids;
   if (!arguments.entities(ids)) return false;
@@ -141,6 +154,7 @@ constexpr ScriptCommand kCommands[] = {
      stretch},
     {"COPY", "ENTITY... dx,dy", copy},
     {"ERASE", "ENTITY...", erase},
+    {"EXPLODE", "ENTITY...    what they consist of takes their place, blocks one level deep", explode},
 };
 
 } // namespace

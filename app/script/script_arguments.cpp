@@ -11,6 +11,7 @@
 #include "quorl/db/entity/block_reference.h"
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/entity/viewport.h"
+#include "quorl/ge/angles.h"
 
 namespace app {
 
@@ -116,6 +117,19 @@ bool ScriptArguments::positive(double& value, const char* what) {
   if (value <= 0.0) return fail(fmt::format("{}", value), what);
   return value >= kLeastSize ||
          fail(fmt::format("{} is out of range", value), fmt::format("{}, from {:g} on", what, kLeastSize));
+}
+
+bool ScriptArguments::placement(ZnGeMatrix3d& place) {
+  ZnGePoint3d position;
+  double scale = 1.0, degrees = 0.0;
+  if (!point(position)) return false;
+  if (left() > 0 && !positive(scale, "a scale above 0")) return false;
+  if (left() > 0 && !number(degrees, "the angle in degrees")) return false;
+  if (!end()) return false;
+  const double angle = degrees / 180.0 * ZnGe::kPi;
+  place = ZnGeMatrix3d::translation(position.asVector()) *
+          ZnGeMatrix3d::rotation(angle, ZnGeVector3d::kZAxis, ZnGePoint3d()) * ZnGeMatrix3d::scaling(scale);
+  return true;
 }
 
 bool ScriptArguments::count(int& count) {

@@ -23,7 +23,9 @@ public:
   bool point(ZnGePoint3d& point, const char* what = "a point x,y");
   bool number(double& number, const char* what = "a number");
   bool positive(double& number, const char* what); // a size: above 0, and not next to nothing
-  bool count(int& count);                          // a whole number from 1 on; without a word left it stays
+  // A point, then a scale and an angle in degrees that may be left out: all that is left of the line.
+  bool placement(ZnGeMatrix3d& place);
+  bool count(int& count); // a whole number from 1 on; without a word left it stays
   bool text(std::string& text, const char* what);
   bool keyword(const char* word); // takes the word if it is next; no failure else
   bool end();                     // nothing may be left

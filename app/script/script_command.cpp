@@ -6,8 +6,9 @@ namespace app {
 
 namespace {
 
-constexpr std::span<const ScriptCommand> (*kGroups[])() = {drawCommands,   changeCommands,  structureCommands,
-                                                           centerCommands, patternCommands, sessionCommands};
+constexpr std::span<const ScriptCommand> (*kGroups[])() = {
+    drawCommands,   changeCommands,  structureCommands, exchangeCommands,
+    centerCommands, patternCommands, sessionCommands};
 
 } // namespace
 

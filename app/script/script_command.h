@@ -21,6 +21,7 @@ struct ScriptCommand {
 std::span<const ScriptCommand> drawCommands();      // entities
 std::span<const ScriptCommand> changeCommands();    // moving, copying, erasing
 std::span<const ScriptCommand> structureCommands(); // layers, blocks, variables
+std::span<const ScriptCommand> exchangeCommands();  // between drawings
 std::span<const ScriptCommand> patternCommands();   // patterns of center marks
 std::span<const ScriptCommand> centerCommands();    // center marks
 std::span<const ScriptCommand> sessionCommands();   // history, listing, saving

@@ -8,6 +8,7 @@
 #include "app/script/script_command.h"
 #include "quorl/db/core/transaction.h"
 #include "quorl/db/core/undo.h"
+#include "quorl/db/core/working_globals.h"
 
 namespace app {
 
@@ -30,6 +31,8 @@ bool runLine(const ScriptCommand& command, const ScriptLine& line, ScriptSession
     if (!line.name.empty()) return arguments.fail("the line makes nothing that AS could name");
     return command.run(session, arguments);
   }
+  ZnDbWorkingGlobals work;
+  work.globals.isLongTransactionActive = session.isBlockEdited();
   database.undoRecorder().startStep(ZnString::fromUtf8(line.command));
   ZnDbTransaction transaction(database);
   if (!command.run(session, arguments) || !giveName(line, session, arguments)) return false;
@@ -50,6 +53,8 @@ bool runScript(const std::vector<ScriptLine>& lines, const std::string& file, Sc
     if (!runLine(*command, line, session, arguments))
       return failure.set(file, line.number, line.command + ": " + arguments.what(), arguments.expected());
   }
+  if (session.isBlockEdited())
+    return failure.set(file, lines.back().number, "the block is still being edited", "BLOCKEDIT END");
   return true;
 }
 

@@ -1,9 +1,11 @@
 #include "app/script/script_session.h"
 
 #include <cmath>
+#include <memory>
 #include <utility>
 
 #include "app/tolerance.h"
+#include "quorl/db/entity/block_reference.h"
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/table/block_table.h"
 
@@ -12,6 +14,16 @@ namespace app {
 ZnDbObjectId ScriptSession::named(const std::string& name) const {
   const auto found = names_.find(name);
   return found == names_.end() ? ZnDbObjectId() : found->second;
+}
+
+void ScriptSession::rename(ZnDbObjectId from, ZnDbObjectId to) {
+  for (auto& [name, id] : names_)
+    if (id == from) id = to;
+}
+
+bool ScriptSession::isBlockEdited() const {
+  const ZnDbHolder<ZnDbBlockTableRecord> space(database_.currentSpaceId());
+  return space.isOpen() && !space->isLayout();
 }
 
 Quorl::ErrorStatus ScriptSession::append(ZnDbEntity* entity) {
@@ -24,6 +36,12 @@ Quorl::ErrorStatus ScriptSession::append(ZnDbEntity* entity) {
   if (status == Quorl::eOk) status = space->appendZnDbEntity(id, entity);
   if (status == Quorl::eOk) noteMade(id);
   return status;
+}
+
+Quorl::ErrorStatus ScriptSession::appendReference(ZnDbObjectId block, const ZnGeMatrix3d& place) {
+  auto reference = std::make_unique<ZnDbBlockReference>(ZnGePoint3d(), block);
+  const Quorl::ErrorStatus status = reference->setBlockTransform(place);
+  return status == Quorl::eOk ? append(reference.release()) : status;
 }
 
 bool ScriptSession::isInRange(const ZnDbEntity& entity) {

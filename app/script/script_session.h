@@ -33,16 +33,21 @@ public:
     return saver_(target, extra, failure);
   }
 
+  // Whether a block is drawn in, and no space of the drawing: what belongs together comes in several lines.
+  bool isBlockEdited() const;
+
   // For picks; kept from line to line.
   SpaceIndex& index() { return index_; }
 
   // Names; null for an unknown one.
   ZnDbObjectId named(const std::string& name) const;
   void setName(const std::string& name, ZnDbObjectId id) { names_[name] = id; }
+  void rename(ZnDbObjectId from, ZnDbObjectId to); // what has names has them from here on
 
   // Appends to the current space, with the drawing's current traits, and notes it as made by the line. The
   // entity is the drawing's afterwards, or gone when it can't be appended; eOutOfRange for one out of range.
   Quorl::ErrorStatus append(ZnDbEntity* entity);
+  Quorl::ErrorStatus appendReference(ZnDbObjectId block, const ZnGeMatrix3d& place);
   // Whether readers of drawings could take it in again: neither beyond all measure nor next to nothing.
   static bool isInRange(const ZnDbEntity& entity);
   void noteMade(ZnDbObjectId id) { made_.push_back(id); }

@@ -16,6 +16,8 @@ const char* errorStatusText(ErrorStatus status) {
     return "name already taken";
   case eInUse:
     return "in use";
+  case eExternalDrawing:
+    return "part of an external drawing";
   case eKeyNotFound:
     return "name not found";
   case eNullObjectId:

@@ -41,6 +41,7 @@ enum ErrorStatus : int {
   eInvalidName = 32,      // a symbol name with characters that are not allowed
   eInUse = 33,            // what others, or every drawing, can't do without is not erased or renamed
   eWrongWrapperKind = 34, // a wrapper of the wrong kind for this object
+  eExternalDrawing = 35,  // what belongs to an external drawing is changed there
   eNotOpenedYet = 44,     // start state of a holder
   eHeldForReadOnly = 45,  // the holder has the object for read only
   eWrongObjectClass = 46,

@@ -96,6 +96,6 @@ bool ZnDrawingHeader::apply(ZnDbDatabase& database, const ZnHandleIndex& index, 
   ZnGeMatrix3d matrix;
   for (size_t i = 0; i < kUcs; ++i) matrix.setElement(row(i), column(i), ucs[i]);
   database.setUcsMatrix(matrix);
-  for (const auto& [name, value] : variables) database.put(name.atom(), value);
+  for (const auto& [name, value] : variables) database.installVariable(name.atom(), value);
   return true;
 }

@@ -1,11 +1,14 @@
 #include "torvi/core/navigation.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <vector>
 
 #include "torvi/core/action_body.h"
 #include "torvi/drawing/ask.h"
+#include "torvi/core/object_wrapper.h"
 #include "torvi/drawing/blocks.h"
+#include "torvi/drawing/views.h"
 
 namespace torvi {
 
@@ -105,6 +108,13 @@ CenterObject centerObjectWithBlock(const ZnDbBlockTableRecord& block, ZnDbObject
   if (outer.kind == kTorviNone) return {};
   inner = only;
   return outer;
+}
+
+bool isCenterOfDrawingView(ZnDbObjectId refId) {
+  ZnArray<ZnDbEdgeRef> edges;
+  if (kindOfBody(bodyOfReference(refId))) ZnDbTorviObjectWrapper(refId).getEdgeRefs(edges);
+  return std::any_of(edges.begin(), edges.end(),
+                     [](const ZnDbEdgeRef& edge) { return isInDrawingView(edge); });
 }
 
 } // namespace torvi

@@ -26,4 +26,7 @@ CenterObject centerObjectWithCurve(const ZnDbCurve* curve);
 // The center object whose block this is, or holds this block's only reference, which then is inner.
 CenterObject centerObjectWithBlock(const ZnDbBlockTableRecord& block, ZnDbObjectId& inner);
 
+// Whether one of the object's edges is seen in a drawing view.
+bool isCenterOfDrawingView(ZnDbObjectId refId);
+
 } // namespace torvi

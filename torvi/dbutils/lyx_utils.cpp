@@ -13,6 +13,7 @@
 #include "torvi/drawing/linetypes.h"
 #include "torvi/drawing/shapes.h"
 #include "torvi/drawing/views.h"
+#include "torvi/lifecycle/updates.h"
 #include "torvi/pattern/action_body.h"
 #include "torvi/style/style.h"
 
@@ -64,14 +65,7 @@ bool Utils::getTorviPatternContext(const ZnDbTorviObjectWrapper* wrapper, bool& 
 bool Utils::isCenterMirrored(ZnDbObjectId id) { return torvi::isMirrored(id); }
 
 bool Utils::isAnyCenterMarksOnLayer(ZnDbLayerTableRecord* layer, const Ids& actions) {
-  if (!layer) return false;
-  for (const ZnDbObjectId actionId : actions) {
-    ZnDbHolder<ZnDbAssocAction> action(actionId);
-    if (!action.isOpen() || !torvi::isCenterMarkAction(actionId)) continue;
-    ZnDbHolder<ZnDbEntity> center(torvi::referenceOfBody(action->actionBody()));
-    if (center.isOpen() && center->layerId() == layer->objectId()) return true;
-  }
-  return false;
+  return torvi::isAnyMarkOnLayer(layer, actions);
 }
 
 // Navigation
@@ -175,12 +169,7 @@ bool Utils::getBrevixView(const ZnDbEdgeRef& edge, ZnDbObjectId& viewportId, ZnD
 }
 
 bool Utils::isCenterReferenceToBrevixView(const ZnDbObjectId& centerId) {
-  ZnArray<ZnDbEdgeRef> edges;
-  if (torvi::kindOfBody(torvi::bodyOfReference(centerId)))
-    ZnDbTorviObjectWrapper(centerId).getEdgeRefs(edges);
-  for (const ZnDbEdgeRef& edge : edges)
-    if (torvi::isInDrawingView(edge)) return true;
-  return false;
+  return torvi::isCenterOfDrawingView(centerId);
 }
 
 ZnGeCurve3d* Utils::getBrevixProjectedCurve(const ZnDbEdgeRef& edge) { return torvi::projectedCurve(edge); }
@@ -253,6 +242,48 @@ void Utils::unmarkCenterLinesNotToKeepDirection() { torvi::unmarkAllNotToKeepDir
 bool Utils::isCenterLineNotToKeepDirection(const ZnDbObjectId& id) { return torvi::isNotToKeepDirection(id); }
 
 void Utils::printCenterDisassociatedMessage(ZnDbObjectId bodyId) { torvi::printDisassociated(bodyId); }
+
+// Updates of whole drawings
+
+void Utils::updateAllCenterActions(ZnDbDatabase* db) { torvi::updateAllCenters(db); }
+
+void Utils::updateAllCenterMarks(ZnDbDatabase* db) { torvi::updateAllCenterMarks(db); }
+
+void Utils::updateAllByLayerLinetypeCenterMarks(ZnDbDatabase* db, ZnDbLayerTableRecord* layer) {
+  torvi::updateMarksWithLayersLinetype(db, layer);
+}
+
+void Utils::updateAllAssocDimensionsOnBrevixCenter(ZnDbDatabase* db) {
+  torvi::updateDimensionsOnViewCenters(db);
+}
+
+void Utils::updateCenterObjDependOnViewport(ZnDbObjectId viewportId) {
+  torvi::updateCentersSeenThrough(viewportId);
+}
+
+void Utils::getAllLocalBlockTableRecords(Ids& blocks, ZnDbDatabase* db) {
+  torvi::appendLocalBlocks(db, blocks);
+}
+
+bool& Utils::m_bRecordUpdate = torvi::recordsViewports;
+
+bool Utils::getRecordUpdate() { return m_bRecordUpdate; }
+
+void Utils::setRecordUpdate(bool record) { m_bRecordUpdate = record; }
+
+Ids& Utils::viewportsToUpdate() { return torvi::viewportsToUpdate(); }
+
+bool Utils::isAssocEvalRelaxed() { return torvi::isEvaluationRelaxed; }
+
+void Utils::setAssocEvalRelaxed(bool relaxed) { torvi::isEvaluationRelaxed = relaxed; }
+
+bool Utils::isLongTransactionActive() { return torvi::isLongTransactionActive(); }
+
+bool Utils::isLongTransactionActive(ZnDbDatabase* db) { return torvi::isLongTransactionActive(db); }
+
+void Utils::setIsLongTransactionActive(ZnDbDatabase* db, bool active) {
+  torvi::setLongTransactionActive(db, active);
+}
 
 // Dependencies
 

@@ -125,6 +125,32 @@ public:
   static void unmarkCenterLinesNotToKeepDirection(); // all of them
   static bool isCenterLineNotToKeepDirection(const ZnDbObjectId& id);
 
+  // Updates of whole drawings, after a change of what is no edge. Of all kinds those that differ are
+  // evaluated; of center marks all, or those whose linetype is by layer once one stands on the layer, null
+  // asking for none; those seen through a viewport that differ, with what hangs on them. db null means the
+  // working drawing for the first, and nothing for the others.
+  static void updateAllCenterActions(ZnDbDatabase* db);
+  static void updateAllCenterMarks(ZnDbDatabase* db);
+  static void updateAllByLayerLinetypeCenterMarks(ZnDbDatabase* db, ZnDbLayerTableRecord* layer);
+  static void updateAllAssocDimensionsOnBrevixCenter(ZnDbDatabase* db);
+  static void updateCenterObjDependOnViewport(ZnDbObjectId viewportId);
+  // Appends the blocks that come from no external drawing; none for a drawing without layout dictionary.
+  static void getAllLocalBlockTableRecords(ZnArray<ZnDbObjectId>& blocks, ZnDbDatabase* db);
+  // While recording, viewports that are changed gather in the list, until a caller takes them out.
+  static bool& m_bRecordUpdate;
+  static bool getRecordUpdate();
+  static void setRecordUpdate(bool record);
+  static ZnArray<ZnDbObjectId>& viewportsToUpdate();
+  // Kept for callers: nothing here acts on it.
+  static bool isAssocEvalRelaxed();
+  static void setAssocEvalRelaxed(bool relaxed);
+  // While a long transaction is active, copies do not break association: what is missing may still come. That
+  // of the host or of the working drawing; of one drawing, which may be named more than once and is then
+  // active until it is taken away as often.
+  static bool isLongTransactionActive();
+  static bool isLongTransactionActive(ZnDbDatabase* db);
+  static void setIsLongTransactionActive(ZnDbDatabase* db, bool active);
+
   // Dependencies
   static Quorl::ErrorStatus addReadWriteDependencyToObject(ZnDbAssocActionBody* body, ZnDbObjectId object,
                                                            ZnDbObjectId& dependencyId);

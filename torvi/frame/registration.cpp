@@ -5,6 +5,9 @@
 #include "torvi/core/action_body.h"
 #include "torvi/edgeextension/kind.h"
 #include "torvi/integration/query_overrule_curve.h"
+#include "torvi/lifecycle/clone_reactors.h"
+#include "torvi/lifecycle/drawing_reactors.h"
+#include "torvi/lifecycle/updates.h"
 #include "torvi/pattern/auto_fill_reactor.h"
 #include "torvi/pattern/dependency_extension.h"
 #include "torvi/pattern/kind.h"
@@ -30,6 +33,7 @@ template<class Class> constexpr ClassRow rowOf() { return {Class::rxInit, torvi:
 // Of these the bodies of all kinds derive; parents come before their children.
 constexpr ClassRow kBaseClasses[] = {rowOf<ZnDbTorviActionBodyBase>(), rowOf<ZnDbTorviActionBody>()};
 constexpr ClassRow kOtherClasses[] = {rowOf<ZnRxQueryXOverruleTorviCurve>(),
+                                      rowOf<ZnDbDatabaseReactor_Torvi>(),
                                       rowOf<ZnDbCenterMarkPatternAssocDependencyPE>()};
 
 void addClasses() {
@@ -57,7 +61,13 @@ struct ReactorRow {
   Step attach = nullptr;
   Step detach = nullptr;
 };
-constexpr ReactorRow kReactors[] = {{ZnRxVariableAutoCMPReactor::attach, ZnRxVariableAutoCMPReactor::detach}};
+template<class Reactor> constexpr ReactorRow reactorOf() { return {Reactor::attach, Reactor::detach}; }
+constexpr ReactorRow kReactors[] = {
+    reactorOf<ZnRxVariableAutoCMPReactor>(),
+    reactorOf<ZnRxEventReactor_Torvi>(),
+    reactorOf<ZnRxEventReactor_DeepCloneCopy>(),
+    reactorOf<ZnRxEventReactor_TorviDeepCloneExplode>(),
+};
 
 // Added and removed in the same order.
 struct OverruleRow {
@@ -82,7 +92,7 @@ void registerTorvi() {
 
 // Classes go last: reactors and overrules are objects of them, or are kept by them.
 void withdrawTorvi() {
-  for (const ReactorRow& row : kReactors) row.detach();
+  for (size_t i = std::size(kReactors); i-- > 0;) kReactors[i].detach();
   for (const OverruleRow& row : kOverrules) ZnRxOverrule::removeOverrule(row.target(), row.overrule());
   removeClasses();
 }

@@ -8,6 +8,7 @@
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/dependency_pe.h"
 #include "quorl/assoc/diametric_dim_action_body.h"
+#include "quorl/assoc/dim_assoc.h"
 #include "quorl/assoc/edge_action_param.h"
 #include "quorl/assoc/eval_variant.h"
 #include "quorl/assoc/evaluation_callback.h"

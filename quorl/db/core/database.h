@@ -84,6 +84,8 @@ public:
   // Variables of drawing scope, see ZnRxVariableStore. A change is undoable, and reactors are notified.
   const ZnRxVariableValue* find(ZnAtom name) const override { return variables_.find(name); }
   void put(ZnAtom name, const ZnRxVariableValue& value) override;
+  // For readers: nobody is told, and there is nothing to undo.
+  void installVariable(ZnAtom name, const ZnRxVariableValue& value);
   const std::unordered_map<ZnAtom, ZnRxVariableValue>& variables() const { return variables_.all(); }
 
   // Linetypes and lineweights

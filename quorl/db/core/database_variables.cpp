@@ -91,6 +91,11 @@ ErrorStatus ZnDbDatabase::setLtscale(double scale) {
   return Quorl::eOk;
 }
 
+void ZnDbDatabase::installVariable(ZnAtom name, const ZnRxVariableValue& value) {
+  std::optional<ZnRxVariableValue> kept = value;
+  variables_.exchange(name, kept);
+}
+
 void ZnDbDatabase::put(ZnAtom name, const ZnRxVariableValue& value) {
   changeHeader(ZnString(name),
                [this, name, kept = std::make_shared<std::optional<ZnRxVariableValue>>(value)] {

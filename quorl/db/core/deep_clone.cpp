@@ -144,7 +144,25 @@ private:
     ZnDbObjectId twin;
     ZnDbHolder<ZnDbSymbolTable> table(destinationTable(id));
     if (table.isOpen()) table->getIdAt(record->name(), twin);
+    const bool isApart = !mapping_.namePrefix().isEmpty() && !source_.headerIds().standsUnderItsName(id);
+    if (!isApart) return twin;
+    twin.setNull();
+    if (mapping_.reusesPrefixed() && !block && table.isOpen())
+      table->getIdAt(mapping_.namePrefix() + record->name(), twin);
     return twin;
+  }
+
+  // Before the table finds the record: the name under which it comes along.
+  ErrorStatus renamed(const Clone& clone) const {
+    auto* record = ZnDbSymbolTableRecord::cast(clone.copy.slot()->object);
+    if (!crossing() || !record || mapping_.namePrefix().isEmpty() || record->name().view().starts_with(L"*"))
+      return Quorl::eOk;
+    const ZnDbHolder<ZnDbSymbolTable> table(destinationTable(clone.original));
+    const ZnString own = record->name();
+    ZnString name = mapping_.namePrefix() + own;
+    for (int number = 1; table.isOpen() && table->has(name); ++number)
+      name = mapping_.namePrefix() + own + L"-" + ZnString(std::to_wstring(number).c_str());
+    return record->setName(name);
   }
 
   ZnDbObjectId destinationTable(ZnDbObjectId recordId) const {
@@ -165,6 +183,7 @@ private:
       filer.rewind();
       ZnDbObject* copy = clone.copy.slot()->object;
       if (const ErrorStatus status = copy->bdocInFields(filer); status != Quorl::eOk) return status;
+      if (const ErrorStatus status = renamed(clone); status != Quorl::eOk) return status;
       ZnDbObjectAccess::setOwner(copy, ownerOf(clone));
     }
     // With all in place: a block that is shown within itself is no drawing's.

@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "quorl/base/string.h"
 #include "quorl/db/core/object_id.h"
 
 class ZnDbIdPair {
@@ -46,6 +47,17 @@ public:
   ZnDbDatabase* sourceDatabase() const { return sourceDatabase_; }
   ZnDbDatabase* destDb() const { return targetDatabase_; }
 
+  // What becomes of a named record that goes to another drawing. Without a prefix one of that name there
+  // serves for it. With a prefix it comes along under its own name behind that, completed where that is taken
+  // too; those that every drawing has are shared all the same.
+  // With reuse one that stands there under that very name serves, unless it is a block.
+  const ZnString& namePrefix() const { return namePrefix_; }
+  bool reusesPrefixed() const { return reusesPrefixed_; }
+  void setNamePrefix(const ZnString& prefix, bool reuse = false) {
+    namePrefix_ = prefix;
+    reusesPrefixed_ = reuse;
+  }
+
   // Pairs in the order in which they were added.
   const std::vector<ZnDbIdPair>& pairs() const { return pairs_; }
 
@@ -53,6 +65,8 @@ private:
   int context_ = 0;
   ZnDbDatabase* sourceDatabase_ = nullptr;
   ZnDbDatabase* targetDatabase_ = nullptr;
+  ZnString namePrefix_;
+  bool reusesPrefixed_ = false;
   std::vector<ZnDbIdPair> pairs_;
   std::unordered_map<ZnDbObjectId, size_t> index_;
 };

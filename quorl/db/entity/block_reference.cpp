@@ -7,6 +7,7 @@
 #include "quorl/db/entity/curve_transform.h"
 #include "quorl/db/entity/extents_draw.h"
 #include "quorl/db/table/block_table.h"
+#include "quorl/db/table/external_link.h"
 #include "quorl/ge/angles.h"
 
 using Quorl::ErrorStatus;
@@ -32,16 +33,6 @@ template<class Call> ErrorStatus forEachEntity(ZnDbObjectId block, Call&& call) 
   return Quorl::eOk;
 }
 
-// What the block leaves to its reference becomes that of the reference.
-void resolveByBlock(ZnDbEntity& piece, const ZnDbEntity& reference) {
-  const ZnDbDatabase* drawing = reference.database();
-  if (piece.color().method() == ZnCmColor::kByBlock) piece.setColor(reference.color());
-  if (drawing && piece.linetypeId() == drawing->byBlockLinetype()) piece.setLinetype(reference.linetypeId());
-  if (piece.lineWeight() == ZnDb::kLineWeightByBlock) piece.setLineWeight(reference.lineWeight());
-  if (piece.transparency().method() == ZnCmTransparency::kByBlock)
-    piece.setTransparency(reference.transparency());
-}
-
 // The image of an entity that its class can't show under that transform, piece by piece: arcs become
 // elliptic.
 void appendCurveImages(const ZnDbCurve& curve, const ZnGeMatrix3d& transform,
@@ -58,8 +49,22 @@ void appendCurveImages(const ZnDbCurve& curve, const ZnGeMatrix3d& transform,
   }
 }
 
-ErrorStatus appendImages(const ZnDbEntity& entity, const ZnGeMatrix3d& transform,
-                         std::vector<std::unique_ptr<ZnDbEntity>>& images) {
+ZnDbBlockTableRecord* standsIn(const ZnDbBlockReference& reference) {
+  const ZnDbObjectId owner = reference.ownerId();
+  return owner.isValid() ? ZnDbBlockTableRecord::cast(owner.slot()->object) : nullptr;
+}
+
+bool isUnloaded(ZnDbObjectId blockId) {
+  const ZnDbHolder<ZnDbBlockTableRecord> block(blockId);
+  if (!block.isOpen() || !block->isFromExternalReference()) return false;
+  const ZnDbHolder<ZnDbExternalLink> link(ZnDbExternalLink::of(*block));
+  return link.isOpen() && link->isUnloaded();
+}
+
+} // namespace
+
+ErrorStatus zndbAppendImages(const ZnDbEntity& entity, const ZnGeMatrix3d& transform,
+                             std::vector<std::unique_ptr<ZnDbEntity>>& images) {
   std::unique_ptr<ZnDbEntity> copy(static_cast<ZnDbEntity*>(entity.clone()));
   if (!copy) return Quorl::eNotProvided;
   const ErrorStatus status = copy->transformBy(transform);
@@ -72,13 +77,6 @@ ErrorStatus appendImages(const ZnDbEntity& entity, const ZnGeMatrix3d& transform
     return status;
   return Quorl::eOk;
 }
-
-ZnDbBlockTableRecord* standsIn(const ZnDbBlockReference& reference) {
-  const ZnDbObjectId owner = reference.ownerId();
-  return owner.isValid() ? ZnDbBlockTableRecord::cast(owner.slot()->object) : nullptr;
-}
-
-} // namespace
 
 ZnDbBlockReference::ZnDbBlockReference(const ZnGePoint3d& position, ZnDbObjectId blockRecord) {
   setPosition(position);
@@ -186,6 +184,7 @@ ErrorStatus ZnDbBlockReference::transformBy(const ZnGeMatrix3d& transform) {
 }
 
 ErrorStatus ZnDbBlockReference::getGeomExtents(ZnGeBoundBlock3d& extents) const {
+  if (isUnloaded(blockRecord_)) return Quorl::eNothingToDo;
   ZnDbExtentsDraw draw;
   draw.pushReference(transform_, ownTraits());
   const ErrorStatus status =
@@ -205,20 +204,27 @@ ErrorStatus ZnDbBlockReference::explode(std::vector<std::unique_ptr<ZnDbEntity>>
   std::vector<std::unique_ptr<ZnDbEntity>> images;
   ErrorStatus failure = Quorl::eOk;
   const ErrorStatus status = forEachEntity(blockRecord_, [&](const ZnDbEntity& entity) {
-    const ErrorStatus one = appendImages(entity, transform_, images);
+    const ErrorStatus one = zndbAppendImages(entity, transform_, images);
     if (one != Quorl::eOk && failure == Quorl::eOk) failure = one;
   });
   if (status != Quorl::eOk) return status;
   if (failure != Quorl::eOk) return failure;
   for (auto& image : images) {
-    resolveByBlock(*image, *this);
+    resolveByBlock(*image);
     pieces.push_back(std::move(image));
   }
   return Quorl::eOk;
 }
 
+void ZnDbBlockReference::resolveByBlock(ZnDbEntity& piece) const {
+  if (piece.color().method() == ZnCmColor::kByBlock) piece.setColor(color());
+  if (database() && piece.linetypeId() == database()->byBlockLinetype()) piece.setLinetype(linetypeId());
+  if (piece.lineWeight() == ZnDb::kLineWeightByBlock) piece.setLineWeight(lineWeight());
+  if (piece.transparency().method() == ZnCmTransparency::kByBlock) piece.setTransparency(transparency());
+}
+
 bool ZnDbBlockReference::subWorldDraw(ZnGiWorldDraw& draw) const {
-  if (visibility() != ZnDb::kVisible) return false;
+  if (visibility() != ZnDb::kVisible || isUnloaded(blockRecord_)) return false;
   bool drawn = false;
   draw.pushReference(transform_, ownTraits());
   forEachEntity(blockRecord_, [&](const ZnDbEntity& entity) {

@@ -33,6 +33,8 @@ public:
   Quorl::ErrorStatus getPlane(ZnGePlane& plane) const override;
   // Copies of the block's entities under the transform, with by-block traits replaced by the reference's.
   Quorl::ErrorStatus explode(std::vector<std::unique_ptr<ZnDbEntity>>& pieces) const override;
+  // What an entity of the block leaves to its reference becomes that of the reference.
+  void resolveByBlock(ZnDbEntity& piece) const;
 
   ZNDB_DECLARE_FIELDS
   // eInvalidInput for a block of another drawing, eInvalidOwner where the block may not be shown.
@@ -57,3 +59,8 @@ private:
   class ZnDbBlockTableRecord* linkedRecord_ = nullptr; // whose list of references holds this one
   int linkedAt_ = -1;
 };
+
+// Appends the image of the entity under the transform: one entity of its class where that can show it, else
+// one for each of its pieces, such as elliptic arcs.
+Quorl::ErrorStatus zndbAppendImages(const ZnDbEntity& entity, const ZnGeMatrix3d& transform,
+                                    std::vector<std::unique_ptr<ZnDbEntity>>& images);

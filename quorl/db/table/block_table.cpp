@@ -165,6 +165,16 @@ int ZnDbBlockTableRecord::countReferences(ZnDbObjectId& only) const {
   return count;
 }
 
+void ZnDbBlockTableRecord::setLayoutId(ZnDbObjectId layout) {
+  assertWriteEnabled();
+  layoutId_ = layout;
+}
+
+void ZnDbBlockTableRecord::setIsFromExternalReference(bool external) {
+  assertWriteEnabled();
+  external_ = external;
+}
+
 bool ZnDbBlockTableRecord::isAnonymous() const { return name().view().starts_with(L"*") && !isLayout(); }
 
 ErrorStatus ZnDbBlockTableRecord::getGeomExtents(ZnGeBoundBlock3d& extents) const {

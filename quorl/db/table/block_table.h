@@ -51,9 +51,9 @@ public:
   bool isAnonymous() const; // the name begins with "*" and it is no layout
   bool isLayout() const { return !layoutId_.isNull(); }
   bool isFromExternalReference() const { return external_; }
-  void setIsFromExternalReference(bool external) { external_ = external; }
+  void setIsFromExternalReference(bool external);
   ZnDbObjectId layoutId() const { return layoutId_; }
-  void setLayoutId(ZnDbObjectId layout) { layoutId_ = layout; }
+  void setLayoutId(ZnDbObjectId layout);
 
   // The box of the visible entities; eNothingToDo for an empty block.
   Quorl::ErrorStatus getGeomExtents(ZnGeBoundBlock3d& extents) const;
