@@ -13,6 +13,7 @@ namespace companion {
 namespace {
 
 constexpr const wchar_t* kService = L"QuorlTorviPYXService";
+constexpr const wchar_t* kModuleService = L"ZnDbTorviLYXService";
 constexpr const wchar_t* kGroup = L"TORVI";
 
 // Those that are for all kinds.
@@ -43,9 +44,12 @@ void load(void* applicationId) {
   if (ZnRxDynamicLinker* host = linker()) host->announce(application);
   znrxRegisterService(kService);
   addCommands();
+  // The commands call the module's code: it stays loaded as long as they are here.
+  if (ZnRxDynamicLinker* host = linker()) host->notifyDependency(kModuleService, true);
 }
 
 void unload() {
+  if (ZnRxDynamicLinker* host = linker()) host->notifyDependency(kModuleService, false);
   ZnRxCommandRegistry::instance().removeGroup(kGroup);
   if (ZnRxDictionary* dictionary = services()) delete dictionary->remove(kService);
   application = nullptr;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::span<const ScriptCommand> (*kGroups[])() = {
     drawCommands,   changeCommands,  structureCommands, exchangeCommands,
-    centerCommands, patternCommands, sessionCommands};
+    centerCommands, patternCommands, sessionCommands,   hostCommands};
 
 } // namespace
 

@@ -25,6 +25,7 @@ std::span<const ScriptCommand> exchangeCommands();  // between drawings
 std::span<const ScriptCommand> patternCommands();   // patterns of center marks
 std::span<const ScriptCommand> centerCommands();    // center marks
 std::span<const ScriptCommand> sessionCommands();   // history, listing, saving
+std::span<const ScriptCommand> hostCommands();      // what the host is to modules
 
 // By upper-case name; null when there is none.
 const ScriptCommand* findScriptCommand(const std::string& name);

@@ -15,9 +15,14 @@ bool walkHistory(ScriptSession& session, ScriptArguments& arguments,
                  Quorl::ErrorStatus (ZnDbUndoRecorder::*step)(), const char* verb) {
   int count = 1;
   if (!arguments.count(count) || !arguments.end()) return false;
+  ZnDbUndoRecorder& history = session.database().undoRecorder();
   for (int i = 0; i < count; ++i)
-    if ((session.database().undoRecorder().*step)() != Quorl::eOk)
-      return arguments.fail(fmt::format("there is nothing to {}", verb), "fewer steps");
+    if ((history.*step)() != Quorl::eOk)
+      return arguments.fail(fmt::format("there is nothing to {}{}", verb,
+                                        history.gaveUpSteps() && !history.canUndo()
+                                            ? "; what was before went beyond UNDOMEMORY"
+                                            : ""),
+                            "fewer steps");
   return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include "quorl/db/core/database.h"
 #include "quorl/db/entity/entity.h"
+#include "quorl/db/entity/shown_content.h"
 #include "quorl/db/table/block_table.h"
 #include "quorl/db/table/dictionary.h"
 #include "quorl/db/table/layout.h"
@@ -240,6 +241,10 @@ bool chooseSheet(const Job& job, Sheet& sheet) {
   } else if (!job.options.layout.empty()) {
     return job.fail("the drawing has no layout \"" + job.options.layout + "\"", "the name of a layout");
   }
+  for (const ZnDbObjectId space : {sheet.space, job.database.modelSpaceId()})
+    if (zndbShownCount(space) > kMostShownDrawn)
+      return job.fail("the blocks show each other more often than can be drawn",
+                      "a drawing that shows " + std::to_string(kMostShownDrawn) + " entities at most");
   TraitResolver resolver(job.database, job.options.background);
   // Paper space counts in millimetres whatever the model does.
   const bool isModel = sheet.space == job.database.modelSpaceId();

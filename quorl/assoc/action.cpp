@@ -320,13 +320,12 @@ ErrorStatus ZnDbAssocAction::getActionsDependentOnObject(ZnDbObjectId object, bo
 }
 
 ErrorStatus ZnDbAssocAction::subErase(bool erasing) {
-  if (!erasing) {
-    erasedTogether_.bringBack();
-    return Quorl::eOk;
-  }
+  if (!erasing) return Quorl::eOk;
   std::vector<ZnDbObjectId> owned = params_;
   owned.insert(owned.end(), dependencies_.begin(), dependencies_.end());
   owned.push_back(bodyId_);
   erasedTogether_.erase(owned);
   return Quorl::eOk;
 }
+
+void ZnDbAssocAction::subBringBack() { erasedTogether_.bringBack(); }

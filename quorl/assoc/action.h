@@ -86,6 +86,7 @@ public:
 
 protected:
   Quorl::ErrorStatus subErase(bool erasing) override;
+  void subBringBack() override;
   virtual void subEvaluate(ZnDbAssocEvaluationCallback* callback);
   virtual ZnDbObjectId owningNetworkId() const { return ownerId(); }
 

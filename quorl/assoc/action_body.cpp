@@ -5,6 +5,7 @@
 #include "quorl/assoc/dependency.h"
 #include "quorl/assoc/network.h"
 #include "quorl/db/core/database.h"
+#include "quorl/db/core/id_mapping.h"
 
 using Quorl::ErrorStatus;
 
@@ -309,9 +310,19 @@ void ZnDbAssocActionBody::attachLinks() {
   if (ZnDbAssocAction* parent = action()) parent->attachLinks();
 }
 
+// A body that is cloned takes along where it names sub-entities; what its action writes is asked for before.
+ErrorStatus ZnDbAssocActionBody::addMoreObjectsToDeepClone(ZnDbIdMapping&,
+                                                           ZnArray<ZnDbObjectId>& more) const {
+  const ZnDbHolder<ZnDbAssocActionBody> self(objectId());
+  return collectPersSubentNamingDataOverride(more);
+}
+
 // The host asks the originals, which is what the override is for: it finds its clones in the mapping.
 ErrorStatus ZnDbAssocActionBody::postProcessAfterDeepClone(ZnDbIdMapping& mapping) {
   const ZnDbHolder<ZnDbAssocActionBody> self(objectId());
+  if (const ErrorStatus status = clonePersSubentNamingDataOverride(mapping.destDb(), mapping);
+      status != Quorl::eOk)
+    return status;
   return postProcessAfterDeepCloneOverride(mapping);
 }
 

@@ -106,10 +106,13 @@ public:
   virtual Quorl::ErrorStatus auditAssociativeDataOverride(std::vector<ZnString>& /*faults*/, bool /*fix*/) {
     return Quorl::eOk;
   }
-  virtual Quorl::ErrorStatus clonePersSubentNamingDataOverride(ZnDbDatabase* /*to*/, ZnDbIdMapping&) {
+  // Objects in which the body keeps names of sub-entities, appended: they travel with a cloned action.
+  virtual Quorl::ErrorStatus collectPersSubentNamingDataOverride(ZnArray<ZnDbObjectId>& /*data*/) const {
     return Quorl::eOk;
   }
-  virtual Quorl::ErrorStatus collectPersSubentNamingDataOverride(ZnArray<ZnDbObjectId>& /*named*/) const {
+  // Called on the original before postProcessAfterDeepCloneOverride: writes the names anew in the clones of
+  // those objects, which stand in that drawing. A status other than eOk leaves out the post processing.
+  virtual Quorl::ErrorStatus clonePersSubentNamingDataOverride(ZnDbDatabase* /*to*/, ZnDbIdMapping&) {
     return Quorl::eOk;
   }
   // The action's status is about to become this one.
@@ -117,6 +120,8 @@ public:
 
   // A body that comes back from being a proxy enters its action for evaluation again.
   void attachLinks() override;
+  Quorl::ErrorStatus addMoreObjectsToDeepClone(ZnDbIdMapping& mapping,
+                                               ZnArray<ZnDbObjectId>& more) const final;
   Quorl::ErrorStatus postProcessAfterDeepClone(ZnDbIdMapping& mapping) final;
   void audit(std::vector<ZnString>& faults, bool fix) override;
 

@@ -213,9 +213,9 @@ ErrorStatus ZnDbDimAssoc::postProcessAfterDeepClone(ZnDbIdMapping& mapping) {
 }
 
 template<class Walk> void ZnDbDimAssoc::describe(Walk& walk) {
-  // What stayed behind in another drawing is followed no longer.
+  // What stayed behind in another drawing, or is erased, is followed no longer.
   struct Keep {
-    bool isFiled(const Reference&) const { return true; }
+    bool isFiled(const Reference& reference) const { return zndbIsFiledPath(reference.path, false); }
     bool isKept(const Reference& reference) const { return !reference.path.isEmpty(); }
   };
   walk.section(className(), 1);

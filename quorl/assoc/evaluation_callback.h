@@ -8,11 +8,20 @@ class ZnDbAssocAction;
 class ZnDbAssocNetwork;
 class ZnDbObject;
 
+// What an evaluation does with the actions that are to be evaluated.
+enum ZnDbAssocEvaluationMode : int {
+  kEvaluateActions = 0,
+  // Nothing is evaluated or written: begin and end of the evaluation are told for each action that would be
+  // first in line now, in order, and all stay marked. What an evaluation would mark in turn is not known.
+  kTellActionsOnly = 1,
+};
+
 class ZnDbAssocEvaluationCallback {
 public:
   virtual ~ZnDbAssocEvaluationCallback() = default;
 
-  virtual int evaluationMode() const { return 0; }
+  // Asked as an evaluation of the drawing or of a network begins.
+  virtual int evaluationMode() const { return kEvaluateActions; }
 
   virtual void beginEvaluation(ZnDbAssocAction* action) = 0;
   virtual void endEvaluation(ZnDbAssocAction* action) = 0;

@@ -80,7 +80,7 @@ ErrorStatus ZnDbAssocGeomActionParam::subErase(bool erasing) {
 
 template<class Walk> void ZnDbAssocGeomActionParam::describe(Walk& walk) {
   walk.section(className(), 1);
-  walk.liveId(ZnReferenceKind::kSoftPointer, 330, L"dependency", dependencyId_);
+  walk.id(ZnReferenceKind::kSoftPointer, 330, L"dependency", dependencyId_);
 }
 
 ZNDB_DEFINE_FIELDS(ZnDbAssocGeomActionParam, ZnDbAssocActionParam)

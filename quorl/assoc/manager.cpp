@@ -31,6 +31,19 @@ public:
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
 
+  // Who would be evaluated now, in order.
+  ErrorStatus tell() {
+    network_.takeMarked(marked_);
+    order_.build(marked_);
+    for (ZnDbAssocAction* action : marked_) action->setStatus(action->status());
+    for (ZnDbAssocAction* action : order_.actions()) {
+      if (!zndbIsToEvaluate(action->status())) continue;
+      callback_->beginEvaluation(action);
+      callback_->endEvaluation(action);
+    }
+    return Quorl::eOk;
+  }
+
   ErrorStatus evaluate() {
     for (;;) {
       marked_.clear();
@@ -85,7 +98,8 @@ ErrorStatus ZnDbAssocManager::evaluateTopLevelNetwork(ZnDbDatabase* database,
                                                       ZnDbAssocEvaluationCallback* callback,
                                                       std::uint32_t /*flags*/) {
   if (!database) return Quorl::eNoDatabase;
-  ZnDbDimAssoc::followWhatWaits(database);
+  const bool isToldOnly = callback && callback->evaluationMode() == kTellActionsOnly;
+  if (!isToldOnly) ZnDbDimAssoc::followWhatWaits(database);
   const ZnDbObjectId id = ZnDbAssocNetwork::getInstanceFromDatabase(database, false);
   if (id.isErased()) return Quorl::eOk;
   auto* network = static_cast<ZnDbAssocNetwork*>(id.slot()->object);
@@ -100,6 +114,7 @@ ErrorStatus ZnDbAssocManager::evaluateNetwork(ZnDbAssocNetwork* network,
   if (!network) return Quorl::eNullObjectPointer;
   if (std::find(running.begin(), running.end(), network->database()) != running.end())
     return Quorl::eNothingToDo;
+  if (callback && callback->evaluationMode() == kTellActionsOnly) return Run(*network, callback).tell();
   const ZnDbUndoRecorder::Amendment finishing(network->database()->undoRecorder());
   return Run(*network, callback).evaluate();
 }

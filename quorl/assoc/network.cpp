@@ -177,10 +177,10 @@ void ZnDbAssocNetwork::takeMarked(std::vector<ZnDbAssocAction*>& marked) {
     if (!id.isValid() || !id.isDerivedFrom(ZnDbAssocAction::desc())) continue;
     auto* action = static_cast<ZnDbAssocAction*>(id.slot()->object);
     action->queued_ = false;
-    if (id.isErased()) continue;
+    // An erased network too: its actions must not count as listed when it comes back.
     if (auto* network = ZnDbAssocNetwork::cast(action))
       network->takeMarked(marked);
-    else if (zndbIsToEvaluate(action->status()) && !action->isActionBodyAProxy())
+    else if (!id.isErased() && zndbIsToEvaluate(action->status()) && !action->isActionBodyAProxy())
       marked.push_back(action);
   }
 }
@@ -199,16 +199,21 @@ void ZnDbAssocNetwork::subEvaluate(ZnDbAssocEvaluationCallback* callback) {
 }
 
 ErrorStatus ZnDbAssocNetwork::subErase(bool erasing) {
-  if (const ErrorStatus status = ZnDbAssocAction::subErase(erasing); status != Quorl::eOk) return status;
-  if (!erasing) {
-    erasedTogether_.bringBack();
-    return Quorl::eOk;
-  }
+  if (!erasing) return Quorl::eOk;
   std::vector<ZnDbObjectId> owned;
   for (const ZnDbObjectId id : getActions())
-    if (owns(id)) owned.push_back(id);
+    if (owns(id))
+      owned.push_back(id);
+    else if (!id.isErased())
+      return Quorl::eInUse; // nothing would evaluate what stands in that network
+  if (const ErrorStatus status = ZnDbAssocAction::subErase(true); status != Quorl::eOk) return status;
   erasedTogether_.erase(owned);
   return Quorl::eOk;
+}
+
+void ZnDbAssocNetwork::subBringBack() {
+  ZnDbAssocAction::subBringBack();
+  erasedTogether_.bringBack();
 }
 
 // A member's own record undoes its coming and going.

@@ -39,6 +39,7 @@ public:
 
 protected:
   Quorl::ErrorStatus subErase(bool erasing) override;
+  void subBringBack() override;
   void subEvaluate(ZnDbAssocEvaluationCallback* callback) override;
   // A network stands in a dictionary, and in the list of the network above.
   ZnDbObjectId owningNetworkId() const override;

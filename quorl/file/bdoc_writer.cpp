@@ -1,5 +1,6 @@
 #include "quorl/file/bdoc_writer.h"
 
+#include "quorl/assoc/left_overs.h"
 #include "quorl/file/bdoc_records.h"
 #include "quorl/file/byte_codec.h"
 #include "quorl/file/drawing_header.h"
@@ -14,6 +15,7 @@ constexpr const char* kRoom = "a place with room for it";
 } // namespace
 
 bool ZnBdocWriter::write(const ZnDbDatabase& database, ZnFileError& error) {
+  const ZnDbLeftOvers leftOvers(database);
   const std::vector<ZnDbObjectId> ids = Quorl::storedObjects(database);
   ZnDrawingHeader header;
   if (!ZnDrawingHeader::of(database, ids.size(), header, error)) return false;

@@ -9,7 +9,7 @@
 
 std::vector<ZnDbObjectId> Quorl::storedObjects(const ZnDbDatabase& database) {
   std::vector<ZnDbObjectId> ids = database.allObjectIds();
-  std::erase_if(ids, [](ZnDbObjectId id) { return id.isErased(); });
+  std::erase_if(ids, [](ZnDbObjectId id) { return id.isErased() || id.slot()->leftOut; });
   return ids;
 }
 

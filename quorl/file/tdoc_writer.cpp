@@ -2,6 +2,7 @@
 
 #include <xxhash.h>
 
+#include "quorl/assoc/left_overs.h"
 #include "quorl/file/drawing_header.h"
 #include "quorl/file/drawing_sources.h"
 #include "quorl/file/proxy_conversion.h"
@@ -52,6 +53,7 @@ bool ZnTdocWriter::endSection(const char* name, ZnFileError& error) {
 }
 
 bool ZnTdocWriter::write(const ZnDbDatabase& database, ZnFileError& error) {
+  const ZnDbLeftOvers leftOvers(database);
   const std::vector<ZnDbObjectId> ids = Quorl::storedObjects(database);
   ZnDrawingHeader header;
   if (!ZnDrawingHeader::of(database, ids.size(), header, error)) return false;

@@ -40,6 +40,7 @@ void addHostVariables(ZnRxVariablesDictionary& dictionary) {
       {L"CENTERLWEIGHT", Value::ofInt16(25), kDrawing}, // hundredths of a millimetre
       {L"CENTERMARKPATTERNAUTO", Value::ofInt16(0), kSession, zeroOrOne()},
       {L"LTSCALE", Value::ofDouble(1.0), kDrawing, aboveZero()},
+      {L"UNDOMEMORY", Value::ofInt16(512), kSession, atLeastZero()}, // megabytes of a drawing's history
   };
   for (const HostVariable& row : variables)
     dictionary.addVariable(std::make_unique<ZnRxVariable>(row.name, row.defaultValue, row.scope, row.range));

@@ -12,6 +12,7 @@ ZNRX_DEFINE_DRAWING_CLASS(SumBody, ZnDbAssocActionBody, L"SUMBODY")
 std::vector<ZnDbObjectId> SumBody::evaluated;
 ZnDbObjectId SumBody::failing;
 std::vector<ZnDbObjectId> SumBody::postProcessed;
+ZnDbObjectId SumBody::namingData;
 
 ZnDbObjectId SumBody::outputId() const {
   ZnArray<ZnDbObjectId> writes;
@@ -53,6 +54,19 @@ ErrorStatus SumBody::addMoreObjectsToDeepCloneOverride(ZnDbIdMapping& mapping,
                                                        ZnArray<ZnDbObjectId>& more) const {
   ZnDbIdPair pair(outputId());
   if (mapping.compute(pair)) more.append(parentAction());
+  return Quorl::eOk;
+}
+
+ErrorStatus SumBody::collectPersSubentNamingDataOverride(ZnArray<ZnDbObjectId>& data) const {
+  if (!namingData.isNull()) data.append(namingData);
+  return Quorl::eOk;
+}
+
+ErrorStatus SumBody::clonePersSubentNamingDataOverride(ZnDbDatabase*, ZnDbIdMapping& mapping) {
+  ZnDbIdPair pair(namingData);
+  ZnDbHolder<ZnDbCircle> data;
+  if (mapping.compute(pair) && data.openForWrite(pair.value()) == Quorl::eOk)
+    data->setRadius(10.0 * data->radius());
   return Quorl::eOk;
 }
 

@@ -21,7 +21,10 @@ public:
   Quorl::ErrorStatus addMoreObjectsToDeepCloneOverride(ZnDbIdMapping& mapping,
                                                        ZnArray<ZnDbObjectId>& more) const override;
   Quorl::ErrorStatus postProcessAfterDeepCloneOverride(ZnDbIdMapping& mapping) override;
+  Quorl::ErrorStatus collectPersSubentNamingDataOverride(ZnArray<ZnDbObjectId>& data) const override;
+  Quorl::ErrorStatus clonePersSubentNamingDataOverride(ZnDbDatabase*, ZnDbIdMapping& mapping) override;
   static std::vector<ZnDbObjectId> postProcessed;
+  static ZnDbObjectId namingData;
 };
 
 class AssocTest : public HostDrawingTest {

@@ -85,3 +85,15 @@ TEST_F(CloneTest, in_another_drawing_what_stayed_behind_is_broken) {
   EXPECT_TRUE(linkFaults(other).empty());
   EXPECT_EQ(writers(output).length(), 1);
 }
+
+// A body that keeps names of sub-entities in an object beside the action takes that along, and writes the
+// names anew in the copy.
+TEST_F(CloneTest, naming_data_travels_and_is_written_anew) {
+  const ZnDbObjectId data = addCircle(7.0);
+  SumBody::namingData = data;
+  ZnDbIdMapping mapping(ZnDb::kCopyContext, &db, &db);
+  ASSERT_EQ(db.deepCloneObjects(ZnArray<ZnDbObjectId>{output}, db.modelSpaceId(), mapping), Quorl::eOk);
+  SumBody::namingData.setNull();
+  EXPECT_EQ(radiusOf(cloneOf(mapping, data)), 70.0);
+  EXPECT_EQ(radiusOf(data), 7.0);
+}

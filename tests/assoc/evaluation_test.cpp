@@ -37,6 +37,14 @@ public:
   void endUse(ZnDbAssocAction*, ZnDbObjectId, ZnDbObject*) override { ++handedBack; }
 };
 
+// Asks for no evaluation, only for who would be evaluated.
+class Listing : public Recorder {
+public:
+  int evaluationMode() const override { return kTellActionsOnly; }
+  void beginEvaluation(ZnDbAssocAction* action) override { told.push_back(action->actionBody()); }
+  std::vector<ZnDbObjectId> told;
+};
+
 class EvaluationTest : public AssocTest {
 protected:
   // A network of sums over circles: node i writes circle i and reads the circles of its inputs and own
@@ -100,6 +108,22 @@ std::vector<std::vector<int>> randomAcyclicInputs() {
 }
 
 } // namespace
+
+TEST_F(EvaluationTest, told_only_nothing_is_evaluated) {
+  const Graph graph = build({{}, {0}, {1}});
+  Listing listing;
+  for (int round = 0; round < 2; ++round) {
+    listing.told.clear();
+    EXPECT_EQ(evaluate(&listing), Quorl::eOk);
+    EXPECT_EQ(listing.told, graph.bodies) << "writers before readers, and all stay marked";
+    EXPECT_EQ(radiusOf(graph.outputs[2]), 1.0);
+  }
+  EXPECT_EQ(evaluate(), Quorl::eOk);
+  EXPECT_EQ(radiusOf(graph.outputs[2]), expected(graph, 2));
+  listing.told.clear();
+  EXPECT_EQ(evaluate(&listing), Quorl::eOk);
+  EXPECT_TRUE(listing.told.empty());
+}
 
 TEST_F(EvaluationTest, random_networks_agree_with_plain_recursion) {
   EXPECT_TRUE(rc::check([this] {

@@ -45,7 +45,10 @@ TEST_F(CompanionCommands, ComeAndGoWithTheModule) {
   for (int round = 0; round < 2; ++round) {
     for (const wchar_t* name : kNames) EXPECT_NE(ZnRxCommandRegistry::instance().find(name), nullptr);
     EXPECT_TRUE(znrxServiceIsRegistered(L"QuorlTorviPYXService"));
+    EXPECT_EQ(znrxUnloadModule(L"ZnDbTorvi.lyx"), Quorl::eVetoed) << "the commands need it";
+    EXPECT_EQ(ZnRxDynamicLinker::instance().lastError(), L"ZnDbTorvi.lyx is locked 1 times");
     ASSERT_EQ(znrxUnloadModule(L"ZnTorvi.pyx"), Quorl::eOk);
+    EXPECT_EQ(ZnRxDynamicLinker::instance().modules().front().locks, 0);
     for (const wchar_t* name : kNames) EXPECT_EQ(ZnRxCommandRegistry::instance().find(name), nullptr);
     EXPECT_FALSE(znrxServiceIsRegistered(L"QuorlTorviPYXService"));
     ASSERT_EQ(znrxLoadModule(ZnString::fromUtf8(QUORL_BIN_DIR "/ZnTorvi.pyx")), Quorl::eOk);

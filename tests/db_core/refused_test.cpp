@@ -9,6 +9,8 @@
 #include "quorl/db/core/transaction.h"
 #include "quorl/db/table/layer_table.h"
 #include "quorl/db/table/linetype_table.h"
+#include "quorl/rx/res_buf.h"
+#include "quorl/rx/variables_dictionary.h"
 
 using Quorl::ErrorStatus;
 
@@ -242,6 +244,90 @@ TEST_F(Refusals, ErasingADictionaryTakesNothingBackThatWasGone) {
   ASSERT_EQ(mine->erase(false), Quorl::eOk);
   EXPECT_TRUE(old.isErased());
   EXPECT_FALSE(now.isErased());
+}
+
+TEST_F(Refusals, NothingComesBackIntoWhatIsGone) {
+  const ZnDbObjectId block = addBlock(L"part"), layer = addLayer(L"Steel");
+  const ZnDbObjectId inBlock = addCircle(0.0, 1.0, block), alone = addCircle(0.0, 2.0, block),
+                     onLayer = addCircle(0.0, 3.0);
+  setLayer(onLayer, layer);
+  undo().startStep();
+  ASSERT_EQ(eraseIt(alone), Quorl::eOk);
+  for (const ZnDbObjectId id : {block, onLayer, layer}) ASSERT_EQ(eraseIt(id), Quorl::eOk);
+  const std::string gone = dump();
+  EXPECT_EQ(eraseIt(inBlock, false), Quorl::eInvalidOwner);
+  EXPECT_EQ(eraseIt(onLayer, false), Quorl::eInvalidInput);
+  undo().startStep();
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_EQ(eraseIt(block, false), Quorl::eOk);
+    EXPECT_FALSE(inBlock.isErased()) << "round " << round;
+    EXPECT_TRUE(alone.isErased()) << "it had gone before";
+    ASSERT_EQ(undo().undo(), Quorl::eOk);
+    EXPECT_EQ(dump(), gone);
+  }
+}
+
+TEST_F(Refusals, AnExtensionThatHadGoneStaysAway) {
+  const ZnDbObjectId id = addCircle(0.0, 1.0);
+  ASSERT_EQ(with<ZnDbObject>(id, [](ZnDbObject& object) { return object.createExtensionDictionary(); }),
+            Quorl::eOk);
+  const ZnDbObjectId extension = id.slot()->object->extensionDictionary();
+  for (const bool before : {false, true}) {
+    if (before) ASSERT_EQ(eraseIt(extension), Quorl::eOk);
+    ASSERT_EQ(eraseIt(id), Quorl::eOk);
+    EXPECT_TRUE(extension.isErased());
+    ASSERT_EQ(eraseIt(id, false), Quorl::eOk);
+    EXPECT_EQ(extension.isErased(), before);
+  }
+}
+
+TEST_F(Refusals, TheAuditFindsNamesThatFindNothing) {
+  ZnDbHolder<ZnDbLayerTable> table;
+  ASSERT_EQ(table.openForWrite(db.layerTableId()), Quorl::eOk);
+  const ZnDbObjectId first = addLayer(L"Steel"), lost = addLayer(L"Brass");
+  table->removeName(first, L"Steel");
+  const ZnDbObjectId second = addLayer(L"Steel");
+  table->removeName(lost, L"Brass");
+  table->enterName(lost, L"ghost");
+  table.close();
+  std::string faults;
+  for (const ZnString& fault : db.audit(true)) faults += fault.utf8() + '\n';
+  for (const char* expected : {"finds no record", "another has its name Steel"})
+    EXPECT_NE(faults.find(expected), std::string::npos) << faults;
+  EXPECT_TRUE(db.audit(false).empty());
+  EXPECT_EQ(layerNamed(L"Brass"), lost);
+  EXPECT_TRUE(layerNamed(L"ghost").isNull());
+  EXPECT_TRUE(layerNamed(L"Steel") != layerNamed(L"Steel_2") && !layerNamed(L"Steel_2").isNull());
+  EXPECT_TRUE(layerNamed(L"Steel_2") == first || layerNamed(L"Steel_2") == second);
+}
+
+TEST_F(Refusals, MemoryForUndoIsBounded) {
+  const std::int16_t usual = ZnRxVariablesDictionary::get()->getInt16(L"UNDOMEMORY");
+  const auto setBound = [](std::int16_t megabytes) {
+    ZnString error;
+    return ZnRxVariablesDictionary::get()->set(L"UNDOMEMORY", resbuf::ofShort(megabytes), error);
+  };
+  const ZnString large(std::wstring(1 << 15, L'x'));
+  for (const auto& [megabytes, isBounded] : {std::pair(std::int16_t{1}, true), {std::int16_t{0}, false}}) {
+    ASSERT_EQ(setBound(megabytes), Quorl::eOk);
+    undo().clear();
+    constexpr int kSteps = 20;
+    for (int i = 0; i < kSteps; ++i) {
+      undo().startStep();
+      db.put(ZnAtom::of(L"TEXT"), ZnRxVariableValue::ofString(large));
+      ZnDbHolder<ZnDbLinetypeTableRecord> linetype;
+      ASSERT_EQ(linetype.openForWrite(db.continuousLinetype()), Quorl::eOk);
+      linetype->setDescription(large);
+    }
+    undo().startStep();
+    EXPECT_EQ(undo().gaveUpSteps(), isBounded);
+    EXPECT_EQ(undo().keptBytes() <= (1u << 20), isBounded);
+    size_t taken = 0;
+    while (undo().undo() == Quorl::eOk) ++taken;
+    EXPECT_EQ(taken < kSteps, isBounded);
+    EXPECT_GT(taken, 0u) << "the last steps are there";
+  }
+  EXPECT_EQ(setBound(usual), Quorl::eOk);
 }
 
 TEST_F(Refusals, WatchersHearOfAllThatHappened) {

@@ -1,8 +1,10 @@
 // Objects whose classes are not loaded: kept, written back unchanged, and themselves again with their class.
 #include <gtest/gtest.h>
 
+#include "file/every_class_drawing.h"
 #include "file/sample_drawing.h"
 #include "file/test_classes.h"
+#include "quorl/assoc/manager.h"
 #include "quorl/db/core/deep_clone.h"
 #include "quorl/db/core/id_mapping.h"
 #include "quorl/db/core/undo.h"
@@ -231,6 +233,42 @@ TEST_F(Proxies, TwoClassesMayHaveOneTextName) {
   EXPECT_EQ(zndbProxyData(second.slot()->object)->cls->record().name, L"Twin");
   deleteZnRxClass(Twin::gpDesc);
   EXPECT_TRUE(written(other, kBinary) == binaryBefore);
+}
+
+// Whatever class of an association is missing, the drawing is worked on as if there were nothing to follow,
+// and nothing of it is lost.
+TEST(MissingClasses, OfAssociationsEndNothing) {
+  const std::string text = unsealed(written(*everyClassDrawing(), kText));
+  int missing = 0;
+  for (const char* name :
+       {"ZnDbAssocAction", "ZnDbAssocNetwork", "ZnDbAssocDependency", "ZnDbAssocGeomDependency",
+        "ZnDbAssocEdgeActionParam", "ZnDbAssocVertexActionParam", "ZnDbDimAssoc",
+        "ZnDbAssocRadialDimActionBody", "ZnDbAssocDiametricDimActionBody"}) {
+    SCOPED_TRACE(name);
+    std::string edited = text;
+    const size_t at = edited.find("\n1\n" + std::string(name) + '\n');
+    if (at == std::string::npos) continue;
+    edited[at + 3] = 'X';
+    ++missing;
+    const auto drawing = opened(sealed(edited));
+    ASSERT_TRUE(drawing);
+    drawing->undoRecorder().startStep();
+    ZnArray<ZnDbObjectId> drawn;
+    for (const ZnDbObjectId id : ZnDbHolder<ZnDbBlockTableRecord>(drawing->modelSpaceId())->entityIds())
+      if (!id.isErased()) drawn.append(id);
+    for (const ZnDbObjectId id : drawn)
+      change(id, [](ZnDbEntity& entity) { entity.transformBy(ZnGeMatrix3d::translation({1, 0, 0})); });
+    ZnDbAssocManager::evaluateTopLevelNetwork(drawing.get());
+    ZnDbIdMapping mapping(ZnDb::kCopyContext, drawing.get(), drawing.get());
+    EXPECT_EQ(drawing->deepCloneObjects(drawn, drawing->paperSpaceId(), mapping), Quorl::eOk);
+    for (const ZnDbObjectId id : drawn) erase(id);
+    ZnDbAssocManager::evaluateTopLevelNetwork(drawing.get());
+    drawing->audit(false);
+    EXPECT_EQ(written(*opened(written(*drawing, kBinary)), kText), written(*drawing, kText));
+    ASSERT_EQ(drawing->undoRecorder().undo(), Quorl::eOk);
+    EXPECT_EQ(zndbDrawingText(*opened(written(*drawing, kBinary))), zndbDrawingText(*drawing));
+  }
+  EXPECT_GE(missing, 8);
 }
 
 } // namespace

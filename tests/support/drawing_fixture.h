@@ -32,6 +32,7 @@ protected:
     zndbHostApplicationServices()->setWorkingDatabase(nullptr);
     db_.reset();
     withdrawClasses();
+    znrxUnloadModule(L"ZnTorvi.pyx"); // which keeps the module, where it is loaded
     EXPECT_EQ(znrxUnloadModule(ZnString::fromUtf8(kModule)), Quorl::eOk);
     znutSetPrintSink(usualSink_);
   }

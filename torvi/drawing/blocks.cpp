@@ -50,6 +50,9 @@ ErrorStatus curvesOfReference(ZnDbObjectId refId, ZnArray<ZnDbObjectId>& ids, bo
 
 void uneraseObject(ZnDbObjectId id) {
   if (id.isNull() || !id.isErased()) return;
+  // A reference comes back only to a block that is there.
+  if (const ZnDbHolder<ZnDbBlockReference> reference(id, true); reference.isOpen())
+    uneraseObject(reference->blockTableRecord());
   ZnDbHolder<ZnDbObject> object;
   if (object.openForWrite(id, true, true) == Quorl::eOk) object->erase(false);
 }

@@ -186,11 +186,14 @@ private:
       if (const ErrorStatus status = renamed(clone); status != Quorl::eOk) return status;
       ZnDbObjectAccess::setOwner(copy, ownerOf(clone));
     }
-    // With all in place: a block that is shown within itself is no drawing's.
-    for (const Clone& clone : clones_)
-      if (const auto* reference = ZnDbBlockReference::cast(clone.copy.slot()->object))
-        if (const ErrorStatus status = reference->judgePlace(destination_); status != Quorl::eOk)
-          return status;
+    // With all in place: a block that is shown within itself is no drawing's. Each reference is hung up once
+    // it may stand, so that the next is judged with it.
+    for (const Clone& clone : clones_) {
+      auto* reference = ZnDbBlockReference::cast(clone.copy.slot()->object);
+      if (!reference) continue;
+      if (const ErrorStatus status = reference->judgePlace(destination_); status != Quorl::eOk) return status;
+      reference->attachLinks();
+    }
     return Quorl::eOk;
   }
 

@@ -20,7 +20,6 @@ private:
   void turn(bool erasing) {
     // Erasing one may erase others of the list.
     const std::vector<ZnDbObjectId> now = ids_;
-    if (!erasing) ids_.clear();
     for (const ZnDbObjectId id : now) {
       ZnDbHolder<ZnDbObject> object;
       if (object.openForWrite(id, true, true) == Quorl::eOk && object->isErased() != erasing)

@@ -30,8 +30,11 @@ inline void zndbAppend(std::vector<ZnDbObjectId>& list, ZnDbObjectId id) { list.
 inline void zndbAppend(ZnArray<ZnDbObjectId>& list, ZnDbObjectId id) { list.append(id); }
 
 namespace Quorl {
-// An erased id is in no file, and no clone's; undo brings its object back.
-inline bool isFiledId(ZnDbObjectId id, bool forUndo) { return forUndo || !id.isErased(); }
+// An erased id is in no file, and no clone's, where it counts as null; undo brings its object back.
+// So for the time of a save are those that are kept for undo alone.
+inline bool isFiledId(ZnDbObjectId id, bool forUndo) {
+  return forUndo || (!id.isErased() && !id.slot()->leftOut);
+}
 } // namespace Quorl
 
 // To a binary filer. For a filer in memory all calls are inlined: undo and clones go this way.
@@ -64,10 +67,6 @@ public:
   }
   void id(ZnReferenceKind kind, int /*code*/, const wchar_t* /*name*/, ZnDbObjectId& id,
           const ZnDbIdRule& = {}) {
-    filer_.writeId(kind, id);
-  }
-  // One that counts as null once its target is erased, but for undo.
-  void liveId(ZnReferenceKind kind, int /*code*/, const wchar_t* /*name*/, ZnDbObjectId& id) {
     filer_.writeId(kind, Quorl::isFiledId(id, isForUndo()) ? id : ZnDbObjectId());
   }
   // Null and erased ones are left out.
@@ -183,9 +182,6 @@ public:
     const ZnDbObjectId read = filer_.readId(kind);
     if (isGood()) id = read;
   }
-  void liveId(ZnReferenceKind kind, int code, const wchar_t* name, ZnDbObjectId& id) {
-    this->id(kind, code, name, id);
-  }
   template<class List>
   void ids(ZnReferenceKind kind, int /*code*/, const wchar_t* /*name*/, List& list, const ZnDbIdRule& = {}) {
     readIds(list, [&] { return filer_.readId(kind); });
@@ -251,20 +247,18 @@ public:
   }
   void id(ZnReferenceKind /*kind*/, int code, const wchar_t* /*name*/, ZnDbObjectId& id,
           const ZnDbIdRule& rule = {}) {
-    if (rule.nullIsWritten || !id.isNull()) filer_.writeId(code, id);
-  }
-  void liveId(ZnReferenceKind kind, int code, const wchar_t* name, ZnDbObjectId& id) {
-    if (!id.isErased()) this->id(kind, code, name, id);
+    const bool isFiled = Quorl::isFiledId(id, isForUndo());
+    if (rule.nullIsWritten || isFiled) filer_.writeId(code, isFiled ? id : ZnDbObjectId());
   }
   template<class List>
   void ids(ZnReferenceKind /*kind*/, int code, const wchar_t* /*name*/, List& list, const ZnDbIdRule& = {}) {
     for (const ZnDbObjectId id : list)
-      if (!id.isErased()) filer_.writeId(code, id);
+      if (Quorl::isFiledId(id, isForUndo())) filer_.writeId(code, id);
   }
   template<class List, class Owns>
   void mixedIds(int ownedCode, int namedCode, const wchar_t* /*name*/, List& list, Owns&& owns) {
     for (const ZnDbObjectId id : list)
-      if (!id.isErased()) filer_.writeId(owns(id) ? ownedCode : namedCode, id);
+      if (Quorl::isFiledId(id, isForUndo())) filer_.writeId(owns(id) ? ownedCode : namedCode, id);
   }
   template<class T, class Element, class Keep = ZnDbKeepAll>
   void list(int /*code*/, const wchar_t* /*name*/, std::vector<T>& list, Element&& element, Keep keep = {}) {
@@ -309,9 +303,6 @@ public:
   void id(ZnReferenceKind /*kind*/, int code, const wchar_t* /*name*/, ZnDbObjectId& id,
           const ZnDbIdRule& = {}) {
     if (const ZnDbTdocItem* item = items_.next(code); item && isGood()) id = item->id;
-  }
-  void liveId(ZnReferenceKind kind, int code, const wchar_t* name, ZnDbObjectId& id) {
-    this->id(kind, code, name, id);
   }
   template<class List>
   void ids(ZnReferenceKind /*kind*/, int code, const wchar_t* /*name*/, List& list, const ZnDbIdRule& = {}) {
@@ -400,9 +391,6 @@ public:
     field(code, name, value);
   }
   void id(ZnReferenceKind kind, int code, const wchar_t* name, ZnDbObjectId& id, const ZnDbIdRule& rule = {});
-  void liveId(ZnReferenceKind kind, int code, const wchar_t* name, ZnDbObjectId& id) {
-    this->id(kind, code, name, id);
-  }
   template<class List>
   void ids(ZnReferenceKind kind, int code, const wchar_t* name, List& list, const ZnDbIdRule& rule = {}) {
     List kept;

@@ -102,18 +102,32 @@ ErrorStatus ZnDbObject::downgradeOpen() {
 ErrorStatus ZnDbObject::erase(bool erasing) {
   if (!slot_) return Quorl::eNotInDatabase;
   if (erasing == slot_->erased) return erasing ? Quorl::eWasErased : Quorl::eNothingToDo;
+  ErrorStatus status = erasing ? Quorl::eOk : judgeReturn();
+  if (status != Quorl::eOk) return status;
   const bool fieldsChanged = fieldsChanged_;
   assertWriteEnabled();
-  const ErrorStatus status = subErase(erasing);
+  status = subErase(erasing);
   fieldsChanged_ = fieldsChanged;
   if (status != Quorl::eOk) return status;
   ZnDbObjectAccess::markErased(this, erasing);
   eraseToggled_ = true;
-  if (!extensionDictionary_.isNull()) {
-    ZnDbHolder<ZnDbObject> extension;
-    if (extension.openForWrite(extensionDictionary_, true) == Quorl::eOk) extension->erase(erasing);
-  }
+  if (!erasing) subBringBack();
+  takeExtension(erasing);
   return Quorl::eOk;
+}
+
+// An object stands in a drawing only where its owner does.
+ErrorStatus ZnDbObject::judgeReturn() const {
+  if (!ownerId_.isNull() && ownerId_.isErased()) return Quorl::eInvalidOwner;
+  return judgePlace(*database());
+}
+
+// The extension dictionary goes with its object, and comes back if it had not gone before.
+void ZnDbObject::takeExtension(bool erasing) {
+  if (erasing) tookExtension_ = !extensionDictionary_.isErased();
+  if (!tookExtension_) return;
+  ZnDbHolder<ZnDbObject> extension;
+  if (extension.openForWrite(extensionDictionary_, true) == Quorl::eOk) extension->erase(erasing);
 }
 
 ErrorStatus ZnDbObject::createExtensionDictionary() {

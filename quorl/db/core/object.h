@@ -52,8 +52,10 @@ public:
   Quorl::ErrorStatus close();
   Quorl::ErrorStatus upgradeOpen();
   Quorl::ErrorStatus downgradeOpen();
-  // Erases or brings back; the object must be open for write. The base tells watchers and reactors;
-  // a class adds its own part in subErase. Erasing an erased object is eWasErased.
+  // Erases or brings back; the object must be open for write. The base tells watchers and reactors; a class
+  // adds its own part in subErase and subBringBack. Erasing an erased object is eWasErased; bringing back one
+  // that is not is eNothingToDo, one whose owner is erased eInvalidOwner, and one whose place is taken, or
+  // that refers to what is gone, what judgePlace says.
   Quorl::ErrorStatus erase(bool erasing = true);
 
   // Extension dictionary; null id without one. Creating needs write.
@@ -114,6 +116,8 @@ protected:
   ZnDbObject() = default;
   virtual ZnString auditLabel() const; // how the audit's report calls the object
   virtual Quorl::ErrorStatus subErase(bool /*erasing*/) { return Quorl::eOk; }
+  // The object is live again: what it had taken along follows.
+  virtual void subBringBack() {}
   // Before and after a change of an open object's fields, for caches.
   virtual void subClose() {}
 
@@ -121,6 +125,9 @@ private:
   friend class ZnDbDatabase;
   friend class ZnDbUndoRecorder;
   friend struct ZnDbObjectAccess;
+
+  Quorl::ErrorStatus judgeReturn() const;
+  void takeExtension(bool erasing);
 
   ZnDbSlot* slot_ = nullptr;
   ZnDbObjectId ownerId_;
@@ -130,6 +137,7 @@ private:
   bool modified_ = false, fieldsChanged_ = false;
   bool eraseToggled_ = false;
   bool isNew_ = false;
+  bool tookExtension_ = false; // erased its extension dictionary with itself
   std::unique_ptr<std::vector<ZnDbObjectReactor*>> reactors_;
 };
 

@@ -26,6 +26,7 @@ struct ZnDbSlot {
   std::uint16_t writers = 0;
   bool evaluating = false; // held by an evaluation: whoever asks within it may write
   bool erased = false;
+  bool leftOut = false; // not in the file that is being written, although it is live
 };
 
 class ZnDbObjectId {

@@ -3,6 +3,8 @@
 #include "quorl/db/core/database.h"
 #include "quorl/db/core/memory_filer.h"
 #include "quorl/db/core/object_access.h"
+#include "quorl/db/core/transaction.h"
+#include "quorl/rx/variables_dictionary.h"
 
 using Quorl::ErrorStatus;
 
@@ -23,7 +25,13 @@ struct ZnDbUndoRecorder::Step {
   std::vector<Record> records;
   std::string bytes;
   std::vector<std::function<void()>> exchanges;
-  size_t before = 0; // records of all earlier steps
+  size_t before = 0;      // records of all earlier steps
+  size_t bytesBefore = 0; // and their memory
+
+  size_t memory() const {
+    constexpr size_t kExchange = 128; // a function with what it holds, about
+    return sizeof(Step) + records.size() * sizeof(Record) + bytes.size() + exchanges.size() * kExchange;
+  }
 
   void addState(ZnDbObjectId id, bool erased, std::string_view state) {
     records.push_back({Record::kState, erased, id, bytes.size(), state.size()});
@@ -51,6 +59,7 @@ void ZnDbUndoRecorder::startStep(const ZnString& label) {
   settleNotes();
   ++stamp_;
   if (recordCount() != droppedAt_) dropped_.clear();
+  giveUpOldest();
   if (!done_.empty() && done_.back().records.empty())
     done_.back().label = label;
   else
@@ -59,7 +68,26 @@ void ZnDbUndoRecorder::startStep(const ZnString& label) {
 
 void ZnDbUndoRecorder::push(Step step) {
   step.before = recordCount();
+  if (!done_.empty()) step.bytesBefore = done_.back().bytesBefore + done_.back().memory();
   done_.push_back(std::move(step));
+}
+
+size_t ZnDbUndoRecorder::keptBytes() const {
+  if (done_.empty()) return 0;
+  return done_.back().bytesBefore + done_.back().memory() - done_.front().bytesBefore;
+}
+
+// Marks count records from the first step that ever was, so that they hold whatever is given up. An open
+// transaction may still need what stands before it.
+void ZnDbUndoRecorder::giveUpOldest() {
+  if (database_.transactionManager().activeTransactionCount() > 0) return;
+  constexpr size_t kMegabyte = size_t{1} << 20;
+  const size_t bound =
+      static_cast<size_t>(ZnRxVariablesDictionary::get()->getInt16(L"UNDOMEMORY")) * kMegabyte;
+  while (bound > 0 && keptBytes() > bound && done_.size() > (done_.back().records.empty() ? 2 : 1)) {
+    done_.pop_front();
+    gaveUp_ = true;
+  }
 }
 
 bool ZnDbUndoRecorder::canUndo() { return undoDepth() > 0; }
@@ -164,6 +192,10 @@ void ZnDbUndoRecorder::Amendment::end() {
   if (!std::exchange(amends_, false)) return;
   recorder_.settleNotes();
   recorder_.amending_ = false;
+  if (recorder_.done_.size() > 1) {
+    const Step& amended = recorder_.done_[recorder_.done_.size() - 2];
+    recorder_.done_.back().bytesBefore = amended.bytesBefore + amended.memory();
+  }
   recorder_.newStates();
 }
 
@@ -296,5 +328,6 @@ void ZnDbUndoRecorder::clear() {
   done_.clear();
   undone_.clear();
   dropped_.clear();
+  gaveUp_ = false;
   ++stamp_;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -33,6 +34,11 @@ public:
   // From here on states are kept anew although the step has them: a transaction begins within a step.
   void newStates() { ++stamp_; }
   size_t undoDepth();
+
+  // The memory that the steps may take before the oldest are given up, whenever a step begins: UNDOMEMORY
+  // megabytes, 0 for no bound. The last step stays whatever its size.
+  size_t keptBytes() const;
+  bool gaveUpSteps() const { return gaveUp_; } // there was more to undo once
 
   // For the time of an evaluation: where the step has no change of its own yet, what the evaluation does
   // finishes what the last step began, so it is undone with that, is no step, and leaves alone what can be
@@ -73,17 +79,19 @@ private:
   void confirmNotes();
   size_t recordCount() const;
   void push(Step step);
+  void giveUpOldest();
   void apply(Step& step, size_t count, Step& inverse);
   void restore(Step& step, const Record& record, Step& inverse);
 
   ZnDbDatabase& database_;
   std::unique_ptr<class ZnDbMemoryFiler> scratch_, reader_; // which keep their memory from object to object
-  std::vector<Step> done_, undone_;
+  std::deque<Step> done_;
+  std::vector<Step> undone_;
   // What could be redone before the youngest step changed something, and the mark at which that was.
   std::vector<Step> dropped_;
   size_t droppedAt_ = 0;
   bool amending_ = false;
   std::unique_ptr<Step> notes_; // states that are not known yet to have been changed
   std::uint32_t stamp_ = 1;
-  bool recording_ = true, undoing_ = false;
+  bool recording_ = true, undoing_ = false, gaveUp_ = false;
 };

@@ -6,6 +6,7 @@
 #include "quorl/db/entity/curve.h"
 #include "quorl/db/entity/curve_transform.h"
 #include "quorl/db/entity/extents_draw.h"
+#include "quorl/db/entity/shown_content.h"
 #include "quorl/db/table/block_table.h"
 #include "quorl/db/table/external_link.h"
 #include "quorl/ge/angles.h"
@@ -107,13 +108,6 @@ ErrorStatus ZnDbBlockReference::judgePlace(const ZnDbDatabase& drawing) const {
   return ZnDbEntity::judgePlace(drawing);
 }
 
-ErrorStatus ZnDbBlockReference::subErase(bool erasing) {
-  if (!erasing)
-    if (const ZnDbBlockTableRecord* owner = standsIn(*this); owner && !owner->mayShow(blockRecord_))
-      return Quorl::eInvalidOwner;
-  return ZnDbEntity::subErase(erasing);
-}
-
 // The record's list and this reference know each other's place, so that both ends come apart at once. A
 // reference in no drawing, or an erased one, shows nothing and stands in no list.
 void ZnDbBlockReference::attachLinks() {
@@ -185,6 +179,12 @@ ErrorStatus ZnDbBlockReference::transformBy(const ZnGeMatrix3d& transform) {
 
 ErrorStatus ZnDbBlockReference::getGeomExtents(ZnGeBoundBlock3d& extents) const {
   if (isUnloaded(blockRecord_)) return Quorl::eNothingToDo;
+  if (blockRecord_.isValid() && zndbShownCount(blockRecord_) > kMostShownExactly) {
+    ZnGeBoundBlock3d box = zndbShownBox(blockRecord_);
+    if (box.isEmpty()) return Quorl::eNothingToDo;
+    extents = box.transformBy(transform_);
+    return Quorl::eOk;
+  }
   ZnDbExtentsDraw draw;
   draw.pushReference(transform_, ownTraits());
   const ErrorStatus status =

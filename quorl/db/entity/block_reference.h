@@ -44,7 +44,6 @@ public:
   void audit(std::vector<ZnString>& faults, bool fix) override;
 
 protected:
-  Quorl::ErrorStatus subErase(bool erasing) override; // eInvalidOwner for one that may not come back
   bool subWorldDraw(ZnGiWorldDraw& draw) const override;
   Quorl::ErrorStatus subGetOsnapPoints(ZnDb::ObjectSnapMode mode, std::int64_t gsMarker,
                                        const ZnGePoint3d& pickPoint, const ZnGePoint3d& lastPoint,

@@ -30,7 +30,9 @@ public:
   ZnDb::Visibility visibility() const { return visibility_; }
   ZnDbObjectId blockId() const { return ownerId(); } // the block record that it stands in
 
-  // Setters; doSubents passes the trait to what the entity consists of. Ids must be of this database's
+  // Setters. doSubents asks a class whose parts have traits of their own to pass the trait on to them, which
+  // it does in its override; the host's classes have no such parts, since a block's entities belong to all
+  // its references. Each setter hands the flag to the one that it ends in. Ids must be of this database's
   // tables (eInvalidInput), names must exist (eKeyNotFound), a scale must be above zero (eOutOfRange).
   virtual Quorl::ErrorStatus setLayer(ZnDbObjectId layer, bool doSubents = true,
                                       bool allowHiddenLayer = false);

@@ -112,15 +112,19 @@ ErrorStatus ZnDbBlockTableRecord::assumeOwnershipOf(const ZnArray<ZnDbObjectId>&
 void ZnDbBlockTableRecord::moveEntity(ZnDbEntity& entity) {
   ZnDbBlockTableRecord* before = recordAt(entity.ownerId());
   if (before) before->keepOrder(entity.objectId());
+  // Kept now, whatever the step has of it: from the order before to the order after it must be one change.
+  ZnDbObjectAccess::slot(&entity)->undoStamp = 0;
   entity.detachLinks();
   entity.setOwnerId(objectId());
   if (before) before->memberRemoved(entity.objectId());
   memberAdded(entity.objectId());
+  keepOrder(entity.objectId());
   entity.attachLinks();
 }
 
 // An entity that undoing brings back is put at the end, and from there to its place; doing it again goes the
-// other way. Kept before the entity's own state, so that it is undone after it.
+// other way. Kept for the block that it leaves before the entity's own state, so that it is undone after it,
+// and for the block that it enters after it, so that it is done again after it.
 void ZnDbBlockTableRecord::keepOrder(ZnDbObjectId id) {
   const auto place = std::find(entities_.begin(), entities_.end(), id) - entities_.begin();
   database()->undoRecorder().keepHeader([this, id, place] {
@@ -195,12 +199,11 @@ ErrorStatus ZnDbBlockTableRecord::subErase(bool erasing) {
   if (erasing && !references_.empty()) return Quorl::eInUse;
   if (const ErrorStatus status = ZnDbSymbolTableRecord::subErase(erasing); status != Quorl::eOk)
     return status;
-  if (erasing)
-    erasedTogether_.erase(entities_);
-  else
-    erasedTogether_.bringBack();
+  if (erasing) erasedTogether_.erase(entities_);
   return Quorl::eOk;
 }
+
+void ZnDbBlockTableRecord::subBringBack() { erasedTogether_.bringBack(); }
 
 template<class Walk> void ZnDbBlockTableRecord::describe(Walk& walk) {
   walk.section(className(), 0, 0);

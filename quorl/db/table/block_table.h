@@ -67,6 +67,7 @@ protected:
   // Erasing a block erases its entities, and brings those back that it erased. eInUse while a reference shows
   // it.
   Quorl::ErrorStatus subErase(bool erasing) override;
+  void subBringBack() override;
 
 private:
   friend class ZnDbBlockReference;

@@ -64,15 +64,14 @@ ErrorStatus ZnDbDictionary::subErase(bool erasing) {
   if (erasing &&
       (database()->headerIds().needs(objectId()) || database()->getLayoutDictionary() == objectId()))
     return Quorl::eInUse;
-  if (!erasing) {
-    erasedTogether_.bringBack();
-    return Quorl::eOk;
-  }
+  if (!erasing) return Quorl::eOk;
   std::vector<ZnDbObjectId> ids;
   for (const Entry& e : entries_) ids.push_back(e.id);
   erasedTogether_.erase(ids);
   return Quorl::eOk;
 }
+
+void ZnDbDictionary::subBringBack() { erasedTogether_.bringBack(); }
 
 template<class Walk> void ZnDbDictionary::describe(Walk& walk) {
   struct Keep {

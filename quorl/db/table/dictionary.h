@@ -32,6 +32,7 @@ public:
 protected:
   // With its entries, which come back with it. eInUse for a dictionary that every drawing needs.
   Quorl::ErrorStatus subErase(bool erasing) override;
+  void subBringBack() override;
 
 private:
   const Entry* entry(const ZnString& name) const;

@@ -181,6 +181,44 @@ void ZnDbSymbolTable::audit(std::vector<ZnString>& faults, bool fix) {
                      L" is no record of this table");
     if (fix) records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(i--));
   }
+  auditNames(faults, fix);
+}
+
+// A name finds one live record, which has it, and each live record is found by its name.
+void ZnDbSymbolTable::auditNames(std::vector<ZnString>& faults, bool fix) {
+  const auto hasName = [](ZnDbObjectId id, const ZnAtom& folded) {
+    return !id.isErased() && recordOf(id) && recordOf(id)->name().atom().folded() == folded;
+  };
+  bool isStale = false;
+  for (const auto& [folded, id] : byName_) isStale = isStale || !hasName(id, folded);
+  for (const std::vector<ZnDbObjectId>& ids : byNumber_)
+    for (const ZnDbObjectId id : ids) isStale = isStale || (!id.isNull() && id.isErased());
+  if (isStale) {
+    faults.push_back(isA()->name() + L": a name in it finds no record of that name");
+    if (fix) loaded();
+  }
+  const std::vector<ZnDbObjectId> records = records_; // a record that is renamed enters its name
+  for (const ZnDbObjectId id : records) {
+    const ZnDbSymbolTableRecord* record = id.isErased() ? nullptr : recordOf(id);
+    if (!record || at(record->name()) == id) continue;
+    const bool isTaken = has(record->name());
+    faults.push_back(record->auditLabel() + L": " +
+                     (isTaken ? L"another has its name " : L"is not found as ") + record->name());
+    if (!fix) continue;
+    ZnDbHolder<ZnDbSymbolTableRecord> renamed;
+    if (!isTaken)
+      enterName(id, record->name());
+    else if (renamed.openForWrite(id, false, true) == Quorl::eOk)
+      renamed->setName(freeName(record->name()));
+  }
+}
+
+ZnString ZnDbSymbolTable::freeName(const ZnString& taken) {
+  if (taken.view().starts_with(L"*")) return completed(taken.left(2));
+  for (int number = 2;; ++number) {
+    const ZnString name(std::wstring(taken.view()) + L"_" + std::to_wstring(number));
+    if (!has(name)) return name;
+  }
 }
 
 ZnDbSymbolTableIterator::ZnDbSymbolTableIterator(std::vector<ZnDbObjectId> ids, bool skipDeleted)
@@ -256,7 +294,7 @@ void ZnDbSymbolTableRecord::detachLinks() {
 }
 
 ErrorStatus ZnDbSymbolTableRecord::subErase(bool erasing) {
-  if (!erasing) return table() && table()->has(name_) ? Quorl::eDuplicateKey : Quorl::eOk;
+  if (!erasing) return Quorl::eOk;
   return objectId().slot()->users > 0 || database()->headerIds().needs(objectId()) ? Quorl::eInUse
                                                                                    : Quorl::eOk;
 }

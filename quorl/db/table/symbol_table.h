@@ -44,6 +44,8 @@ protected:
 private:
   ZnDbObjectId at(const ZnString& name) const; // null for a name that stands for nothing
   void clearIndex();
+  void auditNames(std::vector<ZnString>& faults, bool fix);
+  ZnString freeName(const ZnString& taken); // like the one that is taken
   ZnString completed(const ZnString& name);
 
   std::vector<ZnDbObjectId> records_;
@@ -88,8 +90,7 @@ public:
   void detachLinks() override;
 
 protected:
-  // eInUse for a record that the drawing or a live object needs; eDuplicateKey for one that would come back
-  // beside another of its name.
+  // eInUse for a record that the drawing or a live object needs.
   Quorl::ErrorStatus subErase(bool erasing) override;
 
 private:
