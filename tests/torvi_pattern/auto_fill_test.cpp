@@ -154,6 +154,20 @@ TEST_F(AutoFill, DocumentsOfDrawingViewsNarrowTheCandidates) {
   ZnDbBlockReference::desc()->delX(ZnDbLogicalTransformPE::desc());
 }
 
+// The same handles, and another drawing.
+TEST_F(AutoFill, ABlockOfAnotherDrawingIsSearchedAnew) {
+  Builder builder(db_.get());
+  const ZnArray<ZnDbEdgeRef> here = nestedEdges(row(4));
+  pick(builder, here, {0, 1});
+  EXPECT_EQ(taken(builder, here), (Indices{0, 1, 2, 3}));
+  const auto first = std::exchange(db_, std::make_unique<ZnDbDatabase>());
+  zndbHostApplicationServices()->setWorkingDatabase(db_.get());
+  const ZnArray<ZnDbEdgeRef> there = nestedEdges(row(6));
+  builder.clearInput();
+  pick(builder, there, {0, 1});
+  EXPECT_EQ(taken(builder, there), sixOfRow_);
+}
+
 // The window of 60 by 20 allows radii up to 10 on the sheet.
 TEST_F(AutoFill, ThroughAViewportCirclesTheSizeOfTheViewAreNoHoles) {
   const ZnArray<ZnDbEdgeRef> inBlock =

@@ -61,7 +61,9 @@ TEST_F(PatternBody, AReferenceEdgeComesWithItsPick) {
     EXPECT_EQ(body.setReferenceEdge(first, 0.75), Quorl::eOk);
     EXPECT_EQ(body.setReferenceEdge(second, -1.0), Quorl::eOk);
     EXPECT_TRUE(body.getReferenceEdge(edge, pick) && edge == second);
-    EXPECT_EQ(pick, -1.0) << "that of another edge";
+    EXPECT_EQ(pick, 0.75);
+    body.forgetReferencePick();
+    EXPECT_TRUE(body.getReferenceEdge(edge, pick) && pick == -1.0);
     EXPECT_TRUE(body.clearReferenceEdge());
     EXPECT_FALSE(body.clearReferenceEdge() || body.getReferenceEdge(edge, pick) || pick != -1.0);
   });

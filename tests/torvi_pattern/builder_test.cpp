@@ -119,10 +119,12 @@ TEST_F(PatternBuilder, AnEditWritesTheDifference) {
   EXPECT_FALSE(loaded.hasEditChanges(before) || Builder(db_.get()).hasEditChanges(before));
   ZnDbEdgeRef reference;
   double pick = 0.0;
-  for (const bool set : {true, false}) {
-    set ? loaded.setReferenceEdge(rim, 1.0) : loaded.clearReferenceEdge();
+  for (const double param : {1.0, -1.0, -2.0}) {
+    const bool isSet = param > -2.0;
+    isSet ? loaded.setReferenceEdge(rim, param) : loaded.clearReferenceEdge();
     ASSERT_EQ(loaded.modifyTorvi(), Quorl::eOk);
-    EXPECT_EQ(Wrapper(id).getReferenceEdge(reference, pick), set);
+    EXPECT_EQ(Wrapper(id).getReferenceEdge(reference, pick), isSet);
+    EXPECT_EQ(pick, isSet ? param : -1.0) << "not that of the edge before";
   }
   EXPECT_EQ(loaded.loadTorvi(addMark(addCircle({0.0, 90.0, 0.0}, 4.0))), Quorl::eInvalidInput)
       << "another kind";

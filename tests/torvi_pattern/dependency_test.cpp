@@ -86,6 +86,10 @@ TEST_F(PatternDependency, WhatIsLedAndWhatStays) {
     EXPECT_EQ(extension.redirectToAnotherObject(piece.object(), edgeAlong(path).entity(), dependency.object(),
                                                 given),
               Quorl::eOk);
+    const ZnDbCompoundObjectId none;
+    ZnDbCompoundObjectId kept = edgeAlong(path).entity();
+    EXPECT_EQ(extension.redirectToAnotherObject(piece.object(), none, dependency.object(), kept), Quorl::eOk);
+    EXPECT_TRUE(kept == none) << "a way to nothing leads nowhere else";
     path.last() = row.standsOn;
     EXPECT_TRUE(given == edgeAlong(path).entity());
   }

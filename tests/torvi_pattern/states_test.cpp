@@ -368,7 +368,9 @@ TEST_F(PatternStates, ACrossFittedToItsLinetypeMayHaveArmsOfSetLength) {
 TEST_F(PatternStates, LengthsSetWithoutHolesAreDrawn) {
   const Made made = make(samples()[1]);
   EXPECT_EQ(Wrapper(made.id).breakAssociativity(), Quorl::eOk);
+  const double cross = Wrapper(made.id).crossHairLength();
   transform(made.id, ZnGeMatrix3d::scaling(2.0, {5, 5, 0}));
+  EXPECT_EQ(Wrapper(made.id).crossHairLength(), cross) << "in the size of the block, as all lengths are";
   change<Body>(bodyOf(made.id), [](Body& body) {
     body.setVerticalStartExtension(40.0);
     body.setHorizontalEndExtension(37.0);

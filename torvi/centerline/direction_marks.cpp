@@ -1,20 +1,16 @@
 #include "torvi/centerline/direction_marks.h"
 
-#include <functional>
 #include <set>
+
+#include "torvi/core/id_order.h"
 
 namespace torvi {
 
 namespace {
 
-// By identity: the order of handles takes lines of two drawings for one.
-struct BySlot {
-  bool operator()(ZnDbObjectId a, ZnDbObjectId b) const { return std::less<>()(a.slot(), b.slot()); }
-};
-
 // Kept for the whole process until it is emptied; whoever marks lines unmarks them.
-std::set<ZnDbObjectId, BySlot>& marked() {
-  static std::set<ZnDbObjectId, BySlot> lines;
+std::set<ZnDbObjectId, ByIdentity>& marked() {
+  static std::set<ZnDbObjectId, ByIdentity> lines;
   return lines;
 }
 

@@ -30,6 +30,8 @@ public:
   virtual ZnGeLineSeg3d getSubentLineGeometry(ZnCenterMarkSubEntType type, bool includeOvershoot) const;
   // The shortest reach that an extension should get: half the cross. 0 when it has no size.
   virtual double getMinExtension(ZnCenterMarkSubEntType type) const;
+  // The sizes of the cross by its expressions, in the size of the block.
+  virtual Quorl::ErrorStatus getCrossLengthAndGap(double& length, double& gap) const;
 
 protected:
   // A stored extension as a length: one that follows the circle gives its radius.

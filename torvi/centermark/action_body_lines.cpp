@@ -37,10 +37,13 @@ double ZnDbCenterMarkActionBody::getRefCircleRadius() const {
   return getRefCircle(circle) == Quorl::eOk ? circle.radius() : 0.0;
 }
 
+ErrorStatus ZnDbCenterMarkActionBody::getCrossLengthAndGap(double& length, double& gap) const {
+  return getCrossLengthAndGapFromProvider(ZnDbCenterMarkPropsProvider(centerObjectId()), length, gap, 0.0);
+}
+
 double ZnDbCenterMarkActionBody::getMinExtension(ZnCenterMarkSubEntType) const {
-  const ZnDbCenterMarkPropsProvider provider(centerObjectId());
-  ZnDbCenterMarkSizeCalculator calculator(provider);
-  return calculator.calculateSizes(0.0) == Quorl::eOk ? calculator.crossLength * 0.5 : 0.0;
+  double length = 0.0, gap = 0.0;
+  return getCrossLengthAndGap(length, gap) == Quorl::eOk ? length * 0.5 : 0.0;
 }
 
 ZnGeVector3d ZnDbCenterMarkActionBody::getSubentDirection(ZnCenterMarkSubEntType type) const {

@@ -38,10 +38,12 @@ void exchangeSides(ZnDbCenterMarkObjectWrapper& mark, ZnCenterMarkSubEntType one
   give(other, ofOne);
 }
 
-// Whether the circle that the mark follows looks the other way than the frame.
+// Whether the circle that the mark follows looks the other way than the frame. Among views it is no matter
+// which way a circle looks.
 bool looksAway(const ZnDbCenterMarkActionBody& body, const ZnGeMatrix3d& frame, ZnGeVector3d& normal) {
   ZnGeCircArc3d circle;
-  if (!body.isAssociative(false) || body.getRefCircle(circle) != Quorl::eOk) return false;
+  if (hostDocumentKindQuery() || !body.isAssociative(false) || body.getRefCircle(circle) != Quorl::eOk)
+    return false;
   normal = circle.normal();
   ZnGePoint3d origin;
   ZnGeVector3d x, y, z;

@@ -39,10 +39,9 @@ ErrorStatus ZnDbCenterMarkLayout::adjustEntities(const ZnArray<ZnDbEntity*>& ent
 ErrorStatus ZnDbCenterMarkLayout::evaluateGeometry(ZnArray<ZnGeCurve3d*>& curves, ZnArray<ZnString>& keys) {
   applyBlockScaleToExtensions(centerObject());
   undoCenterMarkMirror(centerObject());
-  if (!hostDocumentKindQuery()) {
-    setBlockUpright(centerObject());
-    updateCachedRotationFromBlock(centerObject());
-  }
+  // What has gone into the extensions must not stay on the reference, also where that keeps its rotation.
+  setBlockUpright(centerObject());
+  if (!hostDocumentKindQuery()) updateCachedRotationFromBlock(centerObject());
   compareGeometry(curves, keys);
   if (curves.isEmpty()) return Quorl::eInvalidInput;
   // For read: somebody may look at the body, and the radius is the action's.

@@ -132,6 +132,8 @@ double ZnDbCenterMarkObjectWrapper::crossHairGap() const {
 }
 
 ErrorStatus ZnDbCenterMarkObjectWrapper::getCrossLengthAndGap(double& length, double& gap) const {
+  ZnDbHolder<Body> body(actionBody());
+  if (body.isOpen()) return body->getCrossLengthAndGap(length, gap);
   return getCrossLengthAndGapFromProvider(ZnDbCenterMarkPropsProvider(centerObjId()), length, gap, 0.0);
 }
 

@@ -1,5 +1,7 @@
-// The handle on a center mark for everyone outside the core; see ZnDbTorviObjectWrapper for its ways. Lengths
-// are drawing units, points and lines stand in the coordinates of the mark's space.
+// The handle on a center mark for everyone outside the core; see ZnDbTorviObjectWrapper for its ways. Points,
+// lines and the circle with its radius stand in the coordinates of the mark's space. Extensions, overshoots
+// and the sizes of the cross are those of its block: drawing units too, but for a pattern without edges whose
+// reference was scaled, which shows the block in another size.
 #pragma once
 
 #include "torvi/core/object_wrapper.h"

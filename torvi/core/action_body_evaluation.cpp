@@ -88,7 +88,8 @@ void ZnDbTorviActionBody::reportFailedOpen(ErrorStatus status) {
 void ZnDbTorviActionBody::writeTransform(ZnDbBlockReference& reference, const ZnGeMatrix3d& transform) const {
   const torvi::Kind* kind = torvi::kindOfClass(isA());
   const bool keepsRotation = kind && kind->keepsRotationAmongViews && hostDocumentKindQuery();
-  ZnGeMatrix3d wanted = keepsRotation ? reference.blockTransform() : transform;
+  // A scale has gone into what is drawn.
+  ZnGeMatrix3d wanted = keepsRotation ? torvi::rigidPartOf(reference.blockTransform()) : transform;
   wanted.setTranslation(transform.translation());
   if (!torvi::areExactlyEqual(wanted, reference.blockTransform())) reference.setBlockTransform(wanted);
 }

@@ -37,7 +37,7 @@ inline const ZnGeTol& centerLineTolerance() {
 }
 
 // Members of a pattern: holes are drawn by hand or come rounded out of other programs, so centers a tenth of
-// a thousandth apart lie on one circle or line. Also the unit of the steps in which votes are counted. Of a
+// a thousandth apart lie on one circle or line. Also the unit in which ballots lie next to each other. Of a
 // pattern that is smaller than a drawing unit it is the same share.
 constexpr double kPatternTolerance = 1e-4;
 
@@ -58,10 +58,6 @@ constexpr double kClosedPitchGap = 1e-6;
 
 // Within this an end of an old version's center line is the center of its member.
 constexpr double kLegacyEndTolerance = 1e-6;
-
-// How close to a limit a cheap bound may decide in a member vote; nearer to it the exact test is asked. Wide
-// against the rounding of the thinnest triangles that make a circle.
-constexpr double kVoteBoundSlack = 1e-4;
 
 // Two circles of one block are concentric, or of one size, up to what drawing programs lose by rounding.
 inline const ZnGeTol& candidateTolerance() {

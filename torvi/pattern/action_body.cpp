@@ -126,10 +126,10 @@ ErrorStatus ZnDbCenterMarkPatternActionBody::setReferenceEdge(const ZnDbEdgeRef&
   ErrorStatus status = param.openForWrite(paramId);
   if (status == Quorl::eOk) status = param->setEdgeRef(edge, true, false, 0);
   if (status != Quorl::eOk) return status;
-  if (pickParam >= 0.0) return setDoubleParam(kReferencePick, pickParam);
-  removeValueParam(kReferencePick);
-  return Quorl::eOk;
+  return pickParam >= 0.0 ? setDoubleParam(kReferencePick, pickParam) : Quorl::eOk;
 }
+
+void ZnDbCenterMarkPatternActionBody::forgetReferencePick() { removeValueParam(kReferencePick); }
 
 // The pick stays behind: it is only read together with an edge.
 bool ZnDbCenterMarkPatternActionBody::clearReferenceEdge() {
@@ -269,6 +269,10 @@ ZnGeLineSeg3d ZnDbCenterMarkPatternActionBody::getSubentLineGeometry(ZnCenterMar
     line = ZnDbCenterMarkActionBody::getSubentLineGeometry(curves, arm, includeOvershoot);
   ZnDbTorviActionBodyUtils::deleteCurves(curves);
   return reversed ? ZnGeLineSeg3d(line.endPoint(), line.startPoint()) : line;
+}
+
+ErrorStatus ZnDbCenterMarkPatternActionBody::getCrossLengthAndGap(double& length, double& gap) const {
+  return getCrossLengthAndGapFromProvider(ZnPatternPropsProvider(centerObjectId()), length, gap, 0.0);
 }
 
 double ZnDbCenterMarkPatternActionBody::getMinExtension(ZnCenterMarkSubEntType type) const {

@@ -33,10 +33,12 @@ public:
   bool showCenterMark() const; // on the pitch center
   Quorl::ErrorStatus setShowCenterMark(bool show);
   // An arc fixes the pitch center, a line the direction. The pick is an offset in radians from the arc's
-  // start; negative for none, which also forgets the one of an edge before. False without an edge.
+  // start; a negative one is none and leaves that of an edge before, which stays stored until it is
+  // forgotten. False without an edge.
   bool getReferenceEdge(ZnDbEdgeRef& edge, double& pickParam) const;
   Quorl::ErrorStatus setReferenceEdge(const ZnDbEdgeRef& edge, double pickParam);
   bool clearReferenceEdge();
+  void forgetReferencePick();
 
   // The members on the four arms of the pitch center's mark, arms in the order left, right, bottom, top, so
   // that a pattern without its edges can still draw them. False, and nothing written, without a member.
@@ -70,6 +72,7 @@ public:
   Quorl::ErrorStatus getRefCircle(ZnGeCircArc3d& circle) const override;
   ZnGeLineSeg3d getSubentLineGeometry(ZnCenterMarkSubEntType type, bool includeOvershoot) const override;
   double getMinExtension(ZnCenterMarkSubEntType type) const override;
+  Quorl::ErrorStatus getCrossLengthAndGap(double& length, double& gap) const override;
   double getResolvedExtensionLength(double stored, ZnCenterMarkSubEntType type, double radius) const override;
   Quorl::ErrorStatus resetOvershoots() override;
 

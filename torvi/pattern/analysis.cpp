@@ -12,12 +12,6 @@ namespace {
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr double kLargestClosedGap = kTwoPi / 3.0;
 
-// The pitch circle on its way from the vote to the answer.
-struct PitchCircle {
-  ZnGePoint2d center;
-  double radius = 0.0;
-};
-
 // What rounding may have left of the coordinates of the circles' centers.
 double roundingOf(const ZnArray<ZnGeCircArc3d>& circles) {
   double largest = 0.0;
@@ -74,23 +68,24 @@ private:
   void chainFrom(const ZnPatternMembers& members, ZnPatternMembers::const_iterator start);
 
   bool fitPolarPattern();
-  bool findPitchCenter(ZnGePoint2d& center) const;
+  bool findPitchCircle(ZnPitchCircle& circle) const;
   bool pitchCenterAsBefore(ZnGePoint2d& center) const;
   ZnGePoint3d placeOfPitchCenter(const ZnGePoint2d& center) const;
-  void refinePitchCircle(PitchCircle& circle);
   // Between two members that follow each other.
   struct Gap {
     double angle = 0.0;
     std::pair<int, int> ends; // the member named first, then the other
+    int from = 0, to = 0;
     ZnPatternMembers::const_iterator next;
   };
   bool orderAroundCircle(const ZnGeCircArc2d& circle);
+  bool isRatherOpen(const Gap& gap, const Gap& other) const;
   std::vector<Gap> gapsOf(const ZnPatternMembers& members) const; // but for that of the pick
   void boundPitchArc(ZnGeCircArc3d& arc) const;
   void findAxisMembers(const ZnGeCircArc3d& arc);
 
   bool fitLinearPattern();
-  bool findMajorDirection(ZnGeVector2d& direction) const;
+  bool findLine(ZnGeLine2d& line) const;
 
   const ZnGePoint3d& centerOf(int index) const { return centers_.circles[index].center(); }
 
@@ -207,12 +202,8 @@ void Analysis::chainFrom(const ZnPatternMembers& members, ZnPatternMembers::cons
 }
 
 bool Analysis::fitPolarPattern() {
-  PitchCircle pitch;
-  if (!findPitchCenter(pitch.center) ||
-      !votePitchRadius(centers_.centers2d, question_.fixedCenterCount, tol_, pitch.center, pitch.radius))
-    return false;
-  // Where a reference arc puts the center is no matter of votes.
-  if (found_.reference.kind != 1) refinePitchCircle(pitch);
+  ZnPitchCircle pitch;
+  if (!findPitchCircle(pitch)) return false;
   if (!orderAroundCircle(ZnGeCircArc2d(pitch.center, pitch.radius))) return false;
   // A pitch circle can't be smaller than its holes.
   const ZnArray<int>& chain = found_.memberChain;
@@ -230,13 +221,18 @@ bool Analysis::fitPolarPattern() {
   return true;
 }
 
-bool Analysis::findPitchCenter(ZnGePoint2d& center) const {
+// Where a reference arc puts the center is no matter of votes, nor where two holes are left of a ring.
+bool Analysis::findPitchCircle(ZnPitchCircle& circle) const {
+  const ZnArray<ZnGePoint2d>& centers = centers_.centers2d;
   if (found_.reference.kind == 1) {
-    center = found_.reference.center.convert2d(centers_.patternPlane);
-    return true;
+    circle.center = found_.reference.center.convert2d(centers_.patternPlane);
+  } else {
+    std::optional<ZnGePoint2d> former;
+    if (question_.formerPitchCenter) former = question_.formerPitchCenter->convert2d(centers_.patternPlane);
+    if (votePitchCircle(centers, question_.fixedCenterCount, tol_, former, circle)) return true;
+    if (question_.patternType != kCenterPatternPolar || !pitchCenterAsBefore(circle.center)) return false;
   }
-  if (votePitchCenter(centers_.centers2d, question_.fixedCenterCount, tol_, center)) return true;
-  return question_.patternType == kCenterPatternPolar && pitchCenterAsBefore(center);
+  return votePitchRadius(centers, question_.fixedCenterCount, tol_, circle.center, circle.radius);
 }
 
 // Back in space; a center that is where it was keeps the last digits too, evaluation by evaluation.
@@ -256,38 +252,11 @@ bool Analysis::pitchCenterAsBefore(ZnGePoint2d& center) const {
   });
 }
 
-// The vote gives center and radius rounded. The mean of the circles through members a third of the ring
-// apart takes the rounding out; each such circle is well conditioned.
-void Analysis::refinePitchCircle(PitchCircle& pitch) {
-  const ZnPatternMembers onCircle = collectMembersOnCurve(ZnGeCircArc2d(pitch.center, pitch.radius));
-  const size_t count = onCircle.size(), third = count / 3;
-  if (third == 0) return;
-  std::vector<ZnGePoint2d> members;
-  members.reserve(count);
-  for (const auto& [param, position] : onCircle) members.push_back(centers_.centers2d[position]);
-  ZnGeVector2d sum;
-  int circles = 0;
-  for (size_t i = 0; i < count; ++i) {
-    const ZnGePoint2d &a = members[i], &b = members[(i + third) % count],
-                      &c = members[(i + 2 * third) % count];
-    const double least = tol_.equalPoint();
-    // Members too close for a circle hold the walk up where it stands.
-    if (a.distanceTo(b) < least || b.distanceTo(c) < least || c.distanceTo(a) < least) break;
-    sum += ZnGeCircArc2d(a, b, c).center().asVector();
-    ++circles;
-  }
-  if (circles == 0) return;
-  const ZnGePoint2d mean = ZnGePoint2d::kOrigin + sum / circles;
-  double distances = 0.0;
-  for (const ZnGePoint2d& member : members) distances += mean.distanceTo(member);
-  pitch.radius = distances / static_cast<double>(count);
-  pitch.center = mean;
-}
-
 // The chain breaks in the largest gap, but not in the one in which the user picked the reference arc: the
 // pattern shall run through the pick. Of equal gaps that with the member named first counts, wherever it
-// lies. Gaps are compared as far as their two ends may be off, and as much again for the center, which
-// follows them: three holes of a ring that came rounded out of a file still close it.
+// lies; of the two between opposite members that which was open before, or else that which leads back to the
+// member named first. Gaps are compared as far as their two ends may be off, and as much again for the
+// center, which follows them: three holes of a ring that came rounded out of a file still close it.
 bool Analysis::orderAroundCircle(const ZnGeCircArc2d& circle) {
   const ZnPatternMembers members = collectMembersOnCurve(circle);
   if (members.empty()) return false;
@@ -297,10 +266,17 @@ bool Analysis::orderAroundCircle(const ZnGeCircArc2d& circle) {
   const double slack = 4.0 * tol_.equalPoint() / circle.radius();
   const Gap* chosen = nullptr;
   for (const Gap& gap : gaps)
-    if (gap.angle >= largest - slack && (!chosen || gap.ends < chosen->ends)) chosen = &gap;
+    if (gap.angle >= largest - slack && (!chosen || isRatherOpen(gap, *chosen))) chosen = &gap;
   if (question_.autoFullPcd) found_.fullPcd = largest <= kLargestClosedGap + slack;
   chainFrom(members, chosen ? chosen->next : members.begin());
   return true;
+}
+
+bool Analysis::isRatherOpen(const Gap& gap, const Gap& other) const {
+  if (gap.ends != other.ends) return gap.ends < other.ends;
+  const int before = question_.formerChain.find(centers_.centerIndices[gap.from]);
+  const int after = question_.formerChain.find(centers_.centerIndices[gap.to]);
+  return before < 0 || after < 0 ? gap.from > gap.to : before > after;
 }
 
 std::vector<Analysis::Gap> Analysis::gapsOf(const ZnPatternMembers& members) const {
@@ -315,7 +291,7 @@ std::vector<Analysis::Gap> Analysis::gapsOf(const ZnPatternMembers& members) con
         closes ? pick < firstParam || pick > lastParam : pick > member->first && pick < next->first;
     if (pick >= 0.0 && holdsPick) continue;
     const double angle = next->first - member->first + (closes ? kTwoPi : 0.0);
-    gaps.push_back({angle, std::minmax({member->second, next->second}), next});
+    gaps.push_back({angle, std::minmax({member->second, next->second}), member->second, next->second, next});
   }
   return gaps;
 }
@@ -347,17 +323,9 @@ void Analysis::findAxisMembers(const ZnGeCircArc3d& arc) {
 }
 
 bool Analysis::fitLinearPattern() {
-  const ZnArray<ZnGePoint2d>& centers = centers_.centers2d;
-  ZnGeVector2d direction;
-  if (!findMajorDirection(direction)) return false;
-  ZnGeLine2d line(voteLinePoint(centers, question_.fixedCenterCount, tol_, direction), direction);
+  ZnGeLine2d line;
+  if (!findLine(line)) return false;
   const bool isDirected = found_.reference.kind == 2;
-  if (!isDirected) {
-    const ZnPatternMembers onLine = membersOnCurve(line, centers_);
-    if (onLine.size() < 2) return false;
-    // From here on it passes exactly through real centers.
-    line = ZnGeLine2d(centers[onLine.begin()->second], centers[onLine.rbegin()->second]);
-  }
   const ZnPatternMembers members = collectMembersOnCurve(line);
   chainFrom(members, members.begin());
   const ZnArray<int>& chain = found_.memberChain;
@@ -372,15 +340,18 @@ bool Analysis::fitLinearPattern() {
   return true;
 }
 
-bool Analysis::findMajorDirection(ZnGeVector2d& direction) const {
-  const ZnPatternDirectionVote vote = voteDirection(centers_.centers2d, question_.fixedCenterCount, tol_);
+bool Analysis::findLine(ZnGeLine2d& line) const {
+  const ZnArray<ZnGePoint2d>& centers = centers_.centers2d;
+  const ZnPatternLineVote vote = voteLine(centers, question_.fixedCenterCount, tol_);
   // The user's own circles are not on one line.
   if (question_.fixedCenterCount >= 3 && vote.votes != vote.lines) return false;
   if (found_.reference.kind == 2) {
-    direction = found_.reference.direction.convert2d(centers_.patternPlane);
+    const ZnGeVector2d direction = found_.reference.direction.convert2d(centers_.patternPlane);
+    line = ZnGeLine2d(voteLinePoint(centers, question_.fixedCenterCount, tol_, direction), direction);
     return true;
   }
-  direction = vote.direction;
+  // It passes exactly through real centers.
+  if (vote.votes > 0) line = ZnGeLine2d(vote.from, vote.from + vote.way);
   return vote.votes > 0;
 }
 

@@ -56,8 +56,11 @@ struct ZnPatternQuestion {
   bool autoFullPcd = false; // decided by the largest gap
   int fixedCenterCount = 0; // so many first circles are the user's, the others candidates; 0: no candidates
   bool findsAxisMembers = false;
-  std::optional<ZnGePoint3d> formerPitchCenter; // for a ring of which too little is left
-  ZnPatternMemberRule memberRule;               // membersOnCurve without one
+  // Of the ring as it stood: where most of its holes still lie there is no vote, and of too few holes they
+  // tell the circle and on which side of it they follow each other.
+  std::optional<ZnGePoint3d> formerPitchCenter;
+  ZnArray<int> formerChain;
+  ZnPatternMemberRule memberRule; // membersOnCurve without one
   // What a person's drawing may be off, for patterns of a drawing unit and more; less for smaller ones, and
   // rounding comes on top.
   double tolerance = kPatternTolerance;

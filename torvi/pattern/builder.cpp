@@ -215,6 +215,7 @@ ErrorStatus ZnCenterMarkPatternBuilder::subModifyTorvi(ZnDbObjectId bodyId) cons
   ZnDbEdgeRef present;
   double presentParam = kNoPick;
   if (body->getReferenceEdge(present, presentParam)) body->clearReferenceEdge();
+  body->forgetReferencePick(); // it was on another edge
   ErrorStatus status = Quorl::eOk;
   if (hasReferenceEdge()) status = body->setReferenceEdge(referenceEdge_, referencePickParam_);
   if (status == Quorl::eOk) status = body->setShowCenterMark(showCenterMark_);

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "torvi/core/builder.h"
+#include "torvi/core/id_order.h"
 #include "torvi/drawing/types.h"
 
 class ZnDbCenterMarkPatternTransientLayout;
@@ -109,5 +110,6 @@ private:
   CenterMarkPatternType autoFillTypeBefore_ = kCenterPatternNone;
   int userEdgeCount_ = 0;
   bool autoFillSuppressed_ = false;
-  std::map<ZnDbObjectId, ZnArray<ZnDbEdgeRef>> candidateEdges_; // by the block reference that holds them
+  // By the block reference that holds them.
+  std::map<ZnDbObjectId, ZnArray<ZnDbEdgeRef>, torvi::ByIdentity> candidateEdges_;
 };

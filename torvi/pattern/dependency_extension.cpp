@@ -56,7 +56,7 @@ ErrorStatus ZnDbCenterMarkPatternAssocDependencyPE::redirectDependency(
   if (!isLed(dependency, object) || !findCoveringCenterLine(ZnDbCurve::cast(object), whole))
     return Quorl::eOk;
   ZnArray<ZnDbObjectId> path;
-  compoundId.getFullPath(path);
+  if (compoundId.getFullPath(path) != Quorl::eOk) return Quorl::eOk;
   path.last() = whole;
   newCompoundId.setFullPath(path);
   return Quorl::eOk;

@@ -44,7 +44,13 @@ bool ZnDbCenterMarkPatternLayout::analyse(int fixedCenterCount) {
   question.autoFullPcd = settings_.autoFullPcd;
   question.fixedCenterCount = fixedCenterCount;
   question.findsAxisMembers = settings_.showPitchCenterMark || !centerObject_.isNull();
-  if (settings_.patternType == kCenterPatternPolar) question.formerPitchCenter = positionOf(centerObject_);
+  if (settings_.patternType == kCenterPatternPolar) {
+    question.formerPitchCenter = positionOf(centerObject_);
+    ZnArray<ZnString> keys;
+    if (wrapper().openStatus() == Quorl::eOk && wrapper()->getCenterLineDependencyKeys(keys) == Quorl::eOk &&
+        !keys.isEmpty())
+      ZnDbCenterMarkPatternActionBody::getEdgeIndicesOnCenterLine(keys.first(), question.formerChain);
+  }
   question.memberRule = [this](const ZnGeCurve2d& curve, ZnPatternCenters& centers) {
     return collectMembersOnCurve(curve, centers);
   };

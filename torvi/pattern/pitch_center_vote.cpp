@@ -1,318 +1,354 @@
-// The vote for the pitch center. It is cubic, so its inner loop decides what a large pattern costs: no arc is
-// made for a triple unless it lies so close to a limit that only the arc can tell, distances are measured
-// once, and votes are counted in flat tables whose cells are fetched ahead. The outcome is that of making
-// every arc and counting in an ordered map, to the last bit.
+// The vote for the pitch circle. Three centers make a circle, and its center is their ballot: where many
+// ballots lie next to each other there may be a ring. Those of centers that came rounded out of a file
+// scatter, so the ballots only nominate. Around the few places that have most of them circles are laid
+// through the centers, and what lies on these decides.
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <numbers>
+#include <span>
 #include <vector>
 
-#include "torvi/core/tolerance.h"
 #include "torvi/pattern/votes.h"
 
 namespace {
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
-constexpr double kLeastSpan = std::numbers::pi / 12.0;
-constexpr double kRoundingStepShare = 0.125;
+// The longest chord of three points that span just enough of a circle of the radius 1 to vote.
+const double kLeastChord = 2.0 * std::sin(std::numbers::pi / 24.0);
 
-// Half away from zero, as std::round, but without its call for what fits an integer. No zero is negative: the
-// two zeros are one value and must be one cell.
-double roundHalfAway(double value) {
-  constexpr double kExactInteger = 1LL << 51;
-  constexpr double kBelowHalf = 0.5 - std::numeric_limits<double>::epsilon() / 4.0;
-  if (!(std::fabs(value) < kExactInteger)) return std::round(value);
-  return static_cast<double>(static_cast<std::int64_t>(value + std::copysign(kBelowHalf, value)));
-}
+// Shares of the tolerance: what ballots of one ring are apart, and what two places are at least.
+constexpr double kBallotReach = 2.0;
+constexpr double kSamePlace = 4.0;
+// Among more centers than these not every triple, or pair, is looked at.
+constexpr int kMostInTriples = 64;
+constexpr int kMostInPairs = 1024;
+constexpr size_t kMostNominated = 16;
+constexpr size_t kMostCells = 8 * kMostNominated; // looked at for them, since a place fills several
+// Ballots after which it is first asked whether the vote is over, and the factor by which they grow then.
+constexpr size_t kFirstCount = 16;
+constexpr size_t kNextCount = 4;
+constexpr size_t kLastCount = 1024;
 
-// Counts points. Open addressing: one cell a point, and the next free one where two meet.
-class PointCounts {
+struct Ballot {
+  ZnGePoint2d center;
+  double radius = 0.0;
+};
+
+// Counts ballots in cells that overlap by half, so that no border divides those of one ring. The first are
+// counted as they come. Many would fill the memory with cells that get a single one: then it is first added
+// up how many fall on each of many buckets of cells, and what is alone in its bucket is passed over.
+class BallotBox {
 public:
-  PointCounts()
-      : cells_(kFirstSize) {}
+  struct Cell {
+    std::uint64_t hash = 0; // of its column and row
+    std::uint32_t votes = 0;
+    std::uint32_t last = 0; // the ballot that came last
+  };
 
-  static std::uint64_t hashOf(const ZnGePoint2d& point) {
-    const auto x = std::bit_cast<std::uint64_t>(point.x), y = std::bit_cast<std::uint64_t>(point.y);
+  explicit BallotBox(double reach)
+      : reach_(reach)
+      , cells_(kFirstSize) {}
+
+  void add(const Ballot& ballot) {
+    ballots_.push_back(ballot);
+    if (ballots_.size() <= kMany) count(ballots_.size() - 1, [](std::uint64_t) { return true; });
+  }
+  void close() {
+    if (ballots_.size() <= kMany) return;
+    cells_.assign(kFirstSize, Cell());
+    fullest_ = Cell();
+    used_ = 0;
+    std::vector<std::uint8_t> buckets(std::bit_ceil(ballots_.size() * kBucketsForBallot));
+    const auto bucketOf = [&](std::uint64_t hash) -> std::uint8_t& {
+      return buckets[(hash >> 32) & (buckets.size() - 1)];
+    };
+    for (const Ballot& ballot : ballots_)
+      for (const std::uint64_t hash : cellsAround(ballot))
+        if (std::uint8_t& bucket = bucketOf(hash); bucket < 2) ++bucket;
+    for (size_t i = 0; i < ballots_.size(); ++i)
+      count(i, [&](std::uint64_t hash) { return bucketOf(hash) > 1; });
+  }
+
+  const std::vector<Ballot>& ballots() const { return ballots_; }
+  const Cell& fullest() const { return fullest_; }
+  // All that have more than one ballot; where these are few, a cell for each ballot too.
+  std::vector<Cell> fullCells() const {
+    std::vector<Cell> full;
+    for (const Cell& cell : cells_)
+      if (cell.votes > 1) full.push_back(cell);
+    if (full.size() < kMostCells)
+      for (std::uint32_t i = 0; i < ballots_.size(); ++i) full.push_back({0, 1, i});
+    return full;
+  }
+  // What the ballots of a place agree on.
+  ZnGePoint2d meanAround(const ZnGePoint2d& place) const {
+    ZnGeVector2d sum;
+    double count = 0.0;
+    for (const Ballot& ballot : ballots_) {
+      const ZnGeVector2d aside = ballot.center - place;
+      if (aside.lengthSquared() > reach_ * reach_) continue;
+      sum += aside;
+      ++count;
+    }
+    return count == 0.0 ? place : place + sum / count;
+  }
+
+private:
+  static constexpr size_t kFirstSize = 256; // four more cells always fit
+  static constexpr size_t kMany = kLastCount;
+  static constexpr size_t kBucketsForBallot = 16;
+
+  std::array<std::uint64_t, 4> cellsAround(const Ballot& ballot) const {
+    const double column = std::floor(ballot.center.x / reach_), row = std::floor(ballot.center.y / reach_);
+    return {hashOf(column, row), hashOf(column - 1.0, row), hashOf(column, row - 1.0),
+            hashOf(column - 1.0, row - 1.0)};
+  }
+  static std::uint64_t hashOf(double column, double row) {
+    // No zero is negative: the two zeros are one value and must be one cell.
+    const auto x = std::bit_cast<std::uint64_t>(column + 0.0), y = std::bit_cast<std::uint64_t>(row + 0.0);
     std::uint64_t mixed = (x ^ std::rotl(y, 32)) * 0x9E3779B97F4A7C15u;
     mixed ^= mixed >> 32;
     mixed = (mixed + y) * 0xD6E8FEB86659FD93u;
     return mixed ^ (mixed >> 32);
   }
 
-  size_t size() const { return used_; }
-
-  // The count of the point, this vote included.
-  std::uint32_t add(const ZnGePoint2d& point, std::uint64_t hash) {
+  Cell& cellOf(std::uint64_t hash) {
     const size_t mask = cells_.size() - 1;
-    for (size_t at = hash & mask;; at = (at + 1) & mask) {
-      Cell& cell = cells_[at];
-      if (cell.count == 0) {
-        cell = {point.x, point.y, 1};
-        if (++used_ > cells_.size() / 2) grow();
-        return 1;
-      }
-      if (cell.x == point.x && cell.y == point.y) return ++cell.count;
-    }
+    size_t at = hash & mask;
+    while (cells_[at].votes != 0 && cells_[at].hash != hash) at = (at + 1) & mask;
+    return cells_[at];
   }
 
-private:
-  static constexpr size_t kFirstSize = 256;
-  struct Cell {
-    double x = 0.0, y = 0.0;
-    std::uint32_t count = 0;
-  };
-
-  void grow() {
-    std::vector<Cell> old(cells_.size() * 2);
+  template<class Wanted> void count(size_t number, const Wanted& isWanted) {
+    for (const std::uint64_t hash : cellsAround(ballots_[number])) {
+      if (!isWanted(hash)) continue;
+      Cell& cell = cellOf(hash);
+      used_ += cell.votes == 0;
+      cell = {hash, cell.votes + 1, static_cast<std::uint32_t>(number)};
+      if (cell.votes >= fullest_.votes) fullest_ = cell;
+    }
+    if (used_ <= cells_.size() / 2) return;
+    std::vector<Cell> old(cells_.size() * 4);
     old.swap(cells_);
-    const size_t mask = cells_.size() - 1;
-    for (const Cell& cell : old) {
-      if (cell.count == 0) continue;
-      size_t at = hashOf({cell.x, cell.y}) & mask;
-      while (cells_[at].count != 0) at = (at + 1) & mask;
-      cells_[at] = cell;
-    }
+    for (const Cell& cell : old)
+      if (cell.votes != 0) cellOf(cell.hash) = cell;
   }
 
-  std::vector<Cell> cells_; // a power of two
+  double reach_;
+  std::vector<Ballot> ballots_;
+  std::vector<Cell> cells_; // a power of two, with open addressing; one without votes is none
+  Cell fullest_;
   size_t used_ = 0;
 };
 
-// How many votes fall on each of many buckets of points: no point has more votes than its bucket.
-class BucketTotals {
+class PitchCircleVote {
 public:
-  explicit BucketTotals(size_t votes)
-      : totals_(std::bit_ceil(votes + 1)) {}
-
-  void fetch(std::uint64_t hash) const { __builtin_prefetch(&totals_[hash & (totals_.size() - 1)], 1); }
-  void add(std::uint64_t hash) {
-    std::uint16_t& total = totals_[hash & (totals_.size() - 1)];
-    if (total != kMany) ++total;
-  }
-  std::uint32_t of(std::uint64_t hash) const {
-    const std::uint16_t total = totals_[hash & (totals_.size() - 1)];
-    return total == kMany ? std::numeric_limits<std::uint32_t>::max() : total;
-  }
-
-private:
-  static constexpr std::uint16_t kMany = std::numeric_limits<std::uint16_t>::max();
-  std::vector<std::uint16_t> totals_; // a power of two
-};
-
-// Whether the arc through three centers says something about its center.
-bool arcVotes(const ZnGePoint2d& first, const ZnGePoint2d& second, const ZnGePoint2d& third,
-              const ZnGeTol& tol) {
-  const ZnGeCircArc2d arc(first, second, third);
-  if (arc.isDegenerate(tol)) return false;
-  const double middle = arc.paramOf(second), end = arc.endAng();
-  const double span = kTwoPi - std::max({middle, end - middle, kTwoPi - end, 0.0});
-  return !(span > -kLeastSpan && span < kLeastSpan);
-}
-
-class PitchCenterVote {
-public:
-  PitchCenterVote(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol)
+  PitchCircleVote(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol)
       : centers_(centers)
-      , count_(centers.length())
       , fixed_(fixedCount)
-      , tol_(tol)
-      , step_(std::numbers::sqrt2 * tol.equalPoint() * kRoundingStepShare) {
-    measure();
-  }
+      , least_(tol.equalPoint()) {}
 
-  // A vote that is settled early, or a small one, is counted as it comes. A large one would fill the memory
-  // with points that get a single vote, so it is gone through twice: first for totals, then for the points
-  // that can still win. What lies below the best count changes nothing, whenever it is counted.
-  bool run() {
-    bool isLarge = false;
-    eachVote([](std::uint64_t) {},
-             [&](const Vote& vote) {
-               isLarge = counts_.size() > kManyPoints;
-               return isLarge || lead(vote, counts_.add(vote.center, vote.hash));
-             });
-    if (!isLarge) return best_ >= 1;
-    best_ = 0;
-    counts_ = PointCounts();
-    BucketTotals totals(std::min(tripleCount(), kMostBuckets));
-    const auto fetch = [&](std::uint64_t hash) { totals.fetch(hash); };
-    eachVote(fetch, [&](const Vote& vote) {
-      totals.add(vote.hash);
-      return false;
-    });
-    eachVote(fetch, [&](const Vote& vote) {
-      const std::uint32_t most = totals.of(vote.hash);
-      return most >= best_ && lead(vote, most == 1 ? 1 : counts_.add(vote.center, vote.hash));
-    });
-    return best_ >= 1;
-  }
-
-  const ZnGePoint2d& winner() const { return winner_; }
+  bool run();
+  // Whether the circle around that center holds so many that no other can hold as many.
+  bool isSettledAt(const ZnGePoint2d& center);
+  const ZnPitchCircle& winner() const { return winner_; }
 
 private:
-  struct Vote {
+  // A place with ballots.
+  struct Nominee {
     ZnGePoint2d center;
-    ZnGeVector2d offset;
-    std::uint64_t hash = 0;
+    double radius = 0.0;
+    std::uint32_t votes = 0;
+    size_t number = 0; // of the last one
   };
 
-  size_t tripleCount() const {
-    const auto count = static_cast<size_t>(fixed_ < 3 ? count_ : std::min(fixed_, count_));
-    if (fixed_ == 2) return count * 2;
-    return fixed_ == 1 ? count * count / 2 : count * (count - 1) * (count - 2) / 6;
+  // Those that take turns in a triple: the user's one or two centers are in each, three or more are alone.
+  int turnsFrom() const { return fixed_ == 1 || fixed_ == 2 ? std::min(fixed_, centers_.length()) : 0; }
+  int turnsTo() const { return fixed_ < 3 ? centers_.length() : std::min(fixed_, centers_.length()); }
+  int mostInGroup() const {
+    return fixed_ == 1 ? kMostInPairs : fixed_ == 2 ? centers_.length() : kMostInTriples;
   }
 
-  double distance(int i, int j) const {
-    return distances_.empty() ? centers_[i].distanceTo(centers_[j])
-                              : distances_[static_cast<size_t>(i) * static_cast<size_t>(count_) + j];
+  bool voteIn(const std::vector<int>& group);
+  bool isSettledBy(const BallotBox& box) {
+    return isSettledAt(box.meanAround(box.ballots()[box.fullest().last].center));
   }
-
-  void measure() {
-    const std::int64_t half = count_ / 2;
-    limit_ = (half - 1) * half * (half + 1) / 6;
-    // Of the triples through the user's own centers there are few, among candidates that may be many.
-    const bool isTabled = fixed_ == 0;
-    if (isTabled) distances_.resize(static_cast<size_t>(count_) * static_cast<size_t>(count_));
-    votes_.resize(static_cast<size_t>(count_) * kMostCells);
-    double size = 0.0;
-    for (int i = 0; i < count_; ++i) {
-      size = std::max({size, std::fabs(centers_[i].x), std::fabs(centers_[i].y)});
-      for (int j = 0; isTabled && j < i; ++j)
-        distances_[static_cast<size_t>(i * count_ + j)] = distances_[static_cast<size_t>(j * count_ + i)] =
-            centers_[i].distanceTo(centers_[j]);
-    }
-    // On circles smaller than this the roundings of coordinates reach the slack, or a flat arc is none.
-    constexpr double kRoundings = 64.0 * std::numeric_limits<double>::epsilon();
-    leastRadius_ =
-        std::max(kRoundings * size / (kVoteBoundSlack * kVoteBoundSlack), tol_.equalPoint() / kLeastSagitta);
-    const double chord = 2.0 * std::sin(kLeastSpan * 0.5);
-    const double shorter = chord * (1.0 - kVoteBoundSlack), longer = chord * (1.0 + kVoteBoundSlack);
-    shorterSqrd_ = shorter * shorter;
-    longerSqrd_ = longer * longer;
-  }
-
-  // Points on less than half of a circle of radius r span an angle a just when the longest of their chords is
-  // 2 r sin(a / 2), and on more they have a chord longer than r. So the chord decides, but for very small
-  // circles and next to the limit. Whatever spans the angle departs from its chord by kLeastSagitta times the
-  // radius, so the same radius also rules out arcs that are flat under the tolerance.
-  bool votes(int i, int j, int k, const ZnGeVector2d& offset, double longestSqrd) const {
-    const double radiusSqrd = offset.lengthSquared();
-    if (radiusSqrd > leastRadius_ * leastRadius_) {
-      if (longestSqrd < shorterSqrd_ * radiusSqrd) return false;
-      if (longestSqrd > longerSqrd_ * radiusSqrd) return true;
-    }
-    return arcVotes(centers_[i], centers_[j], centers_[k], tol_);
-  }
-
-  // Gives every vote in the order of the triples, until take says that the vote is over. Those of a pair are
-  // worked out before they are given, so that what fetch asks for comes in from memory side by side.
-  template<class Fetch, class Take> void eachVote(Fetch&& fetch, Take&& take) {
-    const int highest = fixed_ < 3 ? count_ : std::min(fixed_, count_);
-    for (int i = highest - 1; i >= 0; --i)
-      for (int j = fixed_ == 2 ? std::min(1, count_ - 1) : i - 1; j >= 0; --j) {
-        if (distance(i, j) < tol_.equalPoint()) continue;
-        collectVotesOf(i, j, fetch);
-        if (std::any_of(votes_.data(), votes_.data() + cast_, take)) return;
-      }
-  }
-
-  template<class Fetch> void collectVotesOf(int i, int j, Fetch&& fetch) {
-    cast_ = 0;
-    const ZnGePoint2d first = centers_[i];
-    const ZnGeVector2d b = centers_[j] - first;
-    const double lengthB = distance(i, j), least = tol_.equalPoint();
-    for (int k = fixed_ == 1 ? 0 : j - 1; k >= 0; --k) {
-      const double lengthC = distance(i, k), closing = distance(j, k);
-      if (lengthC < least || closing < least) continue;
-      const ZnGeVector2d c = centers_[k] - first;
-      // An arc that is none has no radius and votes for nothing.
-      if (!ZnGe::spanCircle(b, c, lengthB, lengthC, closing)) continue;
-      const ZnGeVector2d offset = ZnGe::circumcenterOffset(b, c);
-      const double longest = std::max({lengthB, lengthC, closing});
-      if (!votes(i, j, k, offset, longest * longest)) continue;
-      castVote(first + offset, offset, fetch);
-    }
-  }
-
-  // For the cell that holds the center, and for each next one whose border is near: equal centers that
-  // rounding leaves on both sides of it still meet.
-  template<class Fetch> void castVote(const ZnGePoint2d& center, const ZnGeVector2d& offset, Fetch&& fetch) {
-    const double x = center.x / step_, y = center.y / step_;
-    const double column = roundHalfAway(x), row = roundHalfAway(y);
-    castInCell(column, row, offset, fetch);
-    if (std::max(std::fabs(x - column), std::fabs(y - row)) > 0.5 - kNearBorder)
-      castBeside(column, row, nextCell(x - column), nextCell(y - row), offset, fetch);
-  }
-
-  // Few votes come here, and the loop above stays short without it.
-  template<class Fetch>
-  [[gnu::noinline]] void castBeside(double column, double row, double besideX, double besideY,
-                                    const ZnGeVector2d& offset, Fetch&& fetch) {
-    if (besideX != 0.0) castInCell(column + besideX, row, offset, fetch);
-    if (besideY != 0.0) castInCell(column, row + besideY, offset, fetch);
-    if (besideX != 0.0 && besideY != 0.0) castInCell(column + besideX, row + besideY, offset, fetch);
-  }
-
-  template<class Fetch>
-  [[gnu::always_inline]] void castInCell(double column, double row, const ZnGeVector2d& offset,
-                                         Fetch&& fetch) {
-    const ZnGePoint2d center(column * step_, row * step_);
-    const std::uint64_t hash = PointCounts::hashOf(center);
-    fetch(hash);
-    votes_[cast_++] = {center, offset, hash};
-  }
-
-  // Which cell is next to a place in this one, from -0.5 to 0.5; 0 for a place away from its borders.
-  static double nextCell(double place) {
-    return std::fabs(place) > 0.5 - kNearBorder ? std::copysign(1.0, place) : 0.0;
-  }
-
-  // Takes a vote with the count that its center has by it; true when no other can overtake any more. With the
-  // user's own centers a tie goes to the smaller circle, and to the first of equal ones; without them to the
-  // later.
-  bool lead(const Vote& vote, std::uint32_t votes) {
-    if (votes < best_) return false;
-    const double radius = fixed_ == 0 ? 0.0 : vote.offset.length();
-    if (votes == best_ && fixed_ != 0 && !(radius < bestRadius_ - tol_.equalPoint())) return false;
-    best_ = votes;
-    bestRadius_ = radius;
-    winner_ = vote.center;
-    return votes > limit_;
-  }
-
-  // Points in the table at which a vote counts as large: as much as stays near the processor.
-  static constexpr size_t kManyPoints = 1 << 10;
-  // Beyond this buckets are shared by more points rather than being more.
-  static constexpr size_t kMostBuckets = 1 << 25;
-  // Share of the radius by which an arc of the least span departs from its chord, rounded down.
-  static constexpr double kLeastSagitta = 1.0 / 128.0;
-  static constexpr size_t kMostCells = 4; // that one vote falls on
-  // Share of a cell: wide against what rounding does to a center, and so narrow that few votes count twice.
-  static constexpr double kNearBorder = 1.0 / 64.0;
+  bool takesPart(int i, int j, int k, Ballot& ballot) const;
+  void nominate(const BallotBox& box);
+  bool isPreferred(const Nominee& a, const Nominee& b, double slack) const;
+  std::vector<Nominee> fullest(std::vector<Nominee> places, size_t count) const;
+  bool elect();
+  bool circleAround(const ZnGePoint2d& center, ZnPitchCircle& circle) const;
+  double votesOn(const ZnPitchCircle& circle) const;
 
   const ZnArray<ZnGePoint2d>& centers_;
-  int count_, fixed_;
-  ZnGeTol tol_;
-  double step_;
-  std::int64_t limit_ = 0; // about half of all centers are on one circle, and no other can overtake
-  std::vector<double> distances_;
-  double leastRadius_ = 0.0, shorterSqrd_ = 0.0, longerSqrd_ = 0.0;
-  std::vector<Vote> votes_; // of the pair at hand, as many as cast_ says
-  size_t cast_ = 0;
-  PointCounts counts_;
-  std::uint32_t best_ = 0;
-  double bestRadius_ = 0.0;
-  ZnGePoint2d winner_;
+  int fixed_;
+  double least_;
+  size_t before_ = 0; // ballots of the groups before
+  std::vector<Nominee> nominees_;
+  ZnPitchCircle winner_;
 };
+
+// Few centers are one group. Many are divided twice, so that the cost is linear: by turns, where a ring that
+// holds an eighth of all has eight members in some group, from all round it; and one after another, where
+// small rings are found, since what was drawn together stands together.
+bool PitchCircleVote::run() {
+  const int from = turnsFrom(), count = turnsTo() - from, most = std::max(mostInGroup(), 1);
+  const int groups = (count + most - 1) / most;
+  std::vector<int> group;
+  for (const bool byTurns : {true, false}) {
+    if (groups == 1 && !byTurns) break;
+    for (int number = groups - 1; number >= 0; --number) {
+      group.clear();
+      for (int i = count - 1; i >= 0; --i)
+        if ((byTurns ? i % groups : i * groups / count) == number) group.push_back(from + i);
+      if (voteIn(group)) return true;
+    }
+  }
+  return elect();
+}
+
+bool PitchCircleVote::isSettledAt(const ZnGePoint2d& center) {
+  // Beside so many on one circle there are fewer left, with the two that another may share.
+  const auto enough = static_cast<size_t>(centers_.length() / 2 + 2);
+  return fixed_ == 0 && circleAround(center, winner_) &&
+         centersNear(centers_, winner_, least_).size() >= enough;
+}
+
+// True when the vote is over.
+bool PitchCircleVote::voteIn(const std::vector<int>& group) {
+  static constexpr int kUsers[] = {1, 0};
+  const std::span<const int> users(kUsers), all(group);
+  BallotBox box(kBallotReach * least_);
+  size_t nextCount = kFirstCount;
+  for (size_t i = 0; i < all.size(); ++i) {
+    const auto seconds = fixed_ == 2 ? users.first(1) : all.subspan(i + 1);
+    for (size_t j = 0; j < seconds.size(); ++j) {
+      const auto thirds = fixed_ == 1 || fixed_ == 2 ? users.last(1) : seconds.subspan(j + 1);
+      for (const int third : thirds)
+        if (Ballot ballot; takesPart(all[i], seconds[j], third, ballot)) box.add(ballot);
+      if (box.ballots().size() < nextCount) continue;
+      nextCount = nextCount < kLastCount ? nextCount * kNextCount : std::numeric_limits<size_t>::max();
+      if (isSettledBy(box)) return true;
+    }
+  }
+  box.close();
+  if (box.ballots().empty()) return false;
+  if (isSettledBy(box)) return true;
+  nominate(box);
+  before_ += box.ballots().size();
+  return false;
+}
+
+// Three places within a fifteenth of half a turn, or next to a line, tell no center.
+bool PitchCircleVote::takesPart(int i, int j, int k, Ballot& ballot) const {
+  const ZnGeVector2d b = centers_[j] - centers_[i], c = centers_[k] - centers_[i];
+  const double lengthB = b.lengthSquared(), lengthC = c.lengthSquared(), closing = (c - b).lengthSquared();
+  const double cross = b.crossProduct(c), parallel = ZnGeContext::gTol.equalVector();
+  if (std::min({lengthB, lengthC, closing}) < least_ * least_ ||
+      !(cross * cross > parallel * parallel * lengthB * lengthC))
+    return false;
+  const ZnGeVector2d offset = ZnGe::circumcenterOffset(b, c);
+  // On less than half of the circle the longest chord tells what they span, and how far they bulge from it.
+  const double longest = std::max({lengthB, lengthC, closing});
+  if (longest < kLeastChord * kLeastChord * offset.lengthSquared()) return false;
+  ballot = {centers_[i] + offset, std::sqrt(offset.lengthSquared())};
+  return ballot.radius > least_ && longest > 4.0 * least_ * (2.0 * ballot.radius - least_);
+}
+
+// Of places with as many votes. With the user's own centers the smaller circle counts, and the first of equal
+// ones; without them the last, whose centers were named first.
+bool PitchCircleVote::isPreferred(const Nominee& a, const Nominee& b, double slack) const {
+  if (fixed_ == 0) return a.number > b.number;
+  if (std::fabs(a.radius - b.radius) > slack) return a.radius < b.radius;
+  return a.number < b.number;
+}
+
+std::vector<PitchCircleVote::Nominee> PitchCircleVote::fullest(std::vector<Nominee> places,
+                                                               size_t count) const {
+  const auto end = places.begin() + static_cast<std::ptrdiff_t>(std::min(count, places.size()));
+  std::partial_sort(places.begin(), end, places.end(), [&](const Nominee& a, const Nominee& b) {
+    return a.votes != b.votes ? a.votes > b.votes : isPreferred(a, b, 0.0);
+  });
+  places.erase(end, places.end());
+  return places;
+}
+
+// The fullest places of a group, each once. One that another group has nominated gets the votes of both.
+void PitchCircleVote::nominate(const BallotBox& box) {
+  std::vector<Nominee> places, own;
+  for (const BallotBox::Cell& cell : box.fullCells()) {
+    const Ballot& last = box.ballots()[cell.last];
+    places.push_back({last.center, last.radius, cell.votes, before_ + cell.last});
+  }
+  const auto find = [&](std::vector<Nominee>& among, const Nominee& place) {
+    return std::find_if(among.begin(), among.end(), [&](const Nominee& known) {
+      return known.center.distanceTo(place.center) <= kSamePlace * least_;
+    });
+  };
+  for (const Nominee& place : fullest(std::move(places), kMostCells))
+    if (own.size() < kMostNominated && find(own, place) == own.end()) own.push_back(place);
+  for (Nominee& place : own) {
+    place.center = box.meanAround(place.center);
+    const auto known = find(nominees_, place);
+    if (known == nominees_.end()) {
+      nominees_.push_back(place);
+      continue;
+    }
+    known->votes += place.votes;
+    if (isPreferred(place, *known, least_)) known->number = place.number;
+  }
+}
+
+bool PitchCircleVote::elect() {
+  const std::vector<Nominee> best = fullest(std::move(nominees_), kMostNominated);
+  const Nominee* elected = nullptr;
+  double most = 0.0;
+  for (const Nominee& nominee : best) {
+    ZnPitchCircle circle;
+    if (!circleAround(nominee.center, circle)) continue;
+    const double votes = votesOn(circle);
+    if (elected && (votes < most || (votes == most && !isPreferred(nominee, *elected, least_)))) continue;
+    elected = &nominee;
+    most = votes;
+    winner_ = circle;
+  }
+  return elected != nullptr;
+}
+
+bool PitchCircleVote::circleAround(const ZnGePoint2d& center, ZnPitchCircle& circle) const {
+  circle.center = center;
+  const ZnGeTol scattered(kBallotReach * least_, kBallotReach * least_);
+  if (!votePitchRadius(centers_, fixed_, scattered, center, circle.radius)) return false;
+  fitPitchCircle(centers_, least_, circle);
+  return true;
+}
+
+// Of triples. Circles round one center add up theirs, but for those that run through the user's own centers.
+double PitchCircleVote::votesOn(const ZnPitchCircle& circle) const {
+  if (fixed_ == 1 || fixed_ == 2) return static_cast<double>(centersNear(centers_, circle, least_).size());
+  std::vector<double> distances;
+  for (int i = 0; i < turnsTo(); ++i) distances.push_back(circle.center.distanceTo(centers_[i]));
+  std::sort(distances.begin(), distances.end());
+  double votes = 0.0;
+  for (auto first = distances.begin(); first != distances.end();) {
+    const auto next = std::upper_bound(first, distances.end(), *first + 2.0 * least_);
+    const auto count = static_cast<double>(next - first);
+    votes += count * (count - 1.0) * (count - 2.0) / 6.0;
+    first = next;
+  }
+  return votes;
+}
 
 } // namespace
 
-bool votePitchCenter(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
-                     ZnGePoint2d& pitchCenter) {
-  PitchCenterVote vote(centers, fixedCount, tol);
-  const bool found = vote.run();
-  if (found) pitchCenter = vote.winner();
+bool votePitchCircle(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
+                     const std::optional<ZnGePoint2d>& formerCenter, ZnPitchCircle& circle) {
+  PitchCircleVote vote(centers, fixedCount, tol);
+  const bool found = (formerCenter && vote.isSettledAt(*formerCenter)) || vote.run();
+  if (found) circle = vote.winner();
   return found;
 }

@@ -56,7 +56,9 @@ double mostVotedValue(const std::vector<double>& values, double reach, Ballots& 
 
 // A line through two centers.
 struct CenterPair {
+  int from = 0, to = 0;
   ZnGeVector2d way;
+  double length = 0.0;
   double angle = 0.0; // in [0, pi)
   double reach = 0.0; // by which the angle may be another
 };
@@ -67,12 +69,14 @@ std::vector<CenterPair> pairsOf(const ZnArray<ZnGePoint2d>& centers, int fixedCo
   for (int i = 1; i < voters; ++i) {
     for (int j = 0; j < (fixedCount == 1 ? 1 : i); ++j) {
       CenterPair pair;
+      pair.from = j;
+      pair.to = i;
       pair.way = centers[i] - centers[j];
-      const double length = pair.way.length();
-      if (length <= tol.equalPoint()) continue;
+      pair.length = pair.way.length();
+      if (pair.length <= tol.equalPoint()) continue;
       pair.angle = pair.way.angle();
       if (pair.angle >= std::numbers::pi) pair.angle -= std::numbers::pi;
-      pair.reach = std::clamp(tol.equalPoint() / length, kLeastDirectionReach, kMostDirectionReach);
+      pair.reach = std::clamp(tol.equalPoint() / pair.length, kLeastDirectionReach, kMostDirectionReach);
       pairs.push_back(pair);
     }
   }
@@ -84,11 +88,97 @@ double angleBetween(double a, double b) {
   return std::min(apart, std::numbers::pi - apart);
 }
 
+// The first pair whose direction most of them have.
+const CenterPair* mostVotedDirection(const std::vector<CenterPair>& pairs, int& most) {
+  Ballots ballots;
+  for (const CenterPair& pair : pairs) {
+    ballots.add(pair.angle);
+    // Next to either end of the range it also stands beyond the other.
+    if (pair.angle < kMostDirectionReach) ballots.add(pair.angle + std::numbers::pi);
+    if (pair.angle > std::numbers::pi - kMostDirectionReach) ballots.add(pair.angle - std::numbers::pi);
+  }
+  ballots.sort();
+  const CenterPair* winner = nullptr;
+  for (const CenterPair& pair : pairs) {
+    const int votes = ballots.within(pair.angle, pair.reach);
+    if (votes <= most) continue;
+    most = votes;
+    winner = &pair;
+  }
+  return winner;
+}
+
+// How many centers lie on a line, for many lines of nearly one direction: only those next to it are looked
+// at.
+class LineMembers {
+public:
+  LineMembers(const ZnArray<ZnGePoint2d>& centers, int voters, const ZnGeTol& tol,
+              const CenterPair& direction)
+      : centers_(centers)
+      , tol_(tol)
+      , across_(direction.way.perpVector() / direction.length) {
+    for (int i = 0; i < voters; ++i) {
+      places_.emplace_back(offsetOf(i), i);
+      size_ = std::max(size_, 2.0 * centers[i].distanceTo(centers[0]));
+    }
+    std::sort(places_.begin(), places_.end());
+  }
+
+  // The longest of many, as the cost has to have a limit.
+  template<class Which> void askThose(const std::vector<CenterPair>& pairs, const Which& isAsked) {
+    constexpr int kMostAsked = 1 << 14;
+    int asked = 0;
+    for (const CenterPair& pair : pairs)
+      if (asked < kMostAsked && isAsked(pair)) {
+        ask(pair);
+        ++asked;
+      }
+  }
+  const CenterPair& leader() const { return *leader_; }
+  bool isOnLeader(const CenterPair& pair) const {
+    return leader_ && isOn(*leader_, pair.from) && isOn(*leader_, pair.to);
+  }
+
+private:
+  // Takes the pair for the leader if more centers lie on its line, or as many of which one was named earlier.
+  void ask(const CenterPair& pair) {
+    const double offset = offsetOf(pair.from), lean = std::fabs(pair.way.dotProduct(across_)) / pair.length;
+    const double beside = tol_.equalPoint() + size_ * lean;
+    const auto from = std::lower_bound(places_.begin(), places_.end(), std::pair(offset - beside, 0));
+    const auto to = std::upper_bound(from, places_.end(), std::pair(offset + beside, centers_.length()));
+    const auto most = static_cast<int>(to - from);
+    if (most < votes_ || (most == votes_ && isOnLeader(pair))) return;
+    int votes = 0, first = centers_.length();
+    for (auto place = from; place != to; ++place) {
+      if (!isOn(pair, place->second)) continue;
+      ++votes;
+      first = std::min(first, place->second);
+    }
+    if (votes < votes_ || (votes == votes_ && first >= first_)) return;
+    leader_ = &pair;
+    votes_ = votes;
+    first_ = first;
+  }
+  double offsetOf(int center) const { return (centers_[center] - centers_[0]).dotProduct(across_); }
+  bool isOn(const CenterPair& pair, int center) const {
+    const double aside = pair.way.crossProduct(centers_[center] - centers_[pair.from]);
+    return std::fabs(aside) <= tol_.equalPoint() * pair.length;
+  }
+
+  const ZnArray<ZnGePoint2d>& centers_;
+  ZnGeTol tol_;
+  ZnGeVector2d across_;
+  std::vector<std::pair<double, int>> places_; // offset and center
+  double size_ = 0.0;
+  const CenterPair* leader_ = nullptr;
+  int votes_ = 0, first_ = 0;
+};
+
 } // namespace
 
 bool votePitchRadius(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol,
                      const ZnGePoint2d& pitchCenter, double& radius) {
-  const double reach = tol.equalPoint() * 0.5;
+  const double reach = tol.equalPoint();
   std::vector<double> distances;
   for (int i = 0; i < votersOf(centers, fixedCount); ++i)
     if (const double distance = pitchCenter.distanceTo(centers[i]); distance > reach)
@@ -100,36 +190,36 @@ bool votePitchRadius(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const 
   return true;
 }
 
-ZnPatternDirectionVote voteDirection(const ZnArray<ZnGePoint2d>& centers, int fixedCount,
-                                     const ZnGeTol& tol) {
-  const std::vector<CenterPair> pairs = pairsOf(centers, fixedCount, tol);
-  Ballots ballots;
-  for (const CenterPair& pair : pairs) {
-    ballots.add(pair.angle);
-    // Next to either end of the range it also stands beyond the other.
-    if (pair.angle < kMostDirectionReach) ballots.add(pair.angle + std::numbers::pi);
-    if (pair.angle > std::numbers::pi - kMostDirectionReach) ballots.add(pair.angle - std::numbers::pi);
-  }
-  ballots.sort();
-  ZnPatternDirectionVote vote;
+// A direction is told best by two centers far apart; but one that is a little off the row must not lead it
+// away from those that are on it. So the pairs of the direction are asked, and then, as long as that finds a
+// line with more, those on the line, which may lean a little more.
+ZnPatternLineVote voteLine(const ZnArray<ZnGePoint2d>& centers, int fixedCount, const ZnGeTol& tol) {
+  std::vector<CenterPair> pairs = pairsOf(centers, fixedCount, tol);
+  ZnPatternLineVote vote;
   vote.lines = static_cast<int>(pairs.size());
-  const CenterPair* winner = nullptr;
-  for (const CenterPair& pair : pairs) {
-    const int votes = ballots.within(pair.angle, pair.reach);
-    if (votes <= vote.votes) continue;
-    vote.votes = votes;
-    winner = &pair;
+  const CenterPair* mostVoted = mostVotedDirection(pairs, vote.votes);
+  if (!mostVoted) return vote;
+  const CenterPair direction = *mostVoted;
+  std::stable_sort(pairs.begin(), pairs.end(),
+                   [](const CenterPair& a, const CenterPair& b) { return a.length > b.length; });
+  LineMembers members(centers, fixedCount < 3 ? centers.length() : votersOf(centers, fixedCount), tol,
+                      direction);
+  members.askThose(pairs, [&](const CenterPair& pair) {
+    return angleBetween(pair.angle, direction.angle) <= direction.reach;
+  });
+  for (const CenterPair* led = nullptr; led != &members.leader();) {
+    led = &members.leader();
+    members.askThose(pairs, [&](const CenterPair& pair) { return members.isOnLeader(pair); });
   }
-  double longest = 0.0;
-  for (const CenterPair& pair : pairs) {
-    if (angleBetween(pair.angle, winner->angle) > winner->reach || pair.way.length() <= longest) continue;
-    longest = pair.way.length();
-    vote.direction = pair.way / longest;
-  }
+  const CenterPair& line = members.leader();
+  vote.from = centers[line.from];
+  vote.way = line.way;
   // To the right or straight up, also where rounding makes a level line fall.
-  const double fall = -vote.direction.y;
-  if (fall > kLeastDirectionReach || (fall >= -kLeastDirectionReach && vote.direction.x < 0.0))
-    vote.direction = -vote.direction;
+  const ZnGeVector2d along = line.way / line.length;
+  if (along.y < -kLeastDirectionReach || (along.y <= kLeastDirectionReach && along.x < 0.0)) {
+    vote.from = centers[line.to];
+    vote.way = -line.way;
+  }
   return vote;
 }
 
