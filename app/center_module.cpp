@@ -18,10 +18,12 @@ std::string& loadError() {
 
 } // namespace
 
-void loadCenterModule() {
+bool loadCenterModule() {
   loadError().clear();
   if (znrxLoadModule(kModule, false, true) != Quorl::eOk)
     loadError() = ZnRxDynamicLinker::instance().lastError().utf8();
+  // Of the companion, too, which the module loads by itself.
+  return ZnRxDynamicLinker::instance().lastError().utf8().find("llocate memory") == std::string::npos;
 }
 
 void unloadCenterModule() { znrxUnloadAllModules(); }

@@ -10,8 +10,9 @@
 namespace app {
 
 // Loads the module of center objects if it lies on the module path, so that drawings open with what it draws.
-// A program without it works on; what is missing is told when a command needs it.
-void loadCenterModule();
+// A program without it works on; what is missing is told when a command needs it. False where
+// one lies there and there is no memory for it: then the drawing would lag behind without a word.
+bool loadCenterModule();
 // Lets it go; no drawing may be open.
 void unloadCenterModule();
 

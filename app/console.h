@@ -15,7 +15,8 @@ public:
   // Standard output carries data that others read: notes go to standard error.
   void setDataOnly(bool dataOnly) { dataOnly_ = dataOnly; }
 
-  void data(const std::string& text); // as it is
+  void data(const std::string& text);    // as it is
+  void finding(const std::string& line); // data, some of which may come from a damaged file
   void note(const std::string& line) const;
   void fault(const Failure& failure) const;
   void fault(const std::string& line) const;

@@ -3,18 +3,21 @@
 #include <fmt/format.h>
 
 #include "app/evaluation.h"
+#include "app/output_batch.h"
 #include "interchange/draw/annotated_svg.h"
 #include "interchange/draw/picture_writer.h"
 #include "interchange/import/scene_import.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/core/undo.h"
+#include "quorl/file/atomic_file.h"
+#include "quorl/file/disk_file.h"
 #include "quorl/file/drawing_file.h"
+#include "quorl/file/recovery.h"
 
 namespace app {
 
 namespace {
 
-// Messages name the file that the user asked for, not the one that is written in its place.
 bool failed(Failure& failure, const std::string& target) {
   failure.file = target;
   return false;
@@ -54,24 +57,40 @@ bool Drawing::open(const std::string& path, const interchange::ReadOptions& opti
   return true;
 }
 
-bool Drawing::write(const std::string& file, const std::string& target, Failure& failure,
+bool Drawing::recover(const std::string& path, std::vector<Failure>& findings, Failure& failure) {
+  ZnRecovery recovery = zndbRecoverDrawing(path);
+  findings.assign(recovery.findings.begin(), recovery.findings.end());
+  failure = recovery.error;
+  if (!recovery.database) return false;
+  path_ = path;
+  take(std::move(recovery.database));
+  return true;
+}
+
+bool Drawing::write(ZnAtomicFile& file, const std::string& target, Failure& failure,
                     const std::vector<const ZnDbEntity*>& extra) const {
   const std::optional<Format> format = formatOf(target);
   if (!format)
     return failure.set(target, 0, "can't be written by its ending", "one of " + listOfEndings(isAny));
   if (isOwn(*format)) {
     ZnFileError error;
-    if (zndbSaveDrawing(*database_, file, error) == Quorl::eOk) return true;
+    if (zndbWriteDrawing(*database_, target, file, error) == Quorl::eOk) return true;
     failure = error;
     return failed(failure, target);
   }
-  return interchange::writePicture(*database_, file, {}, failure, extra) || failed(failure, target);
+  std::string bytes;
+  return interchange::makePicture(*database_, target, {}, bytes, failure, extra) &&
+         writeBytes(bytes, file, target, failure);
 }
 
-bool Drawing::writeOntoSource(const std::vector<ZnDbObjectId>& annotation, const std::string& file,
+bool Drawing::writeOntoSource(const std::vector<ZnDbObjectId>& annotation, ZnAtomicFile& file,
                               const std::string& target, Failure& failure) const {
-  return interchange::writeAnnotatedSvg(path_, import_->page, *database_, annotation, file, {}, failure) ||
-         failed(failure, target);
+  std::string source, annotated, fault;
+  if (!zndbReadFile(path_, source, fault))
+    return failure.set(path_, 0, "can't be read again: " + fault, "the SVG that the drawing was read from");
+  if (!interchange::annotateSvg(source, import_->page, *database_, annotation, {}, annotated, failure))
+    return failed(failure, path_);
+  return writeBytes(annotated, file, target, failure);
 }
 
 } // namespace app

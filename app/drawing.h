@@ -13,6 +13,8 @@
 #include "quorl/db/core/database.h"
 #include "quorl/db/entity/entity.h"
 
+class ZnAtomicFile;
+
 namespace app {
 
 // While it lives it is the working drawing; there is one at a time.
@@ -25,12 +27,15 @@ public:
 
   // Replaces the empty drawing by that of a file. False with the reason for a file that can't be read.
   bool open(const std::string& path, const interchange::ReadOptions& options, Failure& failure);
-  // In the format that the ending of the target says; the bytes go to the file, which has the same ending.
-  // A picture also shows the extra entities, which are in no drawing; other formats can have none.
-  bool write(const std::string& file, const std::string& target, Failure& failure,
+  // What is whole in a damaged drawing of our own, and what was lost. False with the reason where that is
+  // nothing.
+  bool recover(const std::string& path, std::vector<Failure>& findings, Failure& failure);
+  // In the format that the ending of the target says; the file is to take the target's place. A picture also
+  // shows the extra entities, which are in no drawing; other formats can have none.
+  bool write(ZnAtomicFile& file, const std::string& target, Failure& failure,
              const std::vector<const ZnDbEntity*>& extra = {}) const;
   // The SVG document that the drawing was read from, with these entities on top and nothing else changed.
-  bool writeOntoSource(const std::vector<ZnDbObjectId>& annotation, const std::string& file,
+  bool writeOntoSource(const std::vector<ZnDbObjectId>& annotation, ZnAtomicFile& file,
                        const std::string& target, Failure& failure) const;
 
   ZnDbDatabase& database() const { return *database_; }

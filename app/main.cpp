@@ -1,11 +1,13 @@
 // The program quorl.
 #include <exception>
+#include <new>
 #include <sstream>
 
 #include <CLI/CLI.hpp>
 
 #include "app/center_module.h"
 #include "app/commands/command.h"
+#include "app/interruption.h"
 #include "quorl/rx/print.h"
 
 namespace {
@@ -18,13 +20,16 @@ std::string misuseText(const CLI::App* program, const CLI::Error& error) {
   const std::vector<std::string> unknown = program->remaining();
   std::string what = error.what();
   if (!unknown.empty() && program->get_subcommands().empty())
-    what = "\"" + unknown.front() + "\" is no command, expected annotate, report, convert or run";
+    what = "\"" + unknown.front() +
+           "\" is no command, expected annotate, report, convert, run, audit or recover";
   return "quorl: " + what + "\n\"quorl --help\" tells more\n";
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+  app::leaveNothingOnSignals();
+  app::endWithoutMemory();
   app::Console console;
   app::Action action;
   bool quiet = false;
@@ -39,6 +44,8 @@ int main(int argc, char** argv) {
   app::addReportCommand(program, console, action);
   app::addConvertCommand(program, console, action);
   app::addRunCommand(program, console, action);
+  app::addAuditCommand(program, console, action);
+  app::addRecoverCommand(program, console, action);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -52,13 +59,19 @@ int main(int argc, char** argv) {
   // What modules print is talk for the user, not data.
   znutSetPrintSink(
       [&console](const ZnString& text) { console.note(ZnString(text).trimRight(L"\r\n").utf8()); });
-  app::loadCenterModule();
+  if (!app::loadCenterModule()) {
+    console.fault("quorl: out of memory");
+    return app::kFailed;
+  }
   int exitCode = app::kFailed;
   try {
     exitCode = action();
+  } catch (const std::bad_alloc&) {
+    console.fault("quorl: out of memory");
   } catch (const std::exception& error) {
     console.fault(std::string("quorl: ") + error.what());
   }
+  app::endWithoutMemoryAs(console.isDataThrough() ? exitCode : app::kFailed);
   app::unloadCenterModule();
   znutSetPrintSink({});
   return console.isDataThrough() ? exitCode : app::kFailed;

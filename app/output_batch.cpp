@@ -1,77 +1,41 @@
 #include "app/output_batch.h"
 
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-
-#include <fmt/format.h>
-
-namespace fs = std::filesystem;
+#include <algorithm>
 
 namespace app {
 
-OutputBatch::~OutputBatch() {
-  std::error_code ignored;
-  for (const Pending& pending : pending_) fs::remove(pending.file, ignored);
-}
-
 namespace {
 
-// Devices and pipes can't be replaced, only written to.
-bool isStream(const fs::path& target) {
-  std::error_code ignored;
-  const fs::file_status status = fs::status(target, ignored);
-  return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
-}
-
-// A link stays one: what it points to is replaced.
-fs::path placeOf(const fs::path& target) {
-  std::error_code error;
-  const fs::path place = fs::is_symlink(target, error) ? fs::weakly_canonical(target, error) : target;
-  return error ? target : place;
-}
-
-bool copyInto(const std::string& file, const std::string& stream) {
-  std::ifstream from(file, std::ios::binary);
-  std::ofstream to(stream, std::ios::binary);
-  to << from.rdbuf();
-  return to.flush().good();
+bool fail(const ZnAtomicFile& file, const std::string& target, Failure& failure) {
+  return failure.set(target, 0, file.fault(), "a file in a folder with room, both open to writing");
 }
 
 } // namespace
 
-std::string OutputBatch::pendingFor(const std::string& target) {
-  for (const Pending& pending : pending_)
-    if (pending.target == target) return pending.file;
-  std::error_code ignored;
-  const fs::path place = placeOf(target);
-  const fs::path folder = isStream(target) ? fs::temp_directory_path(ignored) : place.parent_path();
-  // The process id keeps programs that run at the same time apart.
-  const std::string name = fmt::format(".{}.{}-{}.part{}", place.stem().string(), ::getpid(), ++count_,
-                                       fs::path(target).extension().string());
-  pending_.push_back({target, (folder / name).string()});
-  return pending_.back().file;
+ZnAtomicFile& OutputBatch::fileFor(const std::string& target) {
+  std::erase_if(pending_, [&](const Pending& pending) { return pending.target == target; });
+  for (const Pending& pending : pending_) pending.file->flush(); // a failure is kept, and told by commit
+  return *pending_.emplace_back(Pending{target, std::make_unique<ZnAtomicFile>(target)}).file;
 }
 
 bool OutputBatch::commit(Failure& failure) {
-  while (!pending_.empty()) {
-    const Pending pending = pending_.front();
-    if (isStream(pending.target)) {
-      if (!copyInto(pending.file, pending.target))
-        return failure.set(pending.target, 0, "can't be written to", "a device or pipe that takes it");
-      std::error_code ignored;
-      fs::remove(pending.file, ignored);
-    } else {
-      std::error_code error;
-      fs::rename(pending.file, placeOf(pending.target), error);
-      if (error)
-        return failure.set(pending.target, 0, "can't be put in place: " + error.message(),
-                           "a file, or a new name, in a folder that can be written to");
-    }
-    pending_.erase(pending_.begin());
+  for (const auto& [target, file] : pending_)
+    if (!file->flush()) return fail(*file, target, failure);
+  // A stream may wait for its reader, so nobody is kept from ending the program there. Files come first, and
+  // together.
+  {
+    const ZnSignalsHeld held;
+    for (const auto& [target, file] : pending_)
+      if (!file->isStream() && !file->commit()) return fail(*file, target, failure);
   }
+  for (const auto& [target, file] : pending_)
+    if (file->isStream() && !file->commit()) return fail(*file, target, failure);
+  pending_.clear();
   return true;
+}
+
+bool writeBytes(std::string_view bytes, ZnAtomicFile& file, const std::string& target, Failure& failure) {
+  return file.write(bytes) || fail(file, target, failure);
 }
 
 } // namespace app

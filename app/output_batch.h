@@ -1,34 +1,34 @@
 // Files that appear together or not at all.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/failure.h"
+#include "quorl/file/atomic_file.h"
 
 namespace app {
 
-// Each file is written beside its target under a name of its own and put in place by commit. What is not
-// committed is removed. Devices and pipes are written to by commit.
+// What is not committed leaves nothing behind.
 class OutputBatch {
 public:
-  OutputBatch() = default;
-  ~OutputBatch();
-  OutputBatch(const OutputBatch&) = delete;
-  OutputBatch& operator=(const OutputBatch&) = delete;
-
-  // Where to write what is to become the target: in its folder, with its ending. A target that is given again
-  // replaces what was written for it.
-  std::string pendingFor(const std::string& target);
-  // False, with the failure filled in, when a file could not be put in place; those before it are.
+  // What is to become the target. A target that is given again replaces what was written for it.
+  ZnAtomicFile& fileFor(const std::string& target);
+  // All are on the disk before the first takes its place. False, with the failure filled in, when one could
+  // not be put in place; those before it are.
   bool commit(Failure& failure);
 
 private:
   struct Pending {
-    std::string target, file;
+    std::string target;
+    std::unique_ptr<ZnAtomicFile> file;
   };
   std::vector<Pending> pending_;
-  int count_ = 0;
 };
+
+// False, with the failure filled in for the target, when the file does not take them.
+bool writeBytes(std::string_view bytes, ZnAtomicFile& file, const std::string& target, Failure& failure);
 
 } // namespace app

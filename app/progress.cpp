@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include "app/interruption.h"
+
 namespace app {
 
 Progress::Progress(std::string label, bool quiet)
@@ -37,6 +39,7 @@ void Progress::update(size_t done, size_t total) {
 }
 
 void Progress::run() {
+  leaveSignalsToOthers();
   using namespace std::chrono_literals;
   std::unique_lock lock(mutex_);
   if (ended_.wait_for(lock, 1s, [this] { return stop_; })) return;

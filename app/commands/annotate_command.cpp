@@ -62,7 +62,7 @@ std::vector<ZnDbObjectId> createdMarks(const Drawing& drawing, const exchange::A
 bool writeOutputs(const Drawing& drawing, const Job& job, const std::vector<ZnDbObjectId>& marks,
                   OutputBatch& outputs, Failure& failure) {
   for (const std::string& target : job.outputs) {
-    const std::string file = outputs.pendingFor(target);
+    ZnAtomicFile& file = outputs.fileFor(target);
     const bool ontoSource = drawing.import() && formatOf(target) == Format::kSvg;
     const bool written = ontoSource ? drawing.writeOntoSource(marks, file, target, failure)
                                     : drawing.write(file, target, failure);
@@ -104,9 +104,6 @@ std::string madeText(const exchange::AnnotateOutcome& outcome) {
   const size_t patterns = outcome.patterns.size();
   const size_t lines = newLines(outcome.slots) + newLines(outcome.strips);
   const size_t marks = outcome.created.size() - patterns - lines;
-  const auto counted = [](size_t count, const char* what) {
-    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
-  };
   return counted(marks, "center mark") +
          (patterns ? (lines ? ", " : " and ") + counted(patterns, "center mark pattern") : std::string()) +
          (lines ? " and " + counted(lines, "center line") : std::string());
@@ -250,13 +247,8 @@ bool writeReport(const AnnotateOptions& options, const std::vector<Json>& report
   if (options.report.empty()) return true;
   const Json json = options.inputs.size() == 1 ? reports.front() : Json{{"drawings", reports}};
   OutputBatch outputs;
-  const std::string file = outputs.pendingFor(options.report);
-  std::FILE* stream = std::fopen(file.c_str(), "wb");
-  const std::string text = jsonText(json);
-  bool written = stream && std::fwrite(text.data(), 1, text.size(), stream) == text.size();
-  if (stream) written = std::fclose(stream) == 0 && written;
-  return written ? outputs.commit(failure)
-                 : failure.set(options.report, 0, "can't be written", "a folder that can be written to");
+  return writeBytes(jsonText(json), outputs.fileFor(options.report), options.report, failure) &&
+         outputs.commit(failure);
 }
 
 bool makeFolder(const std::string& folder, Failure& failure) {

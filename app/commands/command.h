@@ -24,6 +24,8 @@ using Action = std::function<int()>;
 void addAnnotateCommand(CLI::App& program, Console& console, Action& action);
 void addReportCommand(CLI::App& program, Console& console, Action& action);
 void addConvertCommand(CLI::App& program, Console& console, Action& action);
+void addAuditCommand(CLI::App& program, Console& console, Action& action);
+void addRecoverCommand(CLI::App& program, Console& console, Action& action);
 void addRunCommand(CLI::App& program, Console& console, Action& action);
 
 } // namespace app

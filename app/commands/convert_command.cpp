@@ -34,8 +34,7 @@ int convert(const ConvertOptions& options, const Console& console) {
   bool done = drawing.open(options.input, options.import.readOptions(), failure);
   if (done) {
     progress.stage("writing");
-    done =
-        drawing.write(outputs.pendingFor(options.output), options.output, failure) && outputs.commit(failure);
+    done = drawing.write(outputs.fileFor(options.output), options.output, failure) && outputs.commit(failure);
   }
   if (!done) {
     console.fault(failure);

@@ -19,4 +19,14 @@ void tellImport(const Drawing& drawing, const Console& console) {
                                  : fmt::format("{} elements", import->skipped.size())));
 }
 
+std::string counted(size_t count, const char* what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+bool isOwnDrawing(const std::string& path, Failure& failure) {
+  const std::optional<Format> format = formatOf(path);
+  return (format && isOwn(*format)) ||
+         failure.set(path, 0, "is no drawing of our own by its ending", namesOfEndings(isOwn));
+}
+
 } // namespace app

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "app/console.h"
+#include <string>
+
 #include "app/drawing.h"
 
 namespace app {
@@ -9,5 +11,11 @@ namespace app {
 // How lengths were understood where the file left it open, what was wrong and could be read around, and how
 // much was passed over.
 void tellImport(const Drawing& drawing, const Console& console);
+
+// "1 finding", "2 findings".
+std::string counted(size_t count, const char* what);
+
+// False, with the failure filled in, for a file whose ending is none of our own formats.
+bool isOwnDrawing(const std::string& path, Failure& failure);
 
 } // namespace app

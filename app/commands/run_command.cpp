@@ -34,7 +34,7 @@ bool readScript(const std::string& path, std::vector<ScriptLine>& lines, Failure
 bool writeOutputs(const Drawing& drawing, const std::vector<std::string>& targets, OutputBatch& outputs,
                   Failure& failure) {
   for (const std::string& target : targets)
-    if (!drawing.write(outputs.pendingFor(target), target, failure)) return false;
+    if (!drawing.write(outputs.fileFor(target), target, failure)) return false;
   return true;
 }
 
@@ -60,7 +60,7 @@ bool execute(const RunOptions& options, Console& console, Failure& failure) {
   ScriptSession session(drawing.database(), console,
                         [&](const std::string& target, const auto& extra, Failure& why) {
                           return sparesInputs(read, {target}, why) &&
-                                 drawing.write(outputs.pendingFor(target), target, why, extra);
+                                 drawing.write(outputs.fileFor(target), target, why, extra);
                         });
   Progress progress(options.script, console.isQuiet());
   progress.stage("running");

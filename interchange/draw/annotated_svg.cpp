@@ -9,6 +9,7 @@
 
 #include "quorl/db/core/database.h"
 #include "quorl/db/entity/entity.h"
+#include "quorl/file/disk_file.h"
 
 #include <pugixml.hpp>
 
@@ -107,8 +108,9 @@ bool annotateSvg(std::string_view source, const SourcePage& page, const ZnDbData
 bool writeAnnotatedSvg(const std::string& sourcePath, const SourcePage& page, const ZnDbDatabase& database,
                        const std::vector<ZnDbObjectId>& annotation, const std::string& path,
                        const PictureOptions& options, Quorl::Failure& error) {
-  std::string source, annotated;
-  if (!readWhole(sourcePath, source, error)) return false;
+  std::string source, annotated, fault;
+  if (!zndbReadFile(sourcePath, source, fault))
+    return error.set(sourcePath, 0, "can't be read: " + fault, "an SVG document");
   if (!annotateSvg(source, page, database, annotation, options, annotated, error)) {
     error.file = sourcePath;
     return false;

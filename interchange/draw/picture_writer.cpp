@@ -255,16 +255,20 @@ bool chooseSheet(const Job& job, Sheet& sheet) {
 
 } // namespace
 
-bool writePicture(const ZnDbDatabase& database, const std::string& path, const PictureOptions& options,
-                  Quorl::Failure& error, const std::vector<const ZnDbEntity*>& extra) {
+bool makePicture(const ZnDbDatabase& database, const std::string& path, const PictureOptions& options,
+                 std::string& bytes, Quorl::Failure& error, const std::vector<const ZnDbEntity*>& extra) {
   const Job job{database, path, options, extra, error};
   const Format* format = formatOf(path);
   if (!format)
     return job.fail("the ending tells no picture format", "a path that ends in .svg, .pdf or .png");
   Sheet sheet;
+  return areOptionsUsable(job) && chooseSheet(job, sheet) && format->make(job, sheet, bytes);
+}
+
+bool writePicture(const ZnDbDatabase& database, const std::string& path, const PictureOptions& options,
+                  Quorl::Failure& error, const std::vector<const ZnDbEntity*>& extra) {
   std::string bytes;
-  return areOptionsUsable(job) && chooseSheet(job, sheet) && format->make(job, sheet, bytes) &&
-         writeWhole(path, bytes, error);
+  return makePicture(database, path, options, bytes, error, extra) && writeWhole(path, bytes, error);
 }
 
 } // namespace interchange

@@ -206,7 +206,12 @@ DocumentWalker::enterViewport(const pugi::xml_node& node, const State& state, do
 void DocumentWalker::visitPath(const pugi::xml_node& node, std::string_view name, const State& state) {
   const State inner = enter(node, name, state);
   const pugi::xml_attribute text = node.attribute("d");
-  PathData data = parsePath(text.value());
+  const std::string_view written = text.value();
+  pathData_ += written.size();
+  if (pathData_ > options_.largestPathData)
+    return refuse(node, "the paths up to here have " + std::to_string(pathData_) + " bytes",
+                  std::to_string(options_.largestPathData) + " at most in a drawing");
+  PathData data = parsePath(written);
   if (data.error)
     report(node, data.error->what + " at character " + std::to_string(data.error->position + 1),
            data.error->expected);
@@ -375,7 +380,9 @@ void DocumentWalker::emit(const pugi::xml_node& node, std::string_view name, con
   element.visible = element.hiddenReason.empty();
   element.shape = std::move(shape);
   state.out->push_back(std::move(element));
-  if (state.out == &scene_.elements) ++pageSize_;
+  if (state.out != &scene_.elements) return;
+  if (++pageSize_ > static_cast<double>(options_.largestExpansion))
+    refuse(node, "the drawing has too many elements", std::to_string(options_.largestExpansion) + " at most");
 }
 
 Style DocumentWalker::styleOf(const ComputedStyle& style, const State& state, bool isText) const {

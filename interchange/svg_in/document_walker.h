@@ -112,7 +112,7 @@ private:
   std::set<std::size_t> referenced_;
   std::set<std::string> blockNames_;
   double pageSize_ = 0; // elements on the page with all that is repeated
-  std::size_t referenceVisits_ = 0;
+  std::size_t referenceVisits_ = 0, pathData_ = 0;
   std::optional<Quorl::Failure> refusal_;
 };
 

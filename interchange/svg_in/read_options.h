@@ -23,6 +23,8 @@ struct ReadOptions {
   // A reference may repeat a thing that repeats a thing; beyond this many elements in all the file is
   // refused.
   std::size_t largestExpansion = 1000000;
+  // Bytes of path data in all. A byte becomes some sixty on the way to circles, and nobody draws as much.
+  std::size_t largestPathData = std::size_t{32} << 20;
   // Passes over what an earlier annotation has put into the document: it will be made anew.
   bool withoutAnnotation = false;
 };

@@ -68,8 +68,9 @@ void StyleSheet::add(std::string_view text) {
   std::string_view rest = trimmed(clean);
   while (!rest.empty()) {
     const std::size_t open = rest.find('{');
-    const std::size_t statement = rest.find(';');
-    if (rest.front() == '@' && statement < open) { // @import, @charset
+    // Looked for where it matters only: a sheet may have none to its end, and thousands of rules.
+    const std::size_t statement = rest.front() == '@' ? rest.find(';') : rest.npos;
+    if (statement < open) { // @import, @charset
       refused_.emplace_back(rest.substr(0, statement));
       rest = trimmed(rest.substr(statement + 1));
       continue;

@@ -37,11 +37,27 @@ std::string commentsBefore(const pugi::xml_node& root) {
   return text;
 }
 
+// The tree of a document takes many times the memory of its text, so what will be refused is better not read.
+bool hasTooManyTags(std::string_view text, std::size_t most) {
+  std::size_t tags = 0;
+  for (size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
+    const char next = at + 1 < text.size() ? text[at + 1] : '/';
+    tags += next != '/' && next != '!' && next != '?';
+  }
+  return tags > most;
+}
+
 } // namespace
 
 SvgReadResult readSvg(std::string_view text, const std::string& fileName, const ReadOptions& options) {
   SvgReadResult result;
   std::string buffer = toUtf8(text);
+  const std::size_t mostTags = 2 * options.largestExpansion; // half of them may be groups, styles and notes
+  if (hasTooManyTags(buffer, mostTags)) {
+    result.error.emplace().set(fileName, 0, "the document has too many elements",
+                               std::to_string(mostTags) + " at most");
+    return result;
+  }
   const LineIndex lines(buffer);
   pugi::xml_document document;
   constexpr unsigned kParse = pugi::parse_default | pugi::parse_ws_pcdata | pugi::parse_comments;

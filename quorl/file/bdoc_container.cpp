@@ -1,7 +1,10 @@
 #include "quorl/file/bdoc_container.h"
 
+#include <algorithm>
+#include <new>
 #include <xxhash.h>
 #include <zstd.h>
+#include <zstd_errors.h>
 
 #include "quorl/base/string.h"
 #include "quorl/file/byte_codec.h"
@@ -34,8 +37,24 @@ std::string Quorl::sectionPlace(ZnSectionType type, size_t number) {
   return std::string("section ") + kNames[static_cast<size_t>(type) - 1] + " " + std::to_string(number);
 }
 
+namespace {
+
+// What the library could not get is told as by everybody else.
+template<class Context> Context* gotten(Context* context) {
+  if (!context) throw std::bad_alloc();
+  return context;
+}
+
+bool isDone(size_t result) {
+  if (ZSTD_isError(result) && ZSTD_getErrorCode(result) == ZSTD_error_memory_allocation)
+    throw std::bad_alloc();
+  return !ZSTD_isError(result);
+}
+
+} // namespace
+
 struct ZnBdocContainerWriter::Codec {
-  std::unique_ptr<ZSTD_CCtx, size_t (*)(ZSTD_CCtx*)> context{ZSTD_createCCtx(), ZSTD_freeCCtx};
+  std::unique_ptr<ZSTD_CCtx, size_t (*)(ZSTD_CCtx*)> context{gotten(ZSTD_createCCtx()), ZSTD_freeCCtx};
 };
 
 ZnBdocContainerWriter::ZnBdocContainerWriter(ZnByteSink& sink)
@@ -54,7 +73,7 @@ bool ZnBdocContainerWriter::add(ZnSectionType type, std::string_view raw) {
   stored_.resize(ZSTD_compressBound(raw.size()));
   const size_t size = ZSTD_compressCCtx(codec_->context.get(), stored_.data(), stored_.size(), raw.data(),
                                         raw.size(), kCompressionLevel);
-  const bool compressed = !ZSTD_isError(size) && size < raw.size();
+  const bool compressed = isDone(size) && size < raw.size();
   const std::string_view bytes = compressed ? std::string_view(stored_).substr(0, size) : raw;
   ZnByteWriter table(table_);
   table.put(static_cast<std::uint32_t>(type));
@@ -81,7 +100,7 @@ bool ZnBdocContainerWriter::finish() {
 }
 
 struct ZnBdocContainerReader::Codec {
-  std::unique_ptr<ZSTD_DCtx, size_t (*)(ZSTD_DCtx*)> context{ZSTD_createDCtx(), ZSTD_freeDCtx};
+  std::unique_ptr<ZSTD_DCtx, size_t (*)(ZSTD_DCtx*)> context{gotten(ZSTD_createDCtx()), ZSTD_freeDCtx};
 };
 
 ZnBdocContainerReader::ZnBdocContainerReader(const ZnByteSource& source)
@@ -174,14 +193,20 @@ bool ZnBdocContainerReader::openSection(std::string_view entry, std::uint64_t ta
   section.type = static_cast<ZnSectionType>(type);
   section.compressed = flags == kCompressed;
   if (!checkSection(section, tableOffset, place, error)) return false;
-  section.number = 1;
-  for (size_t i = sections_.size(); i-- > 0;) {
-    if (sections_[i].type != section.type) continue;
-    section.number = sections_[i].number + 1;
-    break;
-  }
-  sections_.push_back(section);
+  append(section);
   return true;
+}
+
+size_t ZnBdocContainerReader::numberWithinType(ZnSectionType type) const {
+  for (size_t i = sections_.size(); i-- > 0;)
+    if (sections_[i].type == type) return sections_[i].number + 1;
+  return 1;
+}
+
+void ZnBdocContainerReader::append(Section section) {
+  section.number = numberWithinType(section.type);
+  if (!sections_.empty()) section.rawBefore = sections_.back().rawBefore + sections_.back().rawSize;
+  sections_.push_back(section);
 }
 
 // Sections follow one another without gaps, and none is larger than what memory may be given to.
@@ -199,7 +224,18 @@ bool ZnBdocContainerReader::checkSection(const Section& section, std::uint64_t t
     return error.fail(Quorl::eFileDamaged, place, "a raw size of " + std::to_string(section.rawSize),
                       section.compressed ? std::to_string(Quorl::kLargestSection) + " at most"
                                          : std::to_string(section.storedSize));
+  if (!isWithinMeasure(section))
+    return error.fail(Quorl::eFileDamaged, place, "sections that expand beyond all measure",
+                      "a thousand times the file at most");
   return true;
+}
+
+// Drawings become a tenth or a hundredth; a small file that would fill the memory was made to do that.
+bool ZnBdocContainerReader::isWithinMeasure(const Section& section) const {
+  constexpr std::uint64_t kAlwaysAllowed = 16 << 20, kMostTimes = 1000;
+  std::uint64_t raw = section.rawSize;
+  if (!sections_.empty()) raw += sections_.back().rawBefore + sections_.back().rawSize;
+  return raw <= std::max(kAlwaysAllowed, kMostTimes * source_.size());
 }
 
 bool ZnBdocContainerReader::read(const Section& section, std::string& raw, ZnFileError& error) {
@@ -221,7 +257,7 @@ bool ZnBdocContainerReader::expand(const Section& section, std::string& raw, ZnF
     raw.resize(section.rawSize);
     const size_t size =
         ZSTD_decompressDCtx(codec_->context.get(), raw.data(), raw.size(), stored_.data(), stored_.size());
-    good = !ZSTD_isError(size) && size == section.rawSize;
+    good = isDone(size) && size == section.rawSize;
   }
   return good || error.fail(Quorl::eFileDamaged, section.place(), "can't be expanded",
                             std::to_string(section.rawSize) + " bytes");

@@ -19,6 +19,8 @@
 #include "quorl/file/byte_stream.h"
 #include "quorl/file/file_error.h"
 
+class ZnSalvage;
+
 // The numbers stand in files. A type may have many sections; their contents follow one another.
 enum class ZnSectionType : std::uint32_t { kHeader = 1, kClasses, kNames, kHandles, kObjects };
 
@@ -58,7 +60,8 @@ public:
     ZnSectionType type{};
     bool compressed = false;
     std::uint64_t offset = 0, storedSize = 0, rawSize = 0, hash = 0;
-    size_t number = 0; // within its type, from 1
+    std::uint64_t rawBefore = 0; // of all sections before it
+    size_t number = 0;           // within its type, from 1
 
     std::string place() const; // "byte 40, section objects 2"
   };
@@ -71,6 +74,12 @@ public:
   const std::vector<Section>& sections() const { return sections_; }
   bool read(const Section& section, std::string& raw, ZnFileError& error);
 
+  // The same where something is damaged, as far as it goes. The table of sections is found by its own
+  // checksum; false with the error where it is lost, since nothing else tells sections apart. Of a section
+  // come the bytes that could be expanded, though its checksum is wrong: false then.
+  bool salvage(ZnSalvage& salvage, ZnFileError& error);
+  bool salvage(const Section& section, std::string& raw, ZnSalvage& salvage);
+
 private:
   struct Codec;
   bool openPrefix(std::uint64_t& tableOffset, std::uint64_t& count, ZnFileError& error);
@@ -78,6 +87,12 @@ private:
   bool checkSection(const Section& section, std::uint64_t tableOffset, const std::string& place,
                     ZnFileError& error) const;
   bool expand(const Section& section, std::string& raw, ZnFileError& error);
+  bool isWithinMeasure(const Section& section) const;
+  void append(Section section);
+  void salvageSection(std::string_view entry);
+  size_t numberWithinType(ZnSectionType type) const; // of the section that comes next
+  std::string findTable() const;
+  void expandStart(std::string& raw, std::uint64_t most);
 
   const ZnByteSource& source_;
   std::unique_ptr<Codec> codec_;

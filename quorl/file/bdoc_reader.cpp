@@ -1,5 +1,6 @@
 #include "quorl/file/bdoc_reader.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -7,10 +8,13 @@
 #include "quorl/file/drawing_sources.h"
 #include "quorl/file/proxy_conversion.h"
 #include "quorl/file/record_filer.h"
+#include "quorl/file/salvage.h"
 
 using Quorl::ErrorStatus;
 
 namespace {
+
+constexpr std::uint64_t kLargestHandle = std::uint64_t{1} << 62;
 
 // The section may be compressed: a place within it is counted in what it holds.
 std::string placeIn(const std::string& place, const ZnByteReader& in) {
@@ -58,31 +62,37 @@ bool takeValue(ZnByteReader& in, ZnRxVariableValue& value) {
 } // namespace
 
 std::unique_ptr<ZnDbDatabase> ZnBdocReader::read(ZnFileError& error) {
-  if (!container_.open(error)) return nullptr;
+  if (!openContainer(error)) return nullptr;
   database_ = Quorl::drawingToFill();
   const bool prepared = readAll(ZnSectionType::kHeader, &ZnBdocReader::readHeader, error) &&
                         readAll(ZnSectionType::kClasses, &ZnBdocReader::readClasses, error) &&
                         readAll(ZnSectionType::kNames, &ZnBdocReader::readNames, error) &&
                         readAll(ZnSectionType::kHandles, &ZnBdocReader::readHandles, error);
-  if (!prepared) return nullptr;
-  if (!hasHeader_ || index_.size() != header_.objectCount) {
-    error.fail(Quorl::eFileDamaged, endPlace(),
-               hasHeader_ ? std::to_string(index_.size()) + " handles" : "no section header",
-               hasHeader_ ? std::to_string(header_.objectCount) + ", as the header says" : "one");
-    return nullptr;
-  }
+  if (!prepared || !checkCounts(error)) return nullptr;
   index_.finish();
-  if (!readAll(ZnSectionType::kObjects, &ZnBdocReader::readObjects, error)) return nullptr;
-  if (objectsRead_ != index_.size()) {
-    error.fail(Quorl::eFileDamaged, endPlace(), std::to_string(objectsRead_) + " objects in the sections",
-               std::to_string(index_.size()));
+  if (!(salvage_ ? salvageObjects() : readAll(ZnSectionType::kObjects, &ZnBdocReader::readObjects, error)))
     return nullptr;
-  }
-  if (!Quorl::finishDrawing(*database_, index_, header_, error)) {
-    error.place = endPlace() + ", " + error.place;
-    return nullptr;
-  }
+  if (!finish(error)) return nullptr;
   return std::move(database_);
+}
+
+bool ZnBdocReader::checkCounts(ZnFileError& error) {
+  if (hasHeader_ && index_.size() == header_.objectCount) return true;
+  error.fail(Quorl::eFileDamaged, endPlace(),
+             hasHeader_ ? std::to_string(index_.size()) + " handles" : "no section header",
+             hasHeader_ ? std::to_string(header_.objectCount) + ", as the header says" : "one");
+  return passesOver(error);
+}
+
+bool ZnBdocReader::finish(ZnFileError& error) {
+  if (!salvage_ && objectsRead_ != index_.size())
+    return error.fail(Quorl::eFileDamaged, endPlace(),
+                      std::to_string(objectsRead_) + " objects in the sections",
+                      std::to_string(index_.size()));
+  if (salvage_) return Quorl::finishSalvaged(*database_, index_, header_, *salvage_, error);
+  if (Quorl::finishDrawing(*database_, index_, header_, error)) return true;
+  error.place = endPlace() + ", " + error.place;
+  return false;
 }
 
 // Behind the last section, where what is missing would have to come.
@@ -100,15 +110,20 @@ std::uint64_t ZnBdocReader::mostObjects() const {
 }
 
 bool ZnBdocReader::readAll(ZnSectionType type, Part part, ZnFileError& error) {
-  for (const Section& section : container_.sections()) {
-    if (section.type != type) continue;
-    if (!container_.read(section, raw_, error)) return false;
-    ZnByteReader in(raw_);
-    const std::string place = section.place();
-    if (!(this->*part)(in, place, error)) return false;
-    if (!in.atEnd()) return failInSection(error, place, in, "bytes behind its contents", "its end");
-  }
+  for (const Section& section : container_.sections())
+    if (section.type == type && !readPart(section, part, error) && !passesOver(error)) return false;
   return true;
+}
+
+bool ZnBdocReader::readPart(const Section& section, Part part, ZnFileError& error) {
+  if (salvage_)
+    container_.salvage(section, raw_, *salvage_);
+  else if (!container_.read(section, raw_, error))
+    return false;
+  ZnByteReader in(raw_);
+  const std::string place = section.place();
+  return (this->*part)(in, place, error) &&
+         (in.atEnd() || failInSection(error, place, in, "bytes behind its contents", "its end"));
 }
 
 bool ZnBdocReader::readHeader(ZnByteReader& in, const std::string& place, ZnFileError& error) {
@@ -166,10 +181,13 @@ bool ZnBdocReader::readHandles(ZnByteReader& in, const std::string& place, ZnFil
     if (cls >= classes_.size())
       return failInSection(error, place, in, "class number " + std::to_string(cls),
                            "below " + std::to_string(classes_.size()));
-    if (index_.size() == header_.objectCount)
+    if (index_.size() == header_.objectCount && (!salvage_ || hasHeader_))
       return failInSection(error, place, in, "a handle too many",
                            std::to_string(header_.objectCount) + " handles");
-    if (!Quorl::addSlot(*database_, index_, handle, header_.nextHandle))
+    if (salvage_) header_.nextHandle = std::min(std::max(handle + 1, header_.nextHandle), kLargestHandle);
+    if (salvage_ && salvage_->isLost(handle))
+      index_.add(handle, {});
+    else if (!Quorl::addSlot(*database_, index_, handle, header_.nextHandle))
       return failInSection(error, place, in, "handle " + handleText(ZnDbHandle(handle)).utf8(),
                            "above " + handleText(ZnDbHandle(index_.lastHandle())).utf8() + ", below " +
                                handleText(ZnDbHandle(header_.nextHandle)).utf8());
@@ -184,21 +202,30 @@ bool ZnBdocReader::readObjects(ZnByteReader& in, const std::string& place, ZnFil
       return failInSection(error, place, in, "an object too many",
                            std::to_string(index_.size()) + " objects");
     const ZnDbObjectId id = index_.at(objectsRead_);
+    const std::uint64_t handle = index_.handleAt(objectsRead_);
     const int cls = static_cast<int>(classOf_[objectsRead_]);
     std::string_view text;
     bool isText = false;
     std::string fault;
     ErrorStatus status = Quorl::eFileDamaged;
     std::unique_ptr<ZnDbObject> object;
-    if (readRecord(in, id.handle().value, text, isText, fault))
-      object = readFields(cls, isText ? &text : nullptr, status);
-    if (!object)
-      return error.fail(
-          status,
-          placeIn(place, in) + ", " + Quorl::objectPlace(id.handle(), classes_.record(cls).name.utf8()),
-          fault.empty() ? std::string("can't be read: ") + Quorl::errorStatusText(status) : fault,
-          "the record of its class");
-    Quorl::install(*database_, id, std::move(object));
+    const bool isRecord = readRecord(in, handle, text, isText, fault);
+    if (isRecord && id.isNull()) { // left out
+      ++objectsRead_;
+      continue;
+    }
+    if (isRecord) object = readFields(cls, isText ? &text : nullptr, status);
+    if (!object) {
+      error.fail(status,
+                 placeIn(place, in) + ", " +
+                     Quorl::objectPlace(ZnDbHandle(handle), classes_.record(cls).name.utf8()),
+                 fault.empty() ? std::string("can't be read: ") + Quorl::errorStatusText(status) : fault,
+                 "the record of its class");
+      // Without the end of its record nobody knows where the next one begins.
+      if (!in.isGood() || !loses(id, error)) return false;
+    } else {
+      Quorl::install(*database_, id, std::move(object));
+    }
     ++objectsRead_;
   }
   return true;
@@ -214,16 +241,23 @@ bool ZnBdocReader::readRecord(ZnByteReader& in, std::uint64_t handle, std::strin
   if (!in.isGood() || flags > Quorl::kRecordHasText) return false;
   record_.clear();
   record_.bytes.assign(in.takeRaw(bytes));
-  if (!readReferences(in, references, handle, fault)) return false;
-  if (atoms > in.remaining()) return false;
+  if (!readReferences(in, references, handle, fault)) {
+    in.setBad();
+    return false;
+  }
+  if (atoms > in.remaining()) {
+    in.setBad();
+    return false;
+  }
+  bool areNamed = true;
   for (std::uint64_t i = 0; i < atoms; ++i) {
     const std::uint64_t number = in.takeCount();
-    if (number >= names_.size()) return false;
-    record_.atoms.push_back(names_[number]);
+    areNamed = areNamed && number < names_.size();
+    record_.atoms.push_back(number < names_.size() ? names_[number] : ZnAtom());
   }
   text = in.takeRaw(textBytes);
-  if (in.isGood()) fault.clear();
-  return in.isGood();
+  if (in.isGood() && areNamed) fault.clear();
+  return in.isGood() && areNamed;
 }
 
 // A handle that names nothing gives a null reference, as if its object had been erased. The owner, which
@@ -239,7 +273,7 @@ bool ZnBdocReader::readReferences(ZnByteReader& in, std::uint64_t count, std::ui
     if (mark < Quorl::kNullReference) {
       const std::uint64_t target = handle + static_cast<std::uint64_t>(zndbUnzigzag(in.takeCount()));
       reference.id = index_.find(target);
-      if (i == 0 && reference.id.isNull()) {
+      if (i == 0 && reference.id.isNull() && !salvage_) {
         fault = "its owner " + handleText(ZnDbHandle(target)).utf8() + " is not in the file";
         return false;
       }

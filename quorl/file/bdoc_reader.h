@@ -13,10 +13,14 @@
 #include "quorl/file/handle_index.h"
 #include "quorl/file/object_record.h"
 
+class ZnSalvage;
+
 class ZnBdocReader {
 public:
-  explicit ZnBdocReader(const ZnByteSource& source)
-      : container_(source) {}
+  // With a salvage, what is damaged is noted there and passed over.
+  explicit ZnBdocReader(const ZnByteSource& source, ZnSalvage* salvage = nullptr)
+      : container_(source)
+      , salvage_(salvage) {}
   // Null with the error; nothing of the drawing is left then.
   std::unique_ptr<ZnDbDatabase> read(ZnFileError& error);
 
@@ -25,6 +29,16 @@ private:
   using Part = bool (ZnBdocReader::*)(ZnByteReader&, const std::string& place, ZnFileError&);
   // Hands the sections of the type, one by one, to the part's reader.
   bool readAll(ZnSectionType type, Part part, ZnFileError& error);
+  bool readPart(const Section& section, Part part, ZnFileError& error);
+  bool checkCounts(ZnFileError& error);
+  bool finish(ZnFileError& error);
+  // True, with the error noted, for a reading that goes on behind it.
+  bool passesOver(ZnFileError& error) const;
+  bool loses(ZnDbObjectId id, ZnFileError& error) const;
+  bool openContainer(ZnFileError& error);
+  bool salvageObjects();
+  size_t countRecords(const Section& section, bool& whole);
+  void loseWhatIsMissing();
   std::string endPlace() const;
   std::uint64_t mostObjects() const;
   bool readHeader(ZnByteReader& in, const std::string& place, ZnFileError& error);
@@ -48,4 +62,5 @@ private:
   size_t objectsRead_ = 0;
   ZnDbObjectRecord record_;
   std::string raw_;
+  ZnSalvage* salvage_;
 };

@@ -1,6 +1,7 @@
 #include "quorl/file/drawing_file.h"
 
 #include "quorl/db/core/event_reactor.h"
+#include "quorl/file/atomic_file.h"
 #include "quorl/file/bdoc_reader.h"
 #include "quorl/file/bdoc_writer.h"
 #include "quorl/file/disk_file.h"
@@ -50,21 +51,17 @@ bool formatOf(const std::string& path, ZnDrawingFormat& format) {
          (format == ZnDrawingFormat::kBinary || ending.equalsNoCase(L"tdoc"));
 }
 
-bool saveTo(const std::string& path, const ZnDbDatabase& database, ZnDrawingFormat format,
-            ZnFileError& error) {
-  ZnAtomicFile file(path);
-  constexpr const char* kWanted = "a folder with room that can be written to";
-  if (!file.fault().empty()) return error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
-  if (!writeTo(file, database, format, error)) {
-    if (!file.fault().empty()) error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
-    return false;
-  }
-  return file.commit() || error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
+constexpr const char* kWanted = "a file in a folder with room, both open to writing";
+
+bool writeFile(ZnAtomicFile& file, const ZnDbDatabase& database, ZnDrawingFormat format, ZnFileError& error) {
+  if (file.fault().empty() && writeTo(file, database, format, error)) return true;
+  if (!file.fault().empty()) error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
+  return false;
 }
 
-} // namespace
-
-ErrorStatus zndbSaveDrawing(ZnDbDatabase& database, const std::string& path, ZnFileError& error) {
+// With the events of a save around it, whoever puts the file in place.
+template<class Write>
+ErrorStatus saveAs(ZnDbDatabase& database, const std::string& path, ZnFileError& error, const Write& write) {
   error = {};
   error.file = path;
   ZnDrawingFormat format{};
@@ -74,7 +71,7 @@ ErrorStatus zndbSaveDrawing(ZnDbDatabase& database, const std::string& path, ZnF
   }
   const ZnString name = ZnString::fromUtf8(path);
   ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.beginSave(&database, name.c_str()); });
-  if (!saveTo(path, database, format, error)) {
+  if (!write(format)) {
     ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.abortSave(&database); });
     return error.status;
   }
@@ -82,6 +79,22 @@ ErrorStatus zndbSaveDrawing(ZnDbDatabase& database, const std::string& path, ZnF
   ZnRxEvent::instance().tell(
       [&](ZnRxEventReactor& reactor) { reactor.saveComplete(&database, name.c_str()); });
   return Quorl::eOk;
+}
+
+} // namespace
+
+ErrorStatus zndbSaveDrawing(ZnDbDatabase& database, const std::string& path, ZnFileError& error) {
+  return saveAs(database, path, error, [&](ZnDrawingFormat format) {
+    ZnAtomicFile file(path);
+    return writeFile(file, database, format, error) &&
+           (file.commit() || error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted));
+  });
+}
+
+ErrorStatus zndbWriteDrawing(ZnDbDatabase& database, const std::string& path, ZnAtomicFile& file,
+                             ZnFileError& error) {
+  return saveAs(database, path, error,
+                [&](ZnDrawingFormat format) { return writeFile(file, database, format, error); });
 }
 
 std::unique_ptr<ZnDbDatabase> zndbOpenDrawing(const std::string& path, ZnFileError& error) {

@@ -8,6 +8,8 @@
 #include "quorl/db/core/database.h"
 #include "quorl/file/file_error.h"
 
+class ZnAtomicFile;
+
 enum class ZnDrawingFormat { kBinary, kText };
 
 // The format follows from the ending, .bdoc or .tdoc in any case; eInvalidInput for another. All or nothing:
@@ -15,6 +17,9 @@ enum class ZnDrawingFormat { kBinary, kText };
 // beginSave before the drawing is looked at, then saveComplete or abortSave. The drawing takes the path as
 // its file name when it is saved.
 Quorl::ErrorStatus zndbSaveDrawing(ZnDbDatabase& database, const std::string& path, ZnFileError& error);
+// The same for one of several files that are to appear together: the caller puts the file in place.
+Quorl::ErrorStatus zndbWriteDrawing(ZnDbDatabase& database, const std::string& path, ZnAtomicFile& file,
+                                    ZnFileError& error);
 
 // The format is recognised by content. Null with the error when the file can't be read or any part of it is
 // damaged. Objects of unknown classes come as proxies. A reference to a handle that is not in the file comes

@@ -14,31 +14,23 @@ namespace {
 
 using Ids = ZnDbDatabase::HeaderIds;
 
-struct HeaderId {
-  const char* name;
-  ZnDbObjectId Ids::*place;
-  ZnRxClass* (*cls)();
-  bool required;
-  ZnDbObjectId Ids::*substitute = nullptr;
-};
-
 // The order is that of the files.
-constexpr HeaderId kHeaderIds[ZnDrawingHeader::kIds] = {
+constexpr ZnDrawingHeader::Place kHeaderIds[ZnDrawingHeader::kIds] = {
     {"block-table", &Ids::blockTable, ZnDbBlockTable::desc, true},
     {"layer-table", &Ids::layerTable, ZnDbLayerTable::desc, true},
     {"linetype-table", &Ids::linetypeTable, ZnDbLinetypeTable::desc, true},
     {"dimension-style-table", &Ids::dimStyleTable, ZnDbDimStyleTable::desc, true},
     {"named-objects", &Ids::namedObjects, ZnDbDictionary::desc, true},
-    {"model-space", &Ids::modelSpace, ZnDbBlockTableRecord::desc, true},
-    {"paper-space", &Ids::paperSpace, ZnDbBlockTableRecord::desc, true},
-    {"layer-zero", &Ids::layerZero, ZnDbLayerTableRecord::desc, true},
-    {"linetype-by-layer", &Ids::byLayer, ZnDbLinetypeTableRecord::desc, true},
-    {"linetype-by-block", &Ids::byBlock, ZnDbLinetypeTableRecord::desc, true},
-    {"linetype-continuous", &Ids::continuous, ZnDbLinetypeTableRecord::desc, true},
-    {"current-space", &Ids::currentSpace, ZnDbBlockTableRecord::desc, false, &Ids::modelSpace},
-    {"current-layer", &Ids::clayer, ZnDbLayerTableRecord::desc, false, &Ids::layerZero},
-    {"current-linetype", &Ids::celtype, ZnDbLinetypeTableRecord::desc, false, &Ids::byLayer},
-    {"current-dimension-style", &Ids::dimstyle, ZnDbDimStyleTableRecord::desc, false},
+    {"model-space", &Ids::modelSpace, ZnDbBlockTableRecord::desc, true, L"*Model_Space"},
+    {"paper-space", &Ids::paperSpace, ZnDbBlockTableRecord::desc, true, L"*Paper_Space"},
+    {"layer-zero", &Ids::layerZero, ZnDbLayerTableRecord::desc, true, L"0"},
+    {"linetype-by-layer", &Ids::byLayer, ZnDbLinetypeTableRecord::desc, true, L"ByLayer"},
+    {"linetype-by-block", &Ids::byBlock, ZnDbLinetypeTableRecord::desc, true, L"ByBlock"},
+    {"linetype-continuous", &Ids::continuous, ZnDbLinetypeTableRecord::desc, true, L"CONTINUOUS"},
+    {"current-space", &Ids::currentSpace, ZnDbBlockTableRecord::desc, false, nullptr, &Ids::modelSpace},
+    {"current-layer", &Ids::clayer, ZnDbLayerTableRecord::desc, false, nullptr, &Ids::layerZero},
+    {"current-linetype", &Ids::celtype, ZnDbLinetypeTableRecord::desc, false, nullptr, &Ids::byLayer},
+    {"current-dimension-style", &Ids::dimstyle, ZnDbDimStyleTableRecord::desc, false, L"Standard"},
 };
 
 constexpr char kPlace[] = "section header";
@@ -50,13 +42,13 @@ int column(size_t element) { return static_cast<int>(element) % kColumns; }
 
 } // namespace
 
-const char* ZnDrawingHeader::idName(size_t index) { return kHeaderIds[index].name; }
+const ZnDrawingHeader::Place& ZnDrawingHeader::place(size_t index) { return kHeaderIds[index]; }
 
 bool ZnDrawingHeader::of(const ZnDbDatabase& database, std::uint64_t objectCount, ZnDrawingHeader& header,
                          ZnFileError& error) {
   const Ids ids = database.headerIds();
   for (size_t i = 0; i < kIds; ++i) {
-    const HeaderId& entry = kHeaderIds[i];
+    const Place& entry = kHeaderIds[i];
     const ZnDbObjectId id = ids.*entry.place;
     header.handles[i] = id.isErased() ? 0 : id.handle().value;
     if (entry.required && header.handles[i] == 0)
@@ -77,7 +69,7 @@ bool ZnDrawingHeader::of(const ZnDbDatabase& database, std::uint64_t objectCount
 bool ZnDrawingHeader::apply(ZnDbDatabase& database, const ZnHandleIndex& index, ZnFileError& error) const {
   Ids ids;
   for (size_t i = 0; i < kIds; ++i) {
-    const HeaderId& entry = kHeaderIds[i];
+    const Place& entry = kHeaderIds[i];
     const ZnDbObjectId id = index.find(handles[i]);
     const std::string shown = handleText(ZnDbHandle(handles[i])).utf8();
     if (id.isNull() && entry.required)

@@ -23,7 +23,18 @@ struct ZnDrawingHeader {
   std::array<double, kUcs> ucs{};
   std::vector<std::pair<ZnString, ZnRxVariableValue>> variables; // by name
 
-  static const char* idName(size_t index);
+  // What one of the ids must name. Tables come first.
+  struct Place {
+    const char* name;
+    ZnDbObjectId ZnDbDatabase::HeaderIds::*place;
+    ZnRxClass* (*cls)();
+    bool required;
+    const wchar_t* record = nullptr; // the name of a record that every drawing has
+    ZnDbObjectId ZnDbDatabase::HeaderIds::*substitute = nullptr;
+  };
+  static constexpr size_t kTables = 4, kModelSpace = 5;
+  static const Place& place(size_t index);
+  static const char* idName(size_t index) { return place(index).name; }
   // False when a table, a space or a standard record that no drawing can be without is missing.
   static bool of(const ZnDbDatabase& database, std::uint64_t objectCount, ZnDrawingHeader& header,
                  ZnFileError& error);

@@ -6,6 +6,8 @@
 #include "quorl/file/block_nesting.h"
 #include "quorl/file/drawing_header.h"
 #include "quorl/file/handle_index.h"
+#include "quorl/file/restoration.h"
+#include "quorl/file/salvage.h"
 
 std::vector<ZnDbObjectId> Quorl::storedObjects(const ZnDbDatabase& database) {
   std::vector<ZnDbObjectId> ids = database.allObjectIds();
@@ -40,6 +42,7 @@ bool Quorl::finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, co
   if (!header.apply(database, index, error) || !checkBlockNesting(index, error)) return false;
   for (size_t i = 0; i < index.size(); ++i) {
     ZnDbSlot* slot = index.at(i).slot();
+    if (!slot) continue;
     // Nobody else is about: whoever settles after reading may write.
     ++slot->writers;
     slot->object->loaded();
@@ -49,4 +52,12 @@ bool Quorl::finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, co
     if (!index.at(i).isErased()) index.at(i).slot()->object->attachLinks();
   database.undoRecorder().setRecording(true);
   return true;
+}
+
+bool Quorl::finishSalvaged(ZnDbDatabase& database, ZnHandleIndex& index, ZnDrawingHeader& header,
+                           ZnSalvage& salvage, ZnFileError& error) {
+  if (!salvage.hasLostMore()) restoreEssentials(database, index, header, salvage);
+  if (!salvage.hasLostMore() && !finishDrawing(database, index, header, error))
+    loseReferencesIn(database, error, salvage);
+  return !salvage.hasLostMore() && error.status == Quorl::eOk;
 }

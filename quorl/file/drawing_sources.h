@@ -8,6 +8,7 @@
 #include "quorl/file/file_error.h"
 
 class ZnHandleIndex;
+class ZnSalvage;
 struct ZnDrawingHeader;
 
 namespace Quorl {
@@ -25,5 +26,10 @@ void install(ZnDbDatabase& database, ZnDbObjectId id, std::unique_ptr<ZnDbObject
 // After all objects are in: header, nesting of blocks, loaded() in order of handles, then the links.
 bool finishDrawing(ZnDbDatabase& database, const ZnHandleIndex& index, const ZnDrawingHeader& header,
                    ZnFileError& error);
+
+// The same for what could be saved of a file. False where objects were lost on the way, so that the file is
+// to be read again without them, or with the error where nothing helps.
+bool finishSalvaged(ZnDbDatabase& database, ZnHandleIndex& index, ZnDrawingHeader& header, ZnSalvage& salvage,
+                    ZnFileError& error);
 
 } // namespace Quorl

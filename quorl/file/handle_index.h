@@ -10,7 +10,7 @@
 
 class ZnHandleIndex {
 public:
-  // Handles in ascending order, each once.
+  // Handles in ascending order, each once; with a null id for an object of the file that is left out.
   void add(std::uint64_t handle, ZnDbObjectId id) { entries_.emplace_back(handle, id); }
   void reserve(size_t count) { entries_.reserve(count); }
   // After the last add, before the first find.
@@ -20,6 +20,7 @@ public:
 
   size_t size() const { return entries_.size(); }
   ZnDbObjectId at(size_t index) const { return entries_[index].second; }
+  std::uint64_t handleAt(size_t index) const { return entries_[index].first; }
   std::uint64_t lastHandle() const { return entries_.empty() ? 0 : entries_.back().first; }
 
 private:

@@ -7,14 +7,16 @@
 
 #include "quorl/file/drawing_sources.h"
 #include "quorl/file/proxy_conversion.h"
+#include "quorl/file/salvage.h"
 #include "quorl/file/tdoc_layout.h"
 #include "quorl/file/text_in_filer.h"
 
 using Quorl::ErrorStatus;
 
-ZnTdocReader::ZnTdocReader(std::string_view text)
+ZnTdocReader::ZnTdocReader(std::string_view text, ZnSalvage* salvage)
     : text_(text)
-    , lines_(text) {
+    , lines_(text)
+    , salvage_(salvage) {
   if (text.find('\r') == std::string_view::npos) return;
   // Values never hold a carriage return: what stands there came with the line's end on its way here.
   withoutReturns_.reserve(text.size());
@@ -25,25 +27,36 @@ ZnTdocReader::ZnTdocReader(std::string_view text)
 }
 
 std::unique_ptr<ZnDbDatabase> ZnTdocReader::read(ZnFileError& error) {
-  if (!readMark(error) || !readHeader(error) || !readClasses(error) || !scanObjects(error)) return nullptr;
-  if (!expectSection("END", error)) return nullptr;
-  if (!lines_.atEnd()) {
-    line_ = lines_.line();
-    failHere(error, "lines after the end", "the end of the file");
-    return nullptr;
-  }
+  if (!(salvage_ ? salvageSections() : readSections(error))) return nullptr;
   database_ = Quorl::drawingToFill();
+  if (salvage_) salvageSlots();
   if (!makeSlots(error)) return nullptr;
-  for (const Object& object : objects_)
-    if (!readObject(object, error)) return nullptr;
-  if (!Quorl::finishDrawing(*database_, index_, header_, error)) {
-    // Without an object at fault it is the header that names the wrong ones.
-    error.line = headerLine_;
-    for (const Object& object : objects_)
-      if (object.handle == error.object.value) error.line = object.line - 2;
-    return nullptr;
+  for (const Object& object : objects_) {
+    if (readObject(object, error)) continue;
+    if (!salvage_) return nullptr;
+    salvage_->lose(ZnDbHandle(object.handle), error);
+    error = {};
   }
+  if (!finish(error)) return nullptr;
   return std::move(database_);
+}
+
+bool ZnTdocReader::readSections(ZnFileError& error) {
+  if (!readMark(error) || !readHeader(error) || !readClasses(error) || !scanObjects(error)) return false;
+  if (!expectSection("END", error)) return false;
+  if (lines_.atEnd()) return true;
+  line_ = lines_.line();
+  return failHere(error, "lines after the end", "the end of the file");
+}
+
+bool ZnTdocReader::finish(ZnFileError& error) {
+  if (salvage_) return Quorl::finishSalvaged(*database_, index_, header_, *salvage_, error);
+  if (Quorl::finishDrawing(*database_, index_, header_, error)) return true;
+  // Without an object at fault it is the header that names the wrong ones.
+  error.line = headerLine_;
+  for (const Object& object : objects_)
+    if (object.handle == error.object.value) error.line = object.line - 2;
+  return false;
 }
 
 bool ZnTdocReader::failHere(ZnFileError& error, std::string what, std::string expected) const {
@@ -205,21 +218,25 @@ bool ZnTdocReader::readClasses(ZnFileError& error) {
     if (!next(code, first, error)) return false;
     lines_ = before;
     if (code == Quorl::kTdocChecksum) return expectChecksum("CLASSES", begin, error);
-    ZnDbClassRecord record;
-    ZnString* texts[] = {&record.name, &record.tdocName, &record.appName, &record.parentName};
-    int* numbers[] = {&record.version, &record.maintenanceVersion, &record.proxyFlags};
-    const size_t line = lines_.line();
-    std::string value;
-    for (size_t i = 0; i < std::size(texts); ++i) {
-      if (!expect(Quorl::kClassTexts[i], value, error)) return false;
-      *texts[i] = ZnString::fromUtf8(value);
-    }
-    for (size_t i = 0; i < std::size(numbers); ++i)
-      if (!expectInteger(Quorl::kClassNumbers[i], *numbers[i], error)) return false;
-    line_ = line;
-    if (!classes_.add(record))
-      return failHere(error, "class \"" + record.name.utf8() + "\"", "a name that no other class has");
+    if (!readClass(error)) return false;
   }
+}
+
+bool ZnTdocReader::readClass(ZnFileError& error) {
+  ZnDbClassRecord record;
+  ZnString* texts[] = {&record.name, &record.tdocName, &record.appName, &record.parentName};
+  int* numbers[] = {&record.version, &record.maintenanceVersion, &record.proxyFlags};
+  const size_t line = lines_.line();
+  std::string value;
+  for (size_t i = 0; i < std::size(texts); ++i) {
+    if (!expect(Quorl::kClassTexts[i], value, error)) return false;
+    *texts[i] = ZnString::fromUtf8(value);
+  }
+  for (size_t i = 0; i < std::size(numbers); ++i)
+    if (!expectInteger(Quorl::kClassNumbers[i], *numbers[i], error)) return false;
+  line_ = line;
+  return classes_.add(record) ||
+         failHere(error, "class \"" + record.name.utf8() + "\"", "a name that no other class has");
 }
 
 bool ZnTdocReader::scanObjects(ZnFileError& error) {
@@ -292,6 +309,7 @@ bool ZnTdocReader::makeSlots(ZnFileError& error) {
 bool ZnTdocReader::readObject(const Object& object, ZnFileError& error) {
   ZnDbTextInFiler filer(text_.substr(object.begin, object.end - object.begin), database_.get(), index_,
                         object.line);
+  if (salvage_) filer.allowMissingOwner();
   const ZnRxClass* creatable = classes_.creatable(object.cls);
   std::unique_ptr<ZnDbObject> read;
   ErrorStatus status = Quorl::eOk;

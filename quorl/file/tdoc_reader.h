@@ -13,10 +13,12 @@
 #include "quorl/file/handle_index.h"
 #include "quorl/file/tdoc_items.h"
 
+class ZnSalvage;
+
 class ZnTdocReader {
 public:
-  // The text belongs to the caller.
-  explicit ZnTdocReader(std::string_view text);
+  // The text belongs to the caller. With a salvage, what is damaged is noted there and passed over.
+  explicit ZnTdocReader(std::string_view text, ZnSalvage* salvage = nullptr);
   std::unique_ptr<ZnDbDatabase> read(ZnFileError& error);
 
 private:
@@ -34,12 +36,24 @@ private:
   bool expectInteger(int code, int& value, ZnFileError& error);
   bool failHere(ZnFileError& error, std::string what, std::string expected = {}) const;
 
+  bool readSections(ZnFileError& error);
+  bool finish(ZnFileError& error);
+  // How a reading that saves what it can goes on behind what is damaged.
+  bool salvageSections();
+  void salvageClasses();
+  void salvageObjects();
+  void salvageSlots();
+  bool passesOver(bool done, ZnFileError& error);
+  bool moveToSection(std::string_view name);
+  bool moveToObject();
+
   bool readMark(ZnFileError& error);
   bool readHeader(ZnFileError& error);
   bool readHeaderName(const char* name, ZnFileError& error);
   bool readHeaderHandle(const char* name, std::uint64_t& value, ZnFileError& error);
   bool readVariable(const std::string& name, ZnFileError& error);
   bool readClasses(ZnFileError& error);
+  bool readClass(ZnFileError& error);
   bool scanObjects(ZnFileError& error);
   bool scanObject(ZnFileError& error);
   bool makeSlots(ZnFileError& error);
@@ -56,4 +70,5 @@ private:
   ZnHandleIndex index_;
   std::vector<Object> objects_;
   int lastClass_ = -1;
+  ZnSalvage* salvage_;
 };

@@ -141,7 +141,7 @@ ErrorStatus ZnDbTextInFiler::readReference(int code, std::string_view value, ZnD
   if (!Quorl::parseHex(value, handle)) return fail(Quorl::eFileDamaged, "no handle", "hexadecimal digits");
   id = index_->find(handle);
   const bool isOwner = lastPosition_ == 0 && code == Quorl::tdocReferenceCode(ZnReferenceKind::kSoftPointer);
-  if (isOwner && id.isNull() && handle != 0)
+  if (isOwner && id.isNull() && handle != 0 && !ownerMayBeMissing_)
     return fail(Quorl::eInvalidOwner, "the owner " + std::string(value) + " is not in the file",
                 "the handle of an object");
   return status_;

@@ -35,6 +35,9 @@ public:
   // Fails with eUnexpectedGroupCode at what is left.
   Quorl::ErrorStatus refuseRest();
 
+  // For a reader that goes on without it, a missing owner is null like any other reference.
+  void allowMissingOwner() { ownerMayBeMissing_ = true; }
+
   // Of the item that could not be read, where the status comes from here.
   size_t faultLine() const { return lastLine_; }
   const std::string& fault() const { return fault_; }
@@ -65,6 +68,7 @@ private:
   const ZnHandleIndex* index_ = nullptr;
   const std::vector<ZnDbReference>* apart_ = nullptr;
   Quorl::ErrorStatus status_ = Quorl::eOk;
+  bool ownerMayBeMissing_ = false;
   size_t nextApart_ = 0, lastApart_ = 0, lastPosition_ = 0, lastLine_ = 0;
   std::string plain_, fault_, expected_;
 };

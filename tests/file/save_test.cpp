@@ -7,6 +7,7 @@
 #include "file/test_classes.h"
 #include "quorl/db/core/database_reactor.h"
 #include "quorl/db/core/event_reactor.h"
+#include "quorl/file/atomic_file.h"
 #include "support/file_content.h"
 
 using namespace fileTest;
@@ -132,6 +133,65 @@ TEST_P(Saving, KeepsPermissionsAndLinks) {
   const auto read = zndbOpenDrawing(path, error);
   ASSERT_NE(read, nullptr) << error.text();
   EXPECT_EQ(read->objectCount(), other.objectCount());
+}
+
+// Calls of the system of which one fails: the one of that kind whose turn comes.
+struct Failing {
+  enum Kind { kMake, kWrite, kFlush, kRename, kKinds };
+  static inline Kind kind;
+  static inline int turn;
+  static bool isNow(Kind which) { return which == kind && --turn == 0 && (errno = EIO); }
+  static constexpr ZnDiskCalls kCalls = {
+      [](char* pattern, int suffix, int flags) {
+        return isNow(kMake) ? -1 : ZnDiskCalls::kSystem.make(pattern, suffix, flags);
+      },
+      // Half is written first: a full disk takes what it can.
+      [](int file, const void* bytes, size_t count, off_t at) {
+        return isNow(kWrite) ? -1 : ZnDiskCalls::kSystem.write(file, bytes, (count + 1) / 2, at);
+      },
+      [](int file) { return isNow(kFlush) ? -1 : ZnDiskCalls::kSystem.flush(file); },
+      [](const char* from, const char* to) {
+        return isNow(kRename) ? -1 : ZnDiskCalls::kSystem.rename(from, to);
+      }};
+};
+
+TEST_P(Saving, WhateverFailsTheOldFileOrTheNewIsThereWhole) {
+  ZnDbDatabase old;
+  const auto drawing = sampleDrawing();
+  save(*drawing);
+  const std::string after = onDisk();
+  save(old);
+  const std::string before = onDisk();
+  ZnAtomicFile::useCalls(Failing::kCalls);
+  for (int kind = 0; kind < Failing::kKinds; ++kind) {
+    int turns = 0;
+    for (bool failed = true; failed; ++turns) {
+      Failing::kind = static_cast<Failing::Kind>(kind);
+      Failing::turn = turns + 1;
+      ZnFileError error;
+      failed = zndbSaveDrawing(*drawing, path, error) != Quorl::eOk;
+      // Only the folder's flush comes when the new one is in place.
+      const bool isNew = !failed || (kind == Failing::kFlush && turns == 1);
+      EXPECT_TRUE(onDisk() == (isNew ? after : before)) << kind << turns;
+      EXPECT_EQ(filesInFolder(), 1u) << kind << turns;
+      EXPECT_EQ(failed, error.text().find("Input/output error") != std::string::npos) << error.text();
+      Failing::turn = 0;
+      save(old);
+    }
+    EXPECT_GT(turns, kind == Failing::kWrite ? 10 : 1);
+  }
+  ZnAtomicFile::useCalls(ZnDiskCalls::kSystem);
+}
+
+TEST_P(Saving, AReadOnlyFileIsNotReplaced) {
+  save(*sampleDrawing());
+  const std::string before = onDisk();
+  fs::permissions(path, fs::perms::owner_read | fs::perms::group_read);
+  ZnDbDatabase other;
+  ZnFileError error;
+  EXPECT_EQ(zndbSaveDrawing(other, path, error), Quorl::eFileAccess);
+  EXPECT_NE(error.text().find("read-only"), std::string::npos) << error.text();
+  EXPECT_TRUE(onDisk() == before);
 }
 
 TEST_P(Saving, PlacesThatCantBeWrittenOrReadAreErrors) {

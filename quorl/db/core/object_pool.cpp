@@ -115,6 +115,10 @@ thread_local AtThreadEnd atThreadEnd;
 
 void Pieces::handOverAtEnd() { atThreadEnd.arm(); }
 
+// The system ends a process that has no memory left to note such a destructor: the first thread, which loads
+// this library, is noted before there is anything to lose.
+[[maybe_unused]] const bool firstThreadIsArmed = (atThreadEnd.arm(), true);
+
 } // namespace
 
 void* ZnDbObjectPool::allocate(std::size_t size) {
