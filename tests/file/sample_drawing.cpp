@@ -8,6 +8,7 @@
 #include "quorl/db/entity/text.h"
 #include "quorl/db/table/dictionary.h"
 #include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/external_link.h"
 #include "quorl/file/tdoc_items.h"
 
 #include <xxhash.h>
@@ -114,6 +115,11 @@ std::unique_ptr<ZnDbDatabase> sampleDrawing() {
   addBlocks(*database, layer, style);
   const ZnDbObjectId nested = addNamed(*database, L"SAMPLE", new ZnDbDictionary);
   change<ZnDbObject>(nested, [](ZnDbObject& o) { EXPECT_EQ(o.createExtensionDictionary(), Quorl::eOk); });
+  change<ZnDbExternalLink>(addNamed(*database, L"EXTERNAL", new ZnDbExternalLink),
+                           [&](ZnDbExternalLink& link) {
+                             link.setPath(L"parts/plate.bdoc");
+                             link.setSources({{L"1F", layer}, {L"inner|2A", style}});
+                           });
   addVariables(*database);
   addErased(*database);
   database->setCurrentLayer(layer);

@@ -19,7 +19,7 @@ protected:
   // A block with these lines and circles, and a mark in model space on the first of them, seen through the
   // path.
   ZnDbObjectId blockOf(std::initializer_list<const char*> inputs) {
-    const ZnDbObjectId block = addBlock();
+    const ZnDbObjectId block = addEmptyBlock();
     for (const char* input : inputs) edges_.push_back(addInput(input, block));
     return block;
   }

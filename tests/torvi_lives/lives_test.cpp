@@ -37,7 +37,7 @@ protected:
     evaluateChanges();
     EXPECT_TRUE(looksLike(center.id, center.before.moved(by)));
   }
-  // The copy in the same or another drawing; its edges are the copies, or the same ones.
+  // The copy in the same or another drawing follows the copies of the edges, or nothing.
   void copy(Center& center, bool withEdges, bool toOther, bool toPaper = false);
   void loseEdges(Center& center);
   void save(Center& center, ZnDrawingFormat format);
@@ -62,10 +62,12 @@ void Lives::copy(Center& center, bool withEdges, bool toOther, bool toPaper) {
   Ids inputs;
   for (const ZnDbObjectId input : center.inputs)
     inputs.push_back(withEdges ? ZnDbTorviActionBodyUtils::mapId(mapping, input) : input);
-  if (withEdges || !toOther)
+  if (withEdges) {
     expectFollows(copied, inputs, center.before);
-  else
+  } else {
     EXPECT_FALSE(wrapperOf(copied).isAssociative());
+    EXPECT_TRUE(looksLike(copied, {center.before.curves, portraitOf(copied).object}, PortraitPart::kPlaces));
+  }
   EXPECT_TRUE(looksLike(center.id, center.before)) << "the original";
   expectFollows(center.id, center.inputs, center.before);
   EXPECT_TRUE(linkFaults(target).empty());

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "torvi/core/action_body.h"
-#include "torvi/drawing/ask.h"
 #include "torvi/core/object_wrapper.h"
+#include "torvi/drawing/ask.h"
 #include "torvi/drawing/blocks.h"
 #include "torvi/drawing/views.h"
 

@@ -6,10 +6,10 @@
 
 #include "quorl/db/core/color.h"
 #include "quorl/db/core/database.h"
+#include "quorl/db/core/database_reactor.h"
 #include "quorl/db/core/event_reactor.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/core/id_mapping.h"
-#include "quorl/db/core/database_reactor.h"
 #include "quorl/db/core/open.h"
 #include "quorl/db/core/working_globals.h"
 #include "quorl/db/entity/arc.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 struct ZnDbGlobals {
-  // Several steps make one change, as while a block is edited or a long script runs: what stands apart for the
-  // moment may belong together at its end.
+  // Several steps make one change, as while a block is edited or a long script runs: what stands apart for
+  // the moment may belong together at its end.
   bool isLongTransactionActive = false;
   // Layers change in number: who follows them waits, and is brought up to date at the end.
   bool isLayerUpdateStopped = false;
