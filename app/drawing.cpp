@@ -9,6 +9,7 @@
 #include "interchange/import/scene_import.h"
 #include "quorl/db/core/host_services.h"
 #include "quorl/db/core/undo.h"
+#include "quorl/edit/external_drawing.h"
 #include "quorl/file/atomic_file.h"
 #include "quorl/file/disk_file.h"
 #include "quorl/file/drawing_file.h"
@@ -67,19 +68,36 @@ bool Drawing::recover(const std::string& path, std::vector<Failure>& findings, F
   return true;
 }
 
+std::vector<Failure> Drawing::readExternals() {
+  std::vector<Failure> faults;
+  for (const ZnFileError& error : zndbReloadDrawings(*database_)) faults.push_back(error);
+  for (const std::string& fault : evaluate(*database_)) {
+    Failure failure;
+    failure.set(path_, 0, fault);
+    faults.push_back(failure);
+  }
+  database_->undoRecorder().clear();
+  return faults;
+}
+
 bool Drawing::write(ZnAtomicFile& file, const std::string& target, Failure& failure,
                     const std::vector<const ZnDbEntity*>& extra) const {
+  return write(*database_, file, target, failure, extra);
+}
+
+bool Drawing::write(ZnDbDatabase& database, ZnAtomicFile& file, const std::string& target, Failure& failure,
+                    const std::vector<const ZnDbEntity*>& extra) {
   const std::optional<Format> format = formatOf(target);
   if (!format)
     return failure.set(target, 0, "can't be written by its ending", "one of " + listOfEndings(isAny));
   if (isOwn(*format)) {
     ZnFileError error;
-    if (zndbWriteDrawing(*database_, target, file, error) == Quorl::eOk) return true;
+    if (zndbWriteDrawing(database, target, file, error) == Quorl::eOk) return true;
     failure = error;
     return failed(failure, target);
   }
   std::string bytes;
-  return interchange::makePicture(*database_, target, {}, bytes, failure, extra) &&
+  return interchange::makePicture(database, target, {}, bytes, failure, extra) &&
          writeBytes(bytes, file, target, failure);
 }
 

@@ -30,10 +30,16 @@ public:
   // What is whole in a damaged drawing of our own, and what was lost. False with the reason where that is
   // nothing.
   bool recover(const std::string& path, std::vector<Failure>& findings, Failure& failure);
+  // Reads the external drawings that it shows again, and brings up to date what follows them; there is
+  // nothing to undo. What can't be read is shown as it was last read; the answer says why.
+  std::vector<Failure> readExternals();
   // In the format that the ending of the target says; the file is to take the target's place. A picture also
   // shows the extra entities, which are in no drawing; other formats can have none.
   bool write(ZnAtomicFile& file, const std::string& target, Failure& failure,
              const std::vector<const ZnDbEntity*>& extra = {}) const;
+  // The same for a drawing that is not the open one.
+  static bool write(ZnDbDatabase& database, ZnAtomicFile& file, const std::string& target, Failure& failure,
+                    const std::vector<const ZnDbEntity*>& extra = {});
   // The SVG document that the drawing was read from, with these entities on top and nothing else changed.
   bool writeOntoSource(const std::vector<ZnDbObjectId>& annotation, ZnAtomicFile& file,
                        const std::string& target, Failure& failure) const;

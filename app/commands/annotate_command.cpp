@@ -143,6 +143,7 @@ bool annotateOne(const AnnotateOptions& options, const Job& job, const Console& 
     interchange::ReadOptions reading = options.import.readOptions();
     reading.withoutAnnotation = true;
     if (!drawing.open(job.input, reading, failure) || !applySettings(options, failure)) return false;
+    readExternals(drawing, console);
     progress.stage("marking centers");
     CommandCall call;
     call.onProgress = [&progress](size_t done, size_t total) { progress.update(done, total); };

@@ -33,6 +33,7 @@ int convert(const ConvertOptions& options, const Console& console) {
   progress.stage("reading");
   bool done = drawing.open(options.input, options.import.readOptions(), failure);
   if (done) {
+    readExternals(drawing, console);
     progress.stage("writing");
     done = drawing.write(outputs.fileFor(options.output), options.output, failure) && outputs.commit(failure);
   }

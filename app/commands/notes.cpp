@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "app/failure.h"
+#include "quorl/edit/external_drawing.h"
 
 namespace app {
 
@@ -17,6 +18,12 @@ void tellImport(const Drawing& drawing, const Console& console) {
                              import->skipped.size() == 1
                                  ? std::string("1 element")
                                  : fmt::format("{} elements", import->skipped.size())));
+}
+
+void readExternals(Drawing& drawing, const Console& console) {
+  if (zndbExternalDrawings(drawing.database()).empty()) return;
+  for (const Failure& fault : drawing.readExternals())
+    console.note(fault.text() + "; it is shown as it was last read");
 }
 
 std::string counted(size_t count, const char* what) {

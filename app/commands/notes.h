@@ -12,6 +12,9 @@ namespace app {
 // much was passed over.
 void tellImport(const Drawing& drawing, const Console& console);
 
+// Those that the drawing shows are read anew, where it shows any; what stays as it was is said.
+void readExternals(Drawing& drawing, const Console& console);
+
 // "1 finding", "2 findings".
 std::string counted(size_t count, const char* what);
 

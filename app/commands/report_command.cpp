@@ -33,6 +33,7 @@ int report(const ReportOptions& options, Console& console) {
       console.fault(failure);
       return kFailed;
     }
+    readExternals(drawing, console);
     progress.stage("looking at its center objects");
     json = drawingReport(drawing, missing, progress);
   }

@@ -56,15 +56,20 @@ bool execute(const RunOptions& options, Console& console, Failure& failure) {
   if (!options.drawing.empty() && !drawing.open(options.drawing, options.import.readOptions(), failure))
     return false;
   tellImport(drawing, console);
+  readExternals(drawing, console);
   OutputBatch outputs;
-  ScriptSession session(drawing.database(), console,
-                        [&](const std::string& target, const auto& extra, Failure& why) {
-                          return sparesInputs(read, {target}, why) &&
-                                 drawing.write(outputs.fileFor(target), target, why, extra);
-                        });
+  const ScriptSession* running = nullptr;
+  ScriptSession session(
+      drawing.database(), console,
+      [&](ZnDbDatabase& written, const std::string& target, const auto& extra, Failure& why) {
+        return sparesInputs(read, {target}, why) && sparesInputs(running->filesRead(), {target}, why) &&
+               Drawing::write(written, outputs.fileFor(target), target, why, extra);
+      });
+  running = &session;
   Progress progress(options.script, console.isQuiet());
   progress.stage("running");
   return runScript(lines, options.script, session, failure) &&
+         sparesInputs(session.filesRead(), options.outputs, failure) &&
          writeOutputs(drawing, options.outputs, outputs, failure) && outputs.commit(failure);
 }
 

@@ -126,8 +126,11 @@ bool explode(ScriptSession& session, ScriptArguments& arguments) {
   if (!arguments.entities(ids)) return false;
   for (const ZnDbObjectId id : ids) {
     ZnArray<ZnDbObjectId> made;
-    if (const Quorl::ErrorStatus status = zndbExplode(id, made); status != Quorl::eOk)
-      return arguments.fail(status, describeEntity(id));
+    const Quorl::ErrorStatus status = zndbExplode(id, made);
+    if (status == Quorl::eNotProvided)
+      return arguments.fail(describeEntity(id) + " consists of nothing else",
+                            "a block reference, a polyline or a dimension");
+    if (status != Quorl::eOk) return arguments.fail(status, describeEntity(id));
     for (const ZnDbObjectId piece : made) session.noteMade(piece);
   }
   return true;

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include "app/evaluation.h"
 #include "app/script/script_command.h"
 #include "quorl/edit/external_drawing.h"
 #include "quorl/edit/transfer.h"
@@ -14,11 +15,12 @@ namespace {
 
 std::string stemOf(const std::string& path) { return std::filesystem::path(path).stem().string(); }
 
-bool readDrawing(ScriptArguments& arguments, const std::string& path,
+bool readDrawing(ScriptSession& session, ScriptArguments& arguments, const std::string& path,
                  std::unique_ptr<ZnDbDatabase>& drawing) {
+  session.noteRead(path);
   ZnFileError error;
   drawing = zndbOpenDrawing(path, error);
-  return drawing || arguments.fail(error.text(), "a drawing (.bdoc or .tdoc)");
+  return drawing || arguments.fail(error.text());
 }
 
 // Whether names that both drawings have stay apart; "stem$0$" goes before those of the file.
@@ -36,13 +38,31 @@ bool copyIn(ScriptSession& session, ScriptArguments& arguments) {
   if (!arguments.text(path, "a drawing's file")) return false;
   const ZnDbTransferNames names = namesFor(arguments, path);
   ZnGeMatrix3d place;
-  if (!arguments.placement(place) || !readDrawing(arguments, path, source)) return false;
+  if (!arguments.placement(place) || !readDrawing(session, arguments, path, source)) return false;
   ZnArray<ZnDbObjectId> made;
   if (!arguments.check(zndbInsertDrawing(session.database().currentSpaceId(), *source, place, names, made),
                        path))
     return false;
   for (const ZnDbObjectId id : made) session.noteMade(id);
   return true;
+}
+
+// Into a new drawing, once the whole script has worked.
+bool copyOut(ScriptSession& session, ScriptArguments& arguments) {
+  std::string path;
+  ZnGePoint3d base;
+  std::vector<ZnDbObjectId> ids;
+  if (!arguments.text(path, "the new drawing's file") || !arguments.point(base, "the base point x,y") ||
+      !arguments.entities(ids))
+    return false;
+  ZnArray<ZnDbObjectId> entities;
+  for (const ZnDbObjectId id : ids) entities.append(id);
+  ZnDbDatabase made;
+  made.setInsertionUnits(session.database().insertionUnits());
+  Failure failure;
+  if (!arguments.check(zndbCopyOut(entities, made, base), path)) return false;
+  for (const std::string& fault : evaluate(made)) session.console().note(fault);
+  return session.saveOther(made, path, failure) || arguments.fail(failure.text());
 }
 
 // The content of a file as a block of that name, shown once.
@@ -53,7 +73,7 @@ bool insertFile(ScriptSession& session, ScriptArguments& arguments) {
   const ZnDbTransferNames names = namesFor(arguments, path);
   ZnGeMatrix3d place;
   ZnDbObjectId block;
-  if (!arguments.placement(place) || !readDrawing(arguments, path, source)) return false;
+  if (!arguments.placement(place) || !readDrawing(session, arguments, path, source)) return false;
   const std::string name = stemOf(path);
   return arguments.check(
              zndbInsertAsBlock(session.database(), ZnString::fromUtf8(name), *source, names, block),
@@ -67,10 +87,15 @@ bool attach(ScriptSession& session, ScriptArguments& arguments) {
   ZnDbObjectId block;
   ZnFileError error;
   if (!arguments.text(path, "a drawing's file") || !arguments.placement(place)) return false;
+  session.noteRead(path);
   const ZnString name = ZnString::fromUtf8(stemOf(path));
   block = zndbExternalDrawingNamed(session.database(), name);
+  for (const ZnDbExternalDrawing& known : zndbExternalDrawings(session.database()))
+    if (known.block == block && known.path != path)
+      return arguments.fail(fmt::format("\"{}\" is attached already, from {}", stemOf(path), known.path),
+                            "that path, or a file of another name");
   if (block.isNull() && !zndbAttachDrawing(session.database(), path, name, block, error))
-    return arguments.fail(error.text(), "another drawing");
+    return arguments.fail(error.text());
   return arguments.check(session.appendReference(block, place));
 }
 
@@ -119,6 +144,10 @@ constexpr ScriptCommand kCommands[] = {
      "FILE [APART] x,y [SCALE [DEGREES]]    the file's entities, in the current space; names that "
      "both have mean the drawing's own, or stay apart",
      copyIn},
+    {"COPYOUT",
+     "FILE BASE ENTITY...    a new drawing of them, with BASE as its origin, once the whole script has "
+     "worked",
+     copyOut},
     {"INSERTFILE", "FILE [APART] x,y [SCALE [DEGREES]]    the file as a block", insertFile},
     {"XREF", "ATTACH FILE x,y [SCALE [DEGREES]] | RELOAD|UNLOAD|BIND|DETACH NAME | LIST    external drawings",
      external},

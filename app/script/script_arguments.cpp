@@ -11,6 +11,8 @@
 #include "quorl/db/entity/block_reference.h"
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/entity/viewport.h"
+#include "quorl/db/table/block_table.h"
+#include "quorl/db/table/external_link.h"
 #include "quorl/ge/angles.h"
 
 namespace app {
@@ -171,7 +173,10 @@ bool ScriptArguments::existing(const ScriptWord& word, ZnDbObjectId& id) {
     if (id.isNull()) return fail(fmt::format("nothing is named \"{}\"", word.text), kEntity);
   }
   if (id.isErased()) return fail(fmt::format("{} is erased", word.text), "an entity that is there");
-  return id.isDerivedFrom(ZnDbEntity::desc()) || fail(fmt::format("{} is no entity", word.text), kEntity);
+  if (!id.isDerivedFrom(ZnDbEntity::desc())) return fail(fmt::format("{} is no entity", word.text), kEntity);
+  const ZnDbHolder<ZnDbBlockTableRecord> block(id.slot()->object->ownerId());
+  return !block.isOpen() || !ZnDbExternalLink::isShownBy(*block) ||
+         fail(fmt::format("{} is of an external drawing", word.text), "an entity of this drawing");
 }
 
 bool ScriptArguments::pick(const ZnGePoint3d& point, Pick pick, ZnDbFullSubentPath& path) {

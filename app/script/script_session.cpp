@@ -22,7 +22,9 @@ void ScriptSession::rename(ZnDbObjectId from, ZnDbObjectId to) {
 }
 
 bool ScriptSession::isBlockEdited() const {
-  const ZnDbHolder<ZnDbBlockTableRecord> space(database_.currentSpaceId());
+  const ZnDbObjectId current = database_.currentSpaceId();
+  if (database_.headerIds().standsUnderItsName(current)) return false;
+  const ZnDbHolder<ZnDbBlockTableRecord> space(current);
   return space.isOpen() && !space->isLayout();
 }
 

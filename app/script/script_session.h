@@ -17,8 +17,8 @@ class ScriptSession {
 public:
   // Writes the drawing as it is now, to be put in place under that name once the whole script has worked. The
   // extra entities, in no drawing, are shown on top; only pictures can have some.
-  using Saver = std::function<bool(const std::string& target, const std::vector<const ZnDbEntity*>& extra,
-                                   Failure& failure)>;
+  using Saver = std::function<bool(ZnDbDatabase& drawing, const std::string& target,
+                                   const std::vector<const ZnDbEntity*>& extra, Failure& failure)>;
 
   ScriptSession(ZnDbDatabase& database, Console& console, Saver saver)
       : database_(database)
@@ -28,13 +28,25 @@ public:
 
   ZnDbDatabase& database() { return database_; }
   Console& console() const { return console_; }
-  bool save(const std::string& target, Failure& failure) { return saver_(target, {}, failure); }
+  bool save(const std::string& target, Failure& failure) { return saver_(database_, target, {}, failure); }
+  // A drawing beside the one that is worked on.
+  bool saveOther(ZnDbDatabase& drawing, const std::string& target, Failure& failure) {
+    return saver_(drawing, target, {}, failure);
+  }
   bool savePicture(const std::string& target, const std::vector<const ZnDbEntity*>& extra, Failure& failure) {
-    return saver_(target, extra, failure);
+    return saver_(database_, target, extra, failure);
   }
 
   // Whether a block is drawn in, and no space of the drawing: what belongs together comes in several lines.
   bool isBlockEdited() const;
+  // Files that lines have read, besides those that the script began with.
+  const std::vector<std::string>& filesRead() const { return filesRead_; }
+  void noteRead(const std::string& path) { filesRead_.push_back(path); }
+  // Where drawing goes on when the block is done.
+  ZnDbObjectId spaceAfterEdit() const {
+    return spaceAfterEdit_.isErased() ? database_.modelSpaceId() : spaceAfterEdit_;
+  }
+  void setSpaceAfterEdit(ZnDbObjectId space) { spaceAfterEdit_ = space; }
 
   // For picks; kept from line to line.
   SpaceIndex& index() { return index_; }
@@ -57,6 +69,8 @@ private:
   ZnDbDatabase& database_;
   Console& console_;
   Saver saver_;
+  ZnDbObjectId spaceAfterEdit_;
+  std::vector<std::string> filesRead_;
   SpaceIndex index_;
   std::map<std::string, ZnDbObjectId> names_;
   std::vector<ZnDbObjectId> made_;

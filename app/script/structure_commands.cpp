@@ -10,6 +10,7 @@
 #include "quorl/db/entity/viewport.h"
 #include "quorl/db/table/block_table.h"
 #include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/external_link.h"
 #include "quorl/db/table/layer_table.h"
 #include "quorl/db/table/linetype_table.h"
 #include "quorl/edit/purge.h"
@@ -177,6 +178,20 @@ bool recordNamed(ScriptSession& session, ScriptArguments& arguments, const Recor
                         fmt::format("the name of a {}", kind.what));
 }
 
+bool isOwnBlock(ScriptArguments& arguments, const ZnDbBlockTableRecord& block) {
+  return !ZnDbExternalLink::isShownBy(block) ||
+         arguments.fail("\"" + block.name().utf8() + "\" is of an external drawing",
+                        "a block of this drawing");
+}
+
+// Not what the drawing names by itself, nor what an external drawing brought along.
+bool isOwnRecord(ScriptArguments& arguments, ZnDbObjectId id, const std::string& name) {
+  const ZnDbHolder<ZnDbBlockTableRecord> block(id);
+  if (block.isOpen() && !isOwnBlock(arguments, *block)) return false;
+  return name.find_first_of("*|") == std::string::npos ||
+         arguments.fail("\"" + name + "\" is not named by hand", "a name without * and |");
+}
+
 // Without a kind everything that nothing needs, else what is named or all of the kind.
 bool purge(ScriptSession& session, ScriptArguments& arguments) {
   const RecordKind* kind = recordKind(arguments);
@@ -191,6 +206,7 @@ bool purge(ScriptSession& session, ScriptArguments& arguments) {
   if (!arguments.text(name, "a name") || !arguments.end() ||
       !recordNamed(session, arguments, *kind, name, id))
     return false;
+  if (!isOwnRecord(arguments, id, name)) return false;
   ZnDbHolder<ZnDbSymbolTableRecord> record;
   const std::string about = fmt::format("{} \"{}\"", kind->what, name);
   return arguments.check(record.openForWrite(id), about) && arguments.check(record->erase(), about);
@@ -204,6 +220,9 @@ bool rename(ScriptSession& session, ScriptArguments& arguments) {
   if (!arguments.text(name, "the old name") || !arguments.text(renamed, "the new name") || !arguments.end() ||
       !recordNamed(session, arguments, *kind, name, id))
     return false;
+  if (!isOwnRecord(arguments, id, name)) return false;
+  if (renamed.find_first_of("*|") != std::string::npos)
+    return arguments.fail("\"" + renamed + "\"", "a name without * and |");
   ZnDbHolder<ZnDbSymbolTableRecord> record;
   return arguments.check(record.openForWrite(id)) &&
          arguments.check(record->setName(ZnString::fromUtf8(renamed)),
@@ -216,9 +235,15 @@ bool insert(ScriptSession& session, ScriptArguments& arguments) {
   if (!arguments.text(name, "a block's name") || !arguments.placement(place)) return false;
   ZnDbObjectId blockId;
   ZnDbHolder<ZnDbBlockTable> table(session.database().blockTableId());
-  if (!table.isOpen() || table->getIdAt(ZnString::fromUtf8(name), blockId) != Quorl::eOk)
+  if (!table.isOpen() || name.starts_with("*") ||
+      table->getIdAt(ZnString::fromUtf8(name), blockId) != Quorl::eOk)
     return arguments.fail("there is no block \"" + name + "\"", "the name of a block");
   table.close();
+  // What an external drawing shows within it comes and goes with that.
+  {
+    const ZnDbHolder<ZnDbBlockTableRecord> block(blockId);
+    if (block.isOpen() && !block->isFromExternalReference() && !isOwnBlock(arguments, *block)) return false;
+  }
   return arguments.check(session.appendReference(blockId, place));
 }
 
@@ -228,26 +253,31 @@ bool blockEdit(ScriptSession& session, ScriptArguments& arguments) {
   if (arguments.keyword("END")) {
     if (!session.isBlockEdited())
       return arguments.fail("no block is being edited", "BLOCKEDIT NAME before it");
-    return arguments.end() && arguments.check(database.setCurrentSpaceId(database.modelSpaceId()));
+    return arguments.end() && arguments.check(database.setCurrentSpaceId(session.spaceAfterEdit()));
   }
   std::string name;
   ZnDbObjectId block;
   if (!arguments.text(name, "a block's name, or END") || !arguments.end()) return false;
   const ZnDbObjectId named = session.named(name);
-  if (named.isDerivedFrom(ZnDbBlockReference::desc()))
-    block = ZnDbHolder<ZnDbBlockReference>(named)->blockTableRecord();
-  else if (!recordNamed(session, arguments, kRecordKinds[0], name, block))
+  if (named.isDerivedFrom(ZnDbBlockReference::desc())) {
+    const ZnDbHolder<ZnDbBlockReference> reference(named);
+    if (!reference.isOpen()) return arguments.fail(reference.status(), "\"" + name + "\"");
+    block = reference->blockTableRecord();
+  } else if (!recordNamed(session, arguments, kRecordKinds[0], name, block)) {
     return false;
+  }
   const ZnDbHolder<ZnDbBlockTableRecord> record(block);
   if (!record.isOpen()) return arguments.fail(record.status(), "block \"" + name + "\"");
-  if (record->isFromExternalReference())
-    return arguments.fail("\"" + name + "\" is an external drawing", "a block of this drawing");
+  if (record->isLayout()) return arguments.fail("\"" + name + "\" is a space", "a block");
+  if (!isOwnBlock(arguments, *record)) return false;
+  if (!session.isBlockEdited()) session.setSpaceAfterEdit(database.currentSpaceId());
   return arguments.check(database.setCurrentSpaceId(block));
 }
 
 // What is drawn and picked from here on.
 bool space(ScriptSession& session, ScriptArguments& arguments) {
   ZnDbDatabase& database = session.database();
+  if (session.isBlockEdited()) return arguments.fail("a block is being edited", "BLOCKEDIT END before it");
   if (arguments.keyword("MODEL"))
     return arguments.end() && arguments.check(database.setCurrentSpaceId(database.modelSpaceId()));
   if (arguments.keyword("PAPER"))

@@ -10,6 +10,7 @@
 #include "quorl/db/core/watch_link.h"
 #include "quorl/db/entity/block_reference.h"
 #include "quorl/db/table/block_table.h"
+#include "quorl/db/table/external_link.h"
 
 using Quorl::ErrorStatus;
 using Ids = ZnArray<ZnDbObjectId>;
@@ -72,7 +73,7 @@ private:
   static ErrorStatus contentOf(ZnDbObjectId blockId, Ids& content) {
     const ZnDbHolder<ZnDbBlockTableRecord> block(blockId);
     if (!block.isOpen()) return block.status();
-    if (block->isFromExternalReference()) return Quorl::eExternalDrawing;
+    if (ZnDbExternalLink::isShownBy(*block)) return Quorl::eExternalDrawing;
     for (const ZnDbObjectId id : block->entityIds())
       if (!id.isErased()) content.append(id);
     return content.isEmpty() ? Quorl::eNothingToDo : Quorl::eOk;

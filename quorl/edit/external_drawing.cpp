@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -105,12 +106,13 @@ private:
       }
       return true;
     });
+    std::set<ZnDbObjectId> watchers; // in an order that is the same on every run
     for (const auto& known : keys_) {
       const ZnDbWatchLink* const first = known.first.slot()->watchers;
       for (const ZnDbWatchLink* link = first; link; link = link->next == first ? nullptr : link->next)
-        if (!content.count(link->watcher) && !watchers_.contains(link->watcher))
-          watchers_.append(link->watcher);
+        if (!content.count(link->watcher)) watchers.insert(link->watcher);
     }
+    for (const ZnDbObjectId id : watchers) watchers_.append(id);
   }
 
   // Entities first, then the blocks that only they showed. Layers and styles stay: the user may have set
@@ -285,7 +287,11 @@ ErrorStatus makeBlock(ZnDbDatabase& drawing, const ZnString& name, const std::st
 ErrorStatus bind(ZnDbObjectId block) {
   const ZnString prefix = nameOf(block) + kSeparator, bound = nameOf(block) + kBoundSeparator;
   ErrorStatus status = forEachDependent(*block.database(), prefix, [&](ZnDbSymbolTableRecord& record) {
-    return record.setName(bound + ZnString(record.name().view().substr(prefix.view().size())));
+    const ZnString name = bound + ZnString(record.name().view().substr(prefix.view().size()));
+    ErrorStatus named = record.setName(name);
+    for (int number = 1; named == Quorl::eDuplicateKey; ++number)
+      named = record.setName(name + L"-" + ZnString(std::to_wstring(number).c_str()));
+    return named;
   });
   if (status != Quorl::eOk) return status;
   ZnDbHolder<ZnDbBlockTableRecord> record;
@@ -371,11 +377,14 @@ ZnDbObjectId zndbExternalDrawingNamed(const ZnDbDatabase& drawing, const ZnStrin
 bool zndbAttachDrawing(ZnDbDatabase& drawing, const std::string& path, const ZnString& name,
                        ZnDbObjectId& block, ZnFileError& error) {
   ZnDbTransaction transaction(drawing);
-  if (const ErrorStatus status = makeBlock(drawing, name, path, block); status != Quorl::eOk)
+  if (const ErrorStatus status = makeBlock(drawing, name, path, block); status != Quorl::eOk) {
+    block.setNull();
     return failed(error, status, path,
                   "can't be attached as \"" + name.utf8() + "\": " + Quorl::errorStatusText(status));
-  if (!Loading(block, chainOf(drawing), error).run()) return false;
-  return transaction.end() == Quorl::eOk;
+  }
+  if (Loading(block, chainOf(drawing), error).run()) return transaction.end() == Quorl::eOk;
+  block.setNull();
+  return false;
 }
 
 bool zndbReloadDrawing(ZnDbObjectId block, ZnFileError& error) {

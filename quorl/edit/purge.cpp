@@ -3,6 +3,7 @@
 #include "quorl/db/core/open.h"
 #include "quorl/db/table/block_table.h"
 #include "quorl/db/table/dim_style_table.h"
+#include "quorl/db/table/external_link.h"
 #include "quorl/db/table/layer_table.h"
 #include "quorl/db/table/linetype_table.h"
 
@@ -19,7 +20,7 @@ constexpr Tables kTables[] = {
 
 bool isSpared(ZnDbObjectId id) {
   const ZnDbHolder<ZnDbBlockTableRecord> block(id);
-  return block.isOpen() && (block->isLayout() || block->isFromExternalReference());
+  return block.isOpen() && (block->isLayout() || ZnDbExternalLink::isShownBy(*block));
 }
 
 // Whether the record refuses is its own affair: it knows who needs it.

@@ -2,6 +2,7 @@
 
 #include "quorl/db/core/event_reactor.h"
 #include "quorl/db/core/open.h"
+#include "quorl/db/core/transaction.h"
 #include "quorl/db/entity/entity.h"
 #include "quorl/db/table/block_table.h"
 
@@ -48,14 +49,18 @@ ErrorStatus zndbCopyOut(const Ids& entities, ZnDbDatabase& to, const ZnGePoint3d
                         const ZnDbTransferNames& names) {
   if (entities.isEmpty()) return Quorl::eNothingToDo;
   ZnDbDatabase* from = entities.first().database();
-  if (!from) return Quorl::eInvalidInput;
+  if (!from || from == &to) return Quorl::eInvalidInput;
+  ZnDbTransaction there(to), here(*from);
   ZnDbIdMapping mapping(ZnDb::kCopyOutContext, from, &to);
   if (names.keptApart) mapping.setNamePrefix(names.prefix);
   if (const ErrorStatus status = from->deepCloneObjects(entities, to.modelSpaceId(), mapping);
       status != Quorl::eOk)
     return status;
   Ids made;
-  return place(mapping, entities, ZnGeMatrix3d::translation(-base.asVector()), made);
+  const ErrorStatus status = place(mapping, entities, ZnGeMatrix3d::translation(-base.asVector()), made);
+  if (status != Quorl::eOk) return status;
+  there.end();
+  return here.end();
 }
 
 ErrorStatus zndbInsertDrawing(ZnDbObjectId into, ZnDbDatabase& from, const ZnGeMatrix3d& transform,
@@ -64,9 +69,14 @@ ErrorStatus zndbInsertDrawing(ZnDbObjectId into, ZnDbDatabase& from, const ZnGeM
   if (!to || to == &from) return Quorl::eInvalidInput;
   const Ids content = contentOf(from.modelSpaceId());
   if (content.isEmpty()) return Quorl::eNothingToDo;
-  const ZnDbHolder<ZnDbBlockTableRecord> block(into);
-  if (!block.isOpen()) return block.status();
-  ZnDbIdMapping mapping(block->isLayout() ? ZnDb::kCopyInContext : ZnDb::kInsertContext, &from, to);
+  bool isSpace = false;
+  {
+    // Closed again by then: what goes in may need a network there.
+    const ZnDbHolder<ZnDbBlockTableRecord> block(into);
+    if (!block.isOpen()) return block.status();
+    isSpace = block->isLayout();
+  }
+  ZnDbIdMapping mapping(isSpace ? ZnDb::kCopyInContext : ZnDb::kInsertContext, &from, to);
   if (names.keptApart) mapping.setNamePrefix(names.prefix);
   const ZnString name = nameOf(into);
   tell([&](ZnRxEventReactor& reactor) { reactor.beginInsert(to, name.c_str(), &from); });
@@ -81,6 +91,7 @@ ErrorStatus zndbInsertDrawing(ZnDbObjectId into, ZnDbDatabase& from, const ZnGeM
 
 ErrorStatus zndbInsertAsBlock(ZnDbDatabase& to, const ZnString& name, ZnDbDatabase& from,
                               const ZnDbTransferNames& names, ZnDbObjectId& block) {
+  ZnDbTransaction transaction(to);
   {
     ZnDbHolder<ZnDbBlockTable> table;
     ZnDbHolder<ZnDbBlockTableRecord> record(new ZnDbBlockTableRecord);
@@ -90,5 +101,6 @@ ErrorStatus zndbInsertAsBlock(ZnDbDatabase& to, const ZnString& name, ZnDbDataba
     if (status != Quorl::eOk) return status;
   }
   Ids made;
-  return zndbInsertDrawing(block, from, ZnGeMatrix3d::kIdentity, names, made);
+  const ErrorStatus status = zndbInsertDrawing(block, from, ZnGeMatrix3d::kIdentity, names, made);
+  return status == Quorl::eOk ? transaction.end() : status;
 }

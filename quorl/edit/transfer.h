@@ -24,7 +24,7 @@ Quorl::ErrorStatus zndbCopyOut(const ZnArray<ZnDbObjectId>& entities, ZnDbDataba
 Quorl::ErrorStatus zndbInsertDrawing(ZnDbObjectId into, ZnDbDatabase& from, const ZnGeMatrix3d& transform,
                                      const ZnDbTransferNames& names, ZnArray<ZnDbObjectId>& made);
 
-// A new block with all of the other drawing's model space; its own objects begin at base. eDuplicateKey,
-// eInvalidName.
+// A new block with all of the other drawing's model space, whose origin is the block's. eDuplicateKey,
+// eInvalidName. Like a copy out it is all done or nothing.
 Quorl::ErrorStatus zndbInsertAsBlock(ZnDbDatabase& to, const ZnString& name, ZnDbDatabase& from,
                                      const ZnDbTransferNames& names, ZnDbObjectId& block);

@@ -31,9 +31,12 @@ bool allowsMode(int descriptor, mode_t mode) {
 
 // Where a link leads, so that the rename does not put a file in its place.
 std::string resolved(const std::string& path) {
+  constexpr int kLongestChain = 40; // as the system has it
   std::error_code error;
-  const std::filesystem::path place = std::filesystem::weakly_canonical(path, error);
-  return error || !std::filesystem::is_symlink(path, error) ? path : place.string();
+  std::filesystem::path place = path;
+  for (int i = 0; i < kLongestChain && std::filesystem::is_symlink(place, error); ++i)
+    place = place.parent_path() / std::filesystem::read_symlink(place, error);
+  return place.string();
 }
 
 std::string folderOf(const std::string& path) {

@@ -11,8 +11,7 @@
 namespace {
 
 constexpr int kDeepest = ZnDbBlockTableRecord::kDeepestNesting;
-// Ten times what the largest drawings show.
-constexpr double kMostShown = 1e8;
+constexpr auto kMostShown = static_cast<double>(Quorl::kMostShownInFile);
 
 // A block on the way down, and how far its members have been gone through.
 struct Step {

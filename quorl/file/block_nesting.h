@@ -7,6 +7,10 @@ class ZnHandleIndex;
 
 namespace Quorl {
 
+// Of entities, those of nested blocks as often as they are repeated; ten times what the largest drawings
+// show.
+constexpr std::uint64_t kMostShownInFile = 100'000'000;
+
 // Whoever draws, measures or explodes follows references into blocks and trusts that no block contains
 // itself, that the way down is not too long for a stack, and that what repeats does not grow beyond all
 // measure. False with the error, which names the block, where a file breaks that trust. All objects must be

@@ -1,9 +1,13 @@
 #include "quorl/file/drawing_file.h"
 
 #include "quorl/db/core/event_reactor.h"
+#include "quorl/db/core/undo.h"
+#include "quorl/db/entity/shown_content.h"
+#include "quorl/db/table/block_table.h"
 #include "quorl/file/atomic_file.h"
 #include "quorl/file/bdoc_reader.h"
 #include "quorl/file/bdoc_writer.h"
+#include "quorl/file/block_nesting.h"
 #include "quorl/file/disk_file.h"
 #include "quorl/file/tdoc_layout.h"
 #include "quorl/file/tdoc_reader.h"
@@ -53,7 +57,21 @@ bool formatOf(const std::string& path, ZnDrawingFormat& format) {
 
 constexpr const char* kWanted = "a file in a folder with room, both open to writing";
 
+// What could not be read again is not written.
+bool canBeReadAgain(const ZnDbDatabase& database, ZnFileError& error) {
+  const ZnDbHolder<ZnDbSymbolTable> table(database.blockTableId());
+  if (!table.isOpen()) return true;
+  for (const ZnDbObjectId id : table->recordIds()) {
+    if (id.isErased() || zndbShownCount(id) <= Quorl::kMostShownInFile) continue;
+    const ZnDbHolder<ZnDbBlockTableRecord> block(id);
+    return error.fail(Quorl::eInvalidInput, "block " + block->name().utf8(),
+                      "repeats its content beyond all measure", "a hundred million entities at most");
+  }
+  return true;
+}
+
 bool writeFile(ZnAtomicFile& file, const ZnDbDatabase& database, ZnDrawingFormat format, ZnFileError& error) {
+  if (file.fault().empty() && !canBeReadAgain(database, error)) return false;
   if (file.fault().empty() && writeTo(file, database, format, error)) return true;
   if (!file.fault().empty()) error.fail(Quorl::eFileAccess, {}, file.fault(), kWanted);
   return false;
@@ -70,7 +88,12 @@ ErrorStatus saveAs(ZnDbDatabase& database, const std::string& path, ZnFileError&
     return error.status;
   }
   const ZnString name = ZnString::fromUtf8(path);
-  ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.beginSave(&database, name.c_str()); });
+  {
+    // What is cleared away before a save belongs to the change that left it.
+    const ZnDbUndoRecorder::Amendment clearing(database.undoRecorder());
+    ZnRxEvent::instance().tell(
+        [&](ZnRxEventReactor& reactor) { reactor.beginSave(&database, name.c_str()); });
+  }
   if (!write(format)) {
     ZnRxEvent::instance().tell([&](ZnRxEventReactor& reactor) { reactor.abortSave(&database); });
     return error.status;

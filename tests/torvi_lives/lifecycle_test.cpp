@@ -153,12 +153,19 @@ TEST_F(Lifecycle, UndoAfterASaveBringsAnErasedMarkBack) {
   const ZnDbObjectId block = DrawingTest::blockOf(mark.id);
   erase(mark.id);
   evaluateChanges();
+  db_->undoRecorder().startStep();
   ZnFileError error;
-  ASSERT_EQ(zndbSaveDrawing(*db_, testing::TempDir() + "erased.bdoc", error), Quorl::eOk);
+  const auto save = [&] {
+    ASSERT_EQ(zndbSaveDrawing(*db_, testing::TempDir() + "erased.bdoc", error), Quorl::eOk);
+  };
+  save();
   EXPECT_TRUE(block.isErased());
   undo();
   EXPECT_FALSE(mark.id.isErased() || block.isErased());
   EXPECT_TRUE(looksLike(mark.id, mark.before));
+  save();
+  redo();
+  EXPECT_TRUE(mark.id.isErased());
 }
 
 TEST_F(Lifecycle, OldFilesLetGoOfWhatDoesNotFit) {

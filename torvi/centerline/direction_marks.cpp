@@ -24,4 +24,8 @@ void unmarkAllNotToKeepDirection() { marked().clear(); }
 
 bool isNotToKeepDirection(ZnDbObjectId line) { return marked().count(line) != 0; }
 
+void forgetDirectionMarksOf(const ZnDbDatabase& drawing) {
+  std::erase_if(marked(), [&](ZnDbObjectId line) { return line.database() == &drawing; });
+}
+
 } // namespace torvi

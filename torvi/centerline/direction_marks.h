@@ -8,5 +8,6 @@ namespace torvi {
 void markNotToKeepDirection(const ZnArray<ZnDbObjectId>& lines);
 void unmarkAllNotToKeepDirection();
 bool isNotToKeepDirection(ZnDbObjectId line);
+void forgetDirectionMarksOf(const ZnDbDatabase& drawing); // which goes away
 
 } // namespace torvi

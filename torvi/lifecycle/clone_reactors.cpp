@@ -78,6 +78,13 @@ void ZnRxEventReactor_TorviDeepCloneExplode::referenceErased(ZnDbObjectId refere
   explode.newParams.clear();
 }
 
+void ZnRxEventReactor_TorviDeepCloneExplode::forget(const ZnDbDatabase& drawing) {
+  const auto isOf = [&](const auto& entry) { return entry.first.database() == &drawing; };
+  std::erase_if(explode.oldParams, isOf);
+  std::erase_if(explode.newParams, isOf);
+  if (!explode.blocks.isEmpty() && explode.blocks.first().database() == &drawing) explode.blocks.removeAll();
+}
+
 namespace {
 
 constexpr bool isCopied(int context) {
@@ -121,7 +128,8 @@ void collectCentersToBreak(const ZnDbIdMapping& map, Ids& centers) {
       ZnDbHolder<ZnDbTorviActionBody> body(action.isOpen() ? action->actionBody() : ZnDbObjectId());
       if (!body.isOpen()) continue;
       const ZnDbObjectId center = body->centerObjectId();
-      if (isToBeBroken(map, center) && known.insert(center).second) centers.append(center);
+      // Asked once: a pattern is met at each of its circles.
+      if (known.insert(center).second && isToBeBroken(map, center)) centers.append(center);
     }
   }
 }

@@ -17,6 +17,7 @@ public:
 
   // To be told by whoever watches the drawing.
   static void referenceErased(ZnDbObjectId reference, ZnDbObjectId block);
+  static void forget(const ZnDbDatabase& drawing); // which goes away
 };
 
 // Copies. A center object whose edges do not all come along lets go of them: in a copy the clone does, in

@@ -42,6 +42,9 @@ ZnDbFullSubentPath remapEdgePath(const ZnDbFullSubentPath& path, const ZnDbIdMap
 }
 
 void setEdgeParam(ZnDbObjectId paramId, const ZnDbFullSubentPath& path) {
+  // A clone that was taken back leads nowhere.
+  for (const ZnDbObjectId id : path.objectIds())
+    if (id.isErased()) return;
   const ZnDbEdgeRef edge(ZnDbCompoundObjectId(path, nullptr), path.subentId(), ZnDbSubentId(), nullptr);
   ZnDbHolder<ZnDbAssocEdgeActionParam> param;
   if (param.openForWrite(paramId, true) != Quorl::eOk) return;

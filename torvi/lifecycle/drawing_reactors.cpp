@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "torvi/centerline/direction_marks.h"
 #include "torvi/core/object_wrapper.h"
 #include "torvi/drawing/blocks.h"
 #include "torvi/host/class_registration.h"
@@ -45,10 +46,15 @@ std::unique_ptr<ZnRxEventReactor_Torvi> drawings;
 
 ZnRxEvent* hostEvents() { return ZnRxEvent::cast(znrxSysRegistry()->at(L"ZnRxEvent")); }
 
+void remove() {
+  if (ZnRxEvent* events = hostEvents(); events && drawings) events->removeReactor(drawings.get());
+  drawings.reset();
+}
+
 } // namespace
 
 void ZnRxEventReactor_Torvi::attach() {
-  detach();
+  remove();
   drawings = std::make_unique<ZnRxEventReactor_Torvi>();
   if (ZnDbDatabase* working = zndbHostApplicationServices()->workingDatabase())
     drawings->databaseConstructed(working);
@@ -56,8 +62,7 @@ void ZnRxEventReactor_Torvi::attach() {
 }
 
 void ZnRxEventReactor_Torvi::detach() {
-  if (ZnRxEvent* events = hostEvents(); events && drawings) events->removeReactor(drawings.get());
-  drawings.reset();
+  remove();
   torvi::forgetUpdatesOf(nullptr);
   ZnTorviDeepCloneUtils::forgetMarkedBlockTableRecords(nullptr);
 }
@@ -85,7 +90,9 @@ void ZnRxEventReactor_Torvi::databaseToBeDestroyed(ZnDbDatabase* db) {
   attached_.erase(db);
   torvi::setLongTransactionActive(db, false);
   torvi::forgetUpdatesOf(db);
+  torvi::forgetDirectionMarksOf(*db);
   ZnTorviDeepCloneUtils::forgetMarkedBlockTableRecords(db);
+  ZnRxEventReactor_TorviDeepCloneExplode::forget(*db);
 }
 
 void ZnRxEventReactor_Torvi::beginSave(ZnDbDatabase* db, const wchar_t* /*file*/) {

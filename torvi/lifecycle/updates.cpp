@@ -53,10 +53,9 @@ bool markReadersOf(ZnDbObjectId centerId) {
 }
 
 // One dimension: the first of its geometries that is a center object of a drawing view brings it up to date.
-void updateOnViewCenter(const ZnDbDimension& dimension) {
+void updateOnViewCenter(ZnDbObjectId associationId) {
   ZnDbHolder<ZnDbDimAssoc> association;
-  if (association.openForWrite(ZnDbDimAssoc::of(dimension)) != Quorl::eOk || !association->isTransSpatial())
-    return;
+  if (association.openForWrite(associationId) != Quorl::eOk || !association->isTransSpatial()) return;
   Ids ids;
   association->getDimAssocGeomIds(ids);
   if (std::none_of(ids.begin(), ids.end(), isCenterOfDrawingView)) return;
@@ -143,7 +142,8 @@ void updateDimensionsOnViewCenters(ZnDbDatabase* db) {
     if (!block.isOpen()) continue;
     for (const ZnDbObjectId id : block->entityIds())
       if (!id.isErased() && id.isDerivedFrom(ZnDbDimension::desc()))
-        if (ZnDbHolder<ZnDbDimension> dimension(id); dimension.isOpen()) updateOnViewCenter(*dimension);
+        // Closed again by then: the update writes it.
+        updateOnViewCenter(ask<ZnDbDimension>(id, ZnDbObjectId(), ZnDbDimAssoc::of));
   }
 }
 
@@ -191,8 +191,8 @@ void forgetUpdatesOf(const ZnDbDatabase* db) {
   for (const ZnDbObjectId id : viewportsToUpdate())
     if (db && id.database() != db) others.append(id);
   viewportsToUpdate() = others;
+  std::erase_if(longTransactions(), [db](const ZnDbDatabase* active) { return !db || active == db; });
   if (db) return;
-  longTransactions().clear();
   recordsViewports = isEvaluationRelaxed = false;
 }
 

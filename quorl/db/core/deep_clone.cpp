@@ -1,5 +1,7 @@
 #include "quorl/db/core/deep_clone.h"
 
+#include <unordered_set>
+
 #include "quorl/db/core/database.h"
 #include "quorl/db/core/event_reactor.h"
 #include "quorl/db/core/memory_filer.h"
@@ -57,6 +59,7 @@ public:
     ErrorStatus status = collect(objects);
     if (status == Quorl::eOk) {
       events.tell([&](ZnRxEventReactor& reactor) { reactor.beginDeepCloneTranslation(mapping_); });
+      dropErased();
       status = fillClones();
     }
     if (status != Quorl::eOk) {
@@ -76,9 +79,10 @@ private:
   // without, and what the hooks ask for; in rounds until nothing new turns up.
   ErrorStatus collect(const ZnArray<ZnDbObjectId>& objects) {
     ZnArray<ZnDbObjectId> round;
+    const std::unordered_set<ZnDbObjectId> asked(objects.begin(), objects.end());
     for (const ZnDbObjectId id : objects) {
       if (id.isErased() || id.database() != &source_) return Quorl::eInvalidInput;
-      if (!objects.contains(id.slot()->object->ownerId()))
+      if (!asked.count(id.slot()->object->ownerId()))
         if (const ErrorStatus status = judgeOwner(id); status != Quorl::eOk) return status;
       if (const ErrorStatus status = include(id, true, round); status != Quorl::eOk) return status;
     }
@@ -174,6 +178,16 @@ private:
     return {};
   }
 
+  // What a reactor has taken away meanwhile, such as a dependency on an edge that stays behind.
+  void dropErased() {
+    for (const Clone& clone : clones_) {
+      if (!clone.original.isErased()) continue;
+      takeBack(clone);
+      mapping_.assign(ZnDbIdPair(clone.original));
+    }
+    std::erase_if(clones_, [](const Clone& clone) { return clone.original.isErased(); });
+  }
+
   ErrorStatus fillClones() {
     // The filer keeps its memory from clone to clone.
     TranslatingFiler filer(&destination_, mapping_);
@@ -184,7 +198,10 @@ private:
       ZnDbObject* copy = clone.copy.slot()->object;
       if (const ErrorStatus status = copy->bdocInFields(filer); status != Quorl::eOk) return status;
       if (const ErrorStatus status = renamed(clone); status != Quorl::eOk) return status;
-      ZnDbObjectAccess::setOwner(copy, ownerOf(clone));
+      const ZnDbObjectId owner = ownerOf(clone);
+      if (owner.isDerivedFrom(ZnDbBlockTableRecord::desc()) && mayNotStandInBlock(clone, owner))
+        return Quorl::eInvalidOwner;
+      ZnDbObjectAccess::setOwner(copy, owner);
     }
     // With all in place: a block that is shown within itself is no drawing's. Each reference is hung up once
     // it may stand, so that the next is judged with it.
@@ -195,6 +212,12 @@ private:
       reference->attachLinks();
     }
     return Quorl::eOk;
+  }
+
+  // A block lists entities; of others it owns its extension dictionary alone.
+  static bool mayNotStandInBlock(const Clone& clone, ZnDbObjectId block) {
+    return !clone.copy.isDerivedFrom(ZnDbEntity::desc()) &&
+           block.slot()->object->extensionDictionary() != clone.copy;
   }
 
   // A clone belongs to what its original's owner became. The objects that were asked for go to the owner
@@ -229,12 +252,13 @@ private:
   }
 
   void takeBack() {
-    for (const Clone& clone : clones_) {
-      ZnDbObject* copy = clone.copy.slot()->object;
-      ZnDbObjectAccess::markErased(copy, true);
-      ZnDbObjectAccess::forget(copy);
-      copy->close();
-    }
+    for (const Clone& clone : clones_) takeBack(clone);
+  }
+  static void takeBack(const Clone& clone) {
+    ZnDbObject* copy = clone.copy.slot()->object;
+    ZnDbObjectAccess::markErased(copy, true);
+    ZnDbObjectAccess::forget(copy);
+    copy->close();
   }
 
   ZnDbDatabase& source_;

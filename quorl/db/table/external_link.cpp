@@ -2,6 +2,7 @@
 
 #include "quorl/db/core/fields.h"
 #include "quorl/db/core/open.h"
+#include "quorl/db/table/block_table.h"
 #include "quorl/db/table/dictionary.h"
 
 ZNRX_DEFINE_DRAWING_CLASS(ZnDbExternalLink, ZnDbObject, L"EXTERNALLINK")
@@ -11,6 +12,10 @@ ZnDbObjectId ZnDbExternalLink::of(const ZnDbObject& block) {
   const ZnDbHolder<ZnDbDictionary> dictionary(block.extensionDictionary());
   if (dictionary.isOpen()) dictionary->getAt(dictionaryKey(), id);
   return id.isDerivedFrom(desc()) ? id : ZnDbObjectId();
+}
+
+bool ZnDbExternalLink::isShownBy(const ZnDbBlockTableRecord& block) {
+  return block.isFromExternalReference() || block.name().view().find(L'|') != std::wstring_view::npos;
 }
 
 void ZnDbExternalLink::setPath(const ZnString& path) {

@@ -20,6 +20,8 @@ public:
 
   static const wchar_t* dictionaryKey() { return L"QUORL_EXTERNAL"; }
   static ZnDbObjectId of(const ZnDbObject& block); // null for a block of the drawing's own
+  // Whether the block shows an external drawing, or came with one ("plate|part").
+  static bool isShownBy(const class ZnDbBlockTableRecord& block);
 
   const ZnString& path() const { return path_; } // as it was attached, from the drawing's folder or whole
   void setPath(const ZnString& path);
