@@ -243,7 +243,7 @@ bool PitchCircleVote::voteIn(const std::vector<int>& group) {
   return false;
 }
 
-// Three places within a fifteenth of half a turn, or next to a line, tell no center.
+// Three places within 15 degrees, or next to a line, tell no center.
 bool PitchCircleVote::takesPart(int i, int j, int k, Ballot& ballot) const {
   const ZnGeVector2d b = centers_[j] - centers_[i], c = centers_[k] - centers_[i];
   const double lengthB = b.lengthSquared(), lengthC = c.lengthSquared(), closing = (c - b).lengthSquared();

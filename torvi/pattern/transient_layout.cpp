@@ -65,7 +65,7 @@ ZnDbCenterMarkPatternTransientLayout::collectMembersOnCurve(const ZnGeCurve2d& c
   ZnGePoint3d center;
   center.set(centers.patternPlane, onCurve);
   centers.circles.last().setCenter(center);
-  // The position goes along: the pitch circle is refined through all members.
+  // The position goes along: what is asked of the centers after this finds the ghost where it is shown.
   centers.centers2d[ghost] = onCurve;
   for (const auto& [param, member] : members)
     if (member == ghost) return members;

@@ -10,7 +10,7 @@
 #include "torvi/host/runtime.h"
 #include "torvi/pattern/pitch_circle.h"
 
-// The circle on which most centers lie, laid through them. Triples within a fifteenth of half a turn say
+// The circle on which most centers lie, laid through them. Triples within 15 degrees say
 // nothing about a center and don't vote; false when no triple does. Where more than half of all lie about the
 // former center there is no vote. Of many centers, the circle that holds an eighth of all or more is found,
 // and smaller ones whose centers were named one after another; the cost is linear.
